@@ -1,0 +1,23 @@
+# Compiler settings shared by every target of the project.
+option(TESSARA_WERROR "Treat warnings as errors" OFF)
+option(TESSARA_SANITIZE "Build with the address and undefined behaviour sanitizers" OFF)
+
+function(tessara_compile_settings target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
+    # Results are the same on every machine: each float operation rounds by itself.
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wno-psabi
+        $<$<BOOL:${TESSARA_WERROR}>:-Werror> -ffp-contract=off -fno-semantic-interposition)
+    if(TESSARA_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-omit-frame-pointer
+            -fno-sanitize-recover=undefined)
+        target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+    endif()
+endfunction()
+
+# One room of the source tree as a static library: tessara_room(<name> <sources>...)
+function(tessara_room name)
+    add_library(tessara-${name} STATIC ${ARGN})
+    tessara_compile_settings(tessara-${name})
+endfunction()

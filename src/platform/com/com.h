@@ -1,0 +1,49 @@
+#pragma once
+
+// The C functions of the component model, under their usual names. One shared library implements them, so that a host
+// and every module in the process see the same class table and the same allocator.
+
+#include "platform/com/unknown.h"
+
+extern "C" {
+
+/// Makes an object of class `clsid`, from the process's class table. `outer` is the controlling object of an
+/// aggregate, or null. `context` is CLSCTX_INPROC_SERVER.
+/// \return the factory's result; E_POINTER for a null `out`; REGDB_E_CLASSNOTREG for a class that nobody registered;
+///         CO_E_DLLNOTFOUND or CO_E_ERRORINDLL for a registered module that can't be loaded or isn't a module.
+TESSARA_EXPORT HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, REFIID iid, void** out);
+
+/// Gives the class factory of `clsid`. `server` is reserved and null. Results as CoCreateInstance.
+TESSARA_EXPORT HRESULT CoGetClassObject(REFCLSID clsid, DWORD context, void* server, REFIID iid, void** out);
+
+/// Puts `factory` into the process's class table, with one reference, in front of earlier entries of the same class.
+/// `*cookie` identifies the entry for CoRevokeClassObject.
+TESSARA_EXPORT HRESULT CoRegisterClassObject(REFCLSID clsid, IUnknown* factory, DWORD context, DWORD flags,
+                                             DWORD* cookie);
+
+/// Takes an entry out of the class table and releases its factory. \return CO_E_OBJNOTREG for an unknown cookie.
+TESSARA_EXPORT HRESULT CoRevokeClassObject(DWORD cookie);
+
+/// Copies zero-terminated text. \return null for null text or when memory is short.
+TESSARA_EXPORT BSTR SysAllocString(const OLECHAR* text);
+
+/// Copies `length` characters, or leaves them unset when `text` is null, and terminates them with 0.
+/// \return null when memory is short.
+TESSARA_EXPORT BSTR SysAllocStringLen(const OLECHAR* text, UINT length);
+
+/// \return the length in characters, 0 for null.
+TESSARA_EXPORT UINT SysStringLen(BSTR text);
+
+TESSARA_EXPORT void SysFreeString(BSTR text);
+
+/// Makes the variant empty without looking at what it held.
+TESSARA_EXPORT void VariantInit(VARIANT* variant);
+
+/// Frees a string, releases an object, and makes the variant empty. A variant by reference owns nothing.
+TESSARA_EXPORT HRESULT VariantClear(VARIANT* variant);
+
+/// Allocator of memory that one side of the border allocates and the other frees. \return null when memory is short.
+TESSARA_EXPORT void* CoTaskMemAlloc(std::size_t size);
+
+TESSARA_EXPORT void CoTaskMemFree(void* memory);
+}

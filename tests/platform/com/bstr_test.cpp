@@ -1,0 +1,75 @@
+#include "platform/com/bstr.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tessara::BstrHolder;
+using tessara::MakeBstr;
+using tessara::NarrowText;
+using tessara::WideText;
+
+TEST(Bstr, LengthInBytesStandsBeforeTheTextAndAZeroBehindIt)
+{
+    const BSTR text = SysAllocString(u"abc");
+    std::uint32_t bytes = 0;
+    std::memcpy(&bytes, reinterpret_cast<const char*>(text) - 4, 4);
+    EXPECT_EQ(bytes, 6u);
+    EXPECT_EQ(SysStringLen(text), 3u);
+    EXPECT_EQ(text[3], 0);
+    SysFreeString(text);
+}
+
+TEST(Bstr, LengthCountsEmbeddedZeros)
+{
+    const BSTR text = SysAllocStringLen(u"a\0b", 3);
+    EXPECT_EQ(SysStringLen(text), 3u);
+    EXPECT_EQ(NarrowText(text), std::string("a\0b", 3));
+    SysFreeString(text);
+}
+
+TEST(Bstr, NullIsAnEmptyString)
+{
+    EXPECT_EQ(SysStringLen(nullptr), 0u);
+    EXPECT_EQ(SysAllocString(nullptr), nullptr);
+    EXPECT_EQ(NarrowText(nullptr), "");
+    SysFreeString(nullptr);
+}
+
+TEST(Bstr, LengthThatOverflowsIsRefused)
+{
+    EXPECT_EQ(SysAllocStringLen(nullptr, 0x7FFFFFFF), nullptr);
+    EXPECT_EQ(SysAllocStringLen(nullptr, 0xFFFFFFFF), nullptr);
+}
+
+TEST(Bstr, Utf8RoundTripsOnAllPlanes)
+{
+    for (const char* text : {"", "plain", "Höhe – 高さ", "\xF0\x9F\x8F\x94 summit"})
+        EXPECT_EQ(BstrHolder(text).Narrow(), text);
+}
+
+TEST(Bstr, DamagedTextBecomesReplacementCharacters)
+{
+    EXPECT_EQ(WideText("a\xFFz"), u"a\uFFFDz");
+    EXPECT_EQ(WideText("\xE2\x82"), u"\uFFFD\uFFFD");
+    EXPECT_EQ(WideText("\xC0\xAF"), u"\uFFFD\uFFFD");   // overlong
+    EXPECT_EQ(WideText("\xED\xA0\x80")[0], u'\uFFFD');  // a surrogate in UTF-8
+    const char16_t lone[] = {u'x', 0xD800, u'y', 0};
+    const BSTR text = SysAllocString(lone);
+    EXPECT_EQ(NarrowText(text), "x\xEF\xBF\xBDy");
+    SysFreeString(text);
+}
+
+TEST(Variant, ClearFreesWhatItOwnsAndLeavesItEmpty)
+{
+    VARIANT variant;
+    VariantInit(&variant);
+    EXPECT_EQ(variant.vt, VT_EMPTY);
+    variant.vt = VT_BSTR;
+    variant.bstrVal = MakeBstr("text");
+    EXPECT_EQ(VariantClear(&variant), S_OK);
+    EXPECT_EQ(variant.vt, VT_EMPTY);
+    EXPECT_EQ(variant.bstrVal, nullptr);
+}
+
+}  // namespace
