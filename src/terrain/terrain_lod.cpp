@@ -1,0 +1,120 @@
+#include "terrain/terrain_lod.h"
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+/// A node and its five samples share one block.
+struct NodeBlock {
+    alignas(QuadNode) std::byte node[sizeof(QuadNode)];
+    QuadSample samples[5];
+};
+
+constexpr std::int32_t kLargestSide = 1 << 30;
+
+/// The smallest level whose root covers the source.
+std::int32_t LevelOf(const HeightSource& source)
+{
+    const std::int32_t size = std::max(source.Width, source.Height);
+    if (size > kLargestSide)
+        throw std::length_error("the height source is too large for the tree");
+    std::int32_t level = 0;
+    while ((2 << level) < size)
+        ++level;
+    return level;
+}
+
+}  // namespace
+
+TerrainLod::TerrainLod() : RootCorner(new QuadCorner), Nodes(sizeof(NodeBlock))
+{
+    for (float* normal : NormalArray) {
+        normal[0] = 0.0f;
+        normal[1] = 0.0f;
+        normal[2] = 1.0f;
+    }
+}
+
+TerrainLod::~TerrainLod()
+{
+    FreeTree();
+    delete RootCorner;
+}
+
+void TerrainLod::InitQuadTree(HeightSource source)
+{
+    FreeTree();
+    Source = source;
+    BuildTree(LevelOf(source));
+}
+
+void TerrainLod::Build3D()
+{
+    FreeTree();
+    BuildTree(RootCorner->Level);
+}
+
+void TerrainLod::BuildTree(std::int32_t level)
+{
+    RootCorner->Level = level;
+    try {
+        Root = NewNode(*RootCorner);
+        Root->Merge(*RootCorner);
+        Root->ComputeErrors(*RootCorner);
+    } catch (...) {
+        FreeTree();
+        throw;
+    }
+}
+
+/// Nodes own nothing outside of the pool, so the whole tree goes without a walk.
+void TerrainLod::FreeTree() noexcept
+{
+    Root = nullptr;
+    RootCorner->Node = nullptr;
+    Nodes.Clear();
+}
+
+QuadNode* TerrainLod::NewNode(QuadCorner& corner)
+{
+    auto* block = static_cast<NodeBlock*>(Nodes.Allocate());
+    return new (block->node) QuadNode(this, corner, block->samples);
+}
+
+void TerrainLod::FreeNode(QuadNode* node) noexcept
+{
+    node->~QuadNode();
+    Nodes.Free(node);
+}
+
+void TerrainLod::SetTranslation3D(float x, float y, float z)
+{
+    Translation[0] = x;
+    Translation[1] = y;
+    Translation[2] = z;
+}
+
+void TerrainLod::SetGLPolygonMode(std::uint32_t face, std::uint32_t mode)
+{
+    PolygonFace = face;
+    PolygonFill = mode;
+}
+
+void TerrainLod::SetTextureDetailTiling(const float* x, const float* y)
+{
+    if (x)
+        TilingX = *x;
+    if (y)
+        TilingY = *y;
+}
+
+void TerrainLod::GetTextureDetailTiling(float* x, float* y) const
+{
+    if (x)
+        *x = TilingX;
+    if (y)
+        *y = TilingY;
+}
