@@ -1,0 +1,172 @@
+// The terrain's own cost: build, update, emission and the real-time mode, on fractal heights and an OpenGL that does
+// nothing.
+
+#include "support/test_grid.h"
+#include "terrain/quad_patch.h"
+#include "terrain/terrain_frustum.h"
+#include "terrain/terrain_lod.h"
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <memory>
+
+extern long long g_drawCalls;
+
+namespace {
+
+constexpr float kHeightScale = 0.1f;  // drawn relief as a part of the terrain's side
+
+TestGrid& Grid(std::int32_t side)
+{
+    static std::map<std::int32_t, std::unique_ptr<TestGrid>> grids;
+    auto& grid = grids[side];
+    if (!grid)
+        grid = std::make_unique<TestGrid>(side, side, FractalHeights(side));
+    return *grid;
+}
+
+/// A frustum that lets everything through.
+TerrainFrustum OpenFrustum()
+{
+    TerrainFrustum frustum;
+    for (FrustumPlane& plane : frustum.WorldPlanes)
+        plane = {0.0f, 1.0f, 0.0f, -1e9f};
+    return frustum;
+}
+
+struct Scene {
+    explicit Scene(std::int32_t size, float lod = 60.0f) : side(static_cast<float>(size)), frustum(OpenFrustum())
+    {
+        terrain.SetElevationScale(side * kHeightScale);
+        terrain.SetLOD(lod);
+        terrain.InitQuadTree(Grid(size).Source());
+        for (int frame = 0; frame < 20; ++frame)
+            Update(0.0f);
+    }
+    /// Places the viewer on a circle over the terrain. \param turn 0.0 to 1.0
+    Viewer At(float turn) const
+    {
+        const float swing = (turn < 0.5f ? turn : 1.0f - turn) * 0.5f;
+        return {side * (0.4f + swing), side * kHeightScale, side * (0.6f - swing)};
+    }
+    void Update(float turn) { terrain.Root->Update(*terrain.RootCorner, At(turn), 0.0f); }
+
+    float side;
+    TerrainFrustum frustum;
+    TerrainLod terrain;
+};
+
+double CountActive(const QuadNode& node)
+{
+    double count = 1;
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        if (node.ActiveMask & ChildBit(i))
+            count += CountActive(*node.Children[i]);
+    }
+    return count;
+}
+
+/// Time of one operation as nanoseconds for each of `count` pieces.
+void ReportPer(benchmark::State& state, const char* name, double count)
+{
+    state.counters[name] =
+        benchmark::Counter(count / 1e9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void Build(benchmark::State& state)
+{
+    const auto side = static_cast<std::int32_t>(state.range(0));
+    const HeightSource source = Grid(side).Source();
+    TerrainLod terrain;
+    for (auto _ : state)
+        terrain.InitQuadTree(source);
+    const auto nodes = static_cast<double>(terrain.Nodes.BlocksUsed());
+    const double samples = static_cast<double>(side) * side;
+    ReportPer(state, "ns/node", nodes);
+    state.counters["nodes"] = nodes;
+    state.counters["bytes/sample"] =
+        (static_cast<double>(terrain.Nodes.BytesHeld()) + samples * sizeof(ElevationElement)) / samples;
+}
+BENCHMARK(Build)->Arg(257)->Arg(1025)->Arg(4097)->Unit(benchmark::kMillisecond);
+
+void FreeTree(benchmark::State& state)
+{
+    const auto side = static_cast<std::int32_t>(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto terrain = std::make_unique<TerrainLod>();
+        terrain->InitQuadTree(Grid(side).Source());
+        state.ResumeTiming();
+        terrain.reset();
+    }
+}
+BENCHMARK(FreeTree)->Arg(1025)->Unit(benchmark::kMillisecond);
+
+void UpdateSettled(benchmark::State& state)
+{
+    Scene scene(static_cast<std::int32_t>(state.range(0)));
+    for (auto _ : state)
+        scene.Update(0.0f);
+    const double active = CountActive(*scene.terrain.Root);
+    ReportPer(state, "ns/active", active);
+    state.counters["active"] = active;
+}
+BENCHMARK(UpdateSettled)->Arg(257)->Arg(1025)->Arg(4097)->Unit(benchmark::kMicrosecond);
+
+void UpdateMoving(benchmark::State& state)
+{
+    Scene scene(static_cast<std::int32_t>(state.range(0)));
+    float turn = 0.0f;
+    for (auto _ : state) {
+        turn += 0.002f;
+        if (turn > 1.0f)
+            turn -= 1.0f;
+        scene.Update(turn);
+    }
+    ReportPer(state, "ns/active", CountActive(*scene.terrain.Root));
+}
+BENCHMARK(UpdateMoving)->Arg(257)->Arg(1025)->Arg(4097)->Unit(benchmark::kMicrosecond);
+
+void Emission(benchmark::State& state)
+{
+    Scene scene(1025);
+    scene.terrain.UseColor(state.range(0) != 0);
+    QuadPatch patch(scene.terrain);
+    g_drawCalls = 0;
+    for (auto _ : state)
+        scene.terrain.Root->Emit(*scene.terrain.RootCorner, 1, &scene.frustum, patch);
+    const double drawn = static_cast<double>(g_drawCalls) / static_cast<double>(state.iterations());
+    ReportPer(state, "ns/drawn", drawn);
+    state.counters["drawn"] = drawn;
+}
+BENCHMARK(Emission)->ArgName("color")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
+void RealTimeWholeGrid(benchmark::State& state)
+{
+    const auto side = static_cast<std::int32_t>(state.range(0));
+    TestGrid grid(side, side, FractalHeights(side));
+    TerrainLod terrain;
+    terrain.SetElevationScale(static_cast<float>(side) * kHeightScale);
+    terrain.SetLOD(60.0f);
+    terrain.InitQuadTree(grid.Source());
+    terrain.SetRenderMode(1);
+    const float middle = static_cast<float>(side) * 0.5f;
+    float lift = 0.001f;
+    for (auto _ : state) {
+        state.PauseTiming();
+        for (std::int32_t y = 0; y < side; ++y) {
+            for (std::int32_t x = 0; x < side; ++x)
+                grid.At(x, y).value += lift;
+        }
+        lift = -lift;
+        state.ResumeTiming();
+        terrain.Root->Update(*terrain.RootCorner, {middle, 1.0f, middle}, 0.0f);
+    }
+    ReportPer(state, "ns/active", CountActive(*terrain.Root));
+}
+BENCHMARK(RealTimeWholeGrid)->Arg(257)->Arg(1025)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();

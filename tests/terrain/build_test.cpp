@@ -1,0 +1,161 @@
+#include "support/test_grid.h"
+#include "terrain/mesh.h"
+#include "terrain/terrain_lod.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+TEST(SampleAt, ClampsTheColumnAndTheRow)
+{
+    const TestGrid grid(4, 4, [](int x, int y) { return static_cast<float>(10 * y + x); });
+    const HeightSource source = grid.Source();
+    EXPECT_EQ(source.SampleAt(4, 1), 13.0f);
+    EXPECT_EQ(source.SampleAt(-3, 9), 30.0f);
+    EXPECT_EQ(source.SampleAt(2, 2), 22.0f);
+    HeightSource empty = source;
+    empty.Width = 0;
+    EXPECT_EQ(empty.SampleAt(0, 0), 0.0f);
+}
+
+TEST(SampleAt, InterpolatesWithinACellThatIsSeveralUnitsWide)
+{
+    const TestGrid grid(3, 3, [](int x, int y) { return static_cast<float>(4 * x + 100 * y); });
+    HeightSource source = grid.Source();
+    source.Scale = 2;
+    source.OriginX = 8;
+    EXPECT_EQ(source.SampleAt(8 + 5, 0), 5.0f);
+    EXPECT_EQ(source.SampleAt(8 + 2, 2), 52.0f);
+    EXPECT_EQ(source.SampleAt(8 + 11, 8), 208.0f);  // past the last column: the edge's own value
+    EXPECT_EQ(source.SampleAt(7, 0), 3.0f);         // the remainder counts west of the grid too
+}
+
+TEST(InitQuadTree, LevelIsTheSmallestThatCoversTheLargerSize)
+{
+    const std::tuple<int, int, int> cases[] = {{1, 1, 0}, {2, 1, 0}, {3, 3, 1},   {4, 2, 1},
+                                               {5, 5, 2}, {8, 8, 2}, {2, 100, 6}, {33, 32, 5}};
+    for (const auto& [width, height, level] : cases) {
+        const TestGrid grid(width, height, [](int, int) { return 0.5f; });
+        TerrainLod terrain;
+        terrain.InitQuadTree(grid.Source());
+        EXPECT_EQ(terrain.RootCorner->Level, level) << width << " x " << height;
+    }
+}
+
+TEST(InitQuadTree, TakesEverySampleButTheRootsCorners)
+{
+    const int side = 16;
+    TestGrid grid(side, side, [](int x, int y) { return HashNoise(x, y, 3) + 0.1f; });
+    TerrainLod terrain;
+    terrain.InitQuadTree(grid.Source());
+    const Mesh mesh = ReadMesh(terrain);
+    EXPECT_EQ(mesh.triangles.size(), 2u * side * side / 2);  // full detail: leaves of side 2 with four triangles each
+    for (const auto& triangle : mesh.triangles) {
+        for (const Mesh::Vertex& v : triangle) {
+            const bool rootCorner = v.x % side == 0 && v.z % side == 0;
+            const float expected = rootCorner ? 0.0f : grid.At(std::min(v.x, side - 1), std::min(v.z, side - 1)).value;
+            EXPECT_EQ(v.y, expected) << v.x << ", " << v.z;
+        }
+    }
+}
+
+TEST(InitQuadTree, PinsWhatCarriesHeightsAndNothingElse)
+{
+    TestGrid grid(16, 16, [](int, int) { return 0.0f; });
+    grid.At(3, 3).value = 0.25f;
+    TerrainLod terrain;
+    terrain.InitQuadTree(grid.Source());
+    const QuadNode& root = *terrain.Root;
+    EXPECT_TRUE(root.Pinned);
+    EXPECT_TRUE(root.Children[1]->Pinned);
+    EXPECT_FALSE(root.Children[0]->Pinned);
+    EXPECT_TRUE(root.Children[1]->Children[1]->Children[3]->Pinned);
+    EXPECT_FALSE(root.Children[1]->Children[1]->Children[0]->Pinned);
+    EXPECT_EQ(root.ActiveMask & 0xF0, 0xF0);  // flat or not, everything starts in the mesh
+}
+
+TEST(InitQuadTree, LeavesNodesPastTheGridFlatAndOutOfTheMesh)
+{
+    const TestGrid grid(5, 5, [](int, int) { return 0.5f; });
+    TerrainLod terrain;
+    terrain.InitQuadTree(grid.Source());
+    const QuadNode* overlapping = terrain.Root->Children[0];  // begins at x = 4, inside the inclusive test
+    ASSERT_NE(overlapping, nullptr);
+    EXPECT_TRUE(terrain.Root->ActiveMask & ChildBit(0));
+    const QuadNode* past = overlapping->Children[0];  // begins at x = 6
+    ASSERT_NE(past, nullptr);
+    EXPECT_FALSE(overlapping->ActiveMask & ChildBit(0));
+    EXPECT_FALSE(past->Pinned);
+    EXPECT_EQ(past->Samples[0].Height, 0.0f);
+}
+
+TEST(InitQuadTree, ASourceWithoutDataGivesAFlatTree)
+{
+    TerrainLod terrain;
+    terrain.InitQuadTree(HeightSource{});
+    EXPECT_EQ(terrain.Root->HighHeight, 0.0f);
+    EXPECT_FALSE(terrain.Root->Pinned);
+    EXPECT_EQ(FindBrokenRule(terrain), "");
+}
+
+TEST(InitQuadTree, ASizeBeyondTheLimitLeavesNoTree)
+{
+    const TestGrid grid(4, 4, [](int, int) { return 0.5f; });
+    HeightSource source = grid.Source();
+    source.Width = (1 << 30) + 1;
+    TerrainLod terrain;
+    EXPECT_THROW(terrain.InitQuadTree(source), std::length_error);
+    EXPECT_EQ(terrain.Root, nullptr);
+}
+
+TEST(InitQuadTree, AFailedAllocationAnywhereLeavesNoTreeAndNoMemory)
+{
+    const TestGrid grid(20, 13, [](int x, int y) { return HashNoise(x, y, 5); });
+    TerrainLod terrain;
+    terrain.InitQuadTree(grid.Source());
+    const std::size_t needed = terrain.Nodes.BlocksUsed();
+    for (std::size_t limit = 0; limit < needed; ++limit) {
+        terrain.Nodes.BlockLimit = limit;
+        EXPECT_THROW(terrain.InitQuadTree(grid.Source()), std::bad_alloc);
+        EXPECT_EQ(terrain.Root, nullptr);
+        EXPECT_EQ(terrain.Nodes.BytesHeld(), 0u);
+        EXPECT_THROW(terrain.Build3D(), std::bad_alloc);
+        EXPECT_EQ(terrain.Root, nullptr);
+    }
+    terrain.Nodes.BlockLimit = SIZE_MAX;
+    terrain.Build3D();
+    EXPECT_EQ(terrain.Nodes.BlocksUsed(), needed);
+}
+
+TEST(Build3D, FollowsTheGridAndKeepsTheSettings)
+{
+    TestGrid grid(9, 9, [](int x, int y) { return HashNoise(x, y, 1); });
+    TerrainLod terrain;
+    terrain.InitQuadTree(grid.Source());
+    terrain.SetRenderMode(1);
+    terrain.Root->Update(*terrain.RootCorner, {1e6f, 0.0f, 1e6f}, 0.0f);
+    grid.At(3, 3).value = 9.0f;
+    terrain.Build3D();
+    EXPECT_EQ(terrain.Root->HighHeight, 9.0f);
+    EXPECT_EQ(terrain.GetRenderMode(), 1);
+    TerrainLod fresh;
+    fresh.InitQuadTree(grid.Source());
+    EXPECT_EQ(Activity(terrain), Activity(fresh));
+}
+
+TEST(SetLOD, TakesTheScaleOfItsMoment)
+{
+    TerrainLod terrain;
+    EXPECT_EQ(terrain.ScaledLodFactor, 150.0f);
+    terrain.SetElevationScale(10.0f);
+    EXPECT_EQ(terrain.ScaledLodFactor, 150.0f);
+    terrain.SetLOD(2.0f);
+    EXPECT_EQ(terrain.ScaledLodFactor, 20.0f);
+    terrain.SetElevationScale(60.0f);
+    EXPECT_EQ(terrain.ScaledLodFactor, 20.0f);
+    EXPECT_EQ(terrain.GetLOD(), 2.0f);
+}
+
+}  // namespace

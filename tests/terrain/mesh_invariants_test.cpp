@@ -1,0 +1,134 @@
+// Random grids, viewers and settings through build, update and emission: whatever happens, the tree keeps its rules and
+// the mesh has no crack.
+
+#include "support/test_grid.h"
+#include "terrain/mesh.h"
+#include "terrain/terrain_lod.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+
+namespace {
+
+/// Rounds of the random tests. TESSARA_FUZZ_ROUNDS asks for more.
+int Rounds(int usual)
+{
+    const char* asked = std::getenv("TESSARA_FUZZ_ROUNDS");
+    return asked ? std::atoi(asked) : usual;
+}
+
+class RandomTerrain {
+public:
+    explicit RandomTerrain(std::uint32_t seed)
+        : random_(seed),
+          width(Size()),
+          height(random_() % 3 ? Size() : width),
+          grid(width, height, HeightsOfKind(static_cast<std::uint32_t>(random_() % 6), seed))
+    {
+        terrain.InitQuadTree(grid.Source());
+    }
+
+    std::int32_t Size()
+    {
+        const std::int32_t sizes[] = {1, 2, 3, 4, 5, 8, 9, 16, 17, 31, 33, 48, 64, 65};
+        return random_() % 2 ? sizes[random_() % std::size(sizes)] : static_cast<std::int32_t>(1 + random_() % 70);
+    }
+
+    std::function<float(std::int32_t, std::int32_t)> HeightsOfKind(std::uint32_t kind, std::uint32_t seed) const
+    {
+        const std::int32_t w = width;
+        switch (kind) {
+        case 0:
+            return [seed](int x, int y) { return HashNoise(x, y, seed); };
+        case 1:
+            return FractalHeights(64, seed);
+        case 2:
+            return [](int, int) { return 0.0f; };
+        case 3:
+            return [w](int x, int) { return static_cast<float>(x) / static_cast<float>(w); };
+        case 4:  // islands in a sea of exact zeros
+            return [seed](int x, int y) { return HashNoise(x / 7, y / 7, seed) < 0.7f ? 0.0f : HashNoise(x, y, seed); };
+        default:  // spikes, also below zero
+            return
+                [seed](int x, int y) { return HashNoise(x, y, seed) < 0.98f ? 0.5f : HashNoise(y, x, seed) * 8 - 4; };
+        }
+    }
+
+    void Step()
+    {
+        switch (random_() % 8) {
+        case 0:
+            terrain.SetElevationScale(Uniform(0.0f, 80.0f));
+            break;
+        case 1:
+            terrain.SetLOD(Uniform(0.0f, 10.0f) * Uniform(0.0f, 30.0f));
+            break;
+        case 2:
+            terrain.SetRenderMode(static_cast<std::int32_t>(random_() % 2));
+            break;
+        case 3:
+            grid.At(static_cast<std::int32_t>(random_() % static_cast<std::uint32_t>(width)),
+                    static_cast<std::int32_t>(random_() % static_cast<std::uint32_t>(height)))
+                .value = Uniform(-1.0f, 2.0f);
+            break;
+        case 4:
+            if (random_() % 10 == 0)
+                terrain.Build3D();
+            break;
+        default:
+            break;
+        }
+        const auto reach = static_cast<float>(std::max(width, height));
+        viewer_ = random_() % 4 ? viewer_
+                                : Viewer{Uniform(-reach, 2 * reach), Uniform(-2.0f, 60.0f), Uniform(-reach, 2 * reach)};
+        terrain.Root->Update(*terrain.RootCorner, viewer_, 0.0f);
+    }
+
+    float Uniform(float low, float high) { return std::uniform_real_distribution<float>(low, high)(random_); }
+
+private:
+    std::mt19937 random_;
+
+public:
+    std::int32_t width;
+    std::int32_t height;
+    TestGrid grid;
+    TerrainLod terrain;
+
+private:
+    Viewer viewer_{0.0f, 10.0f, 0.0f};
+};
+
+TEST(Mesh, HasNoCrackAndKeepsItsRulesWhateverHappens)
+{
+    for (int round = 0; round < Rounds(120); ++round) {
+        RandomTerrain random(static_cast<std::uint32_t>(round));
+        ASSERT_EQ(FindBrokenRule(random.terrain), "") << "round " << round;
+        for (int frame = 0; frame < 24; ++frame) {
+            random.Step();
+            ASSERT_EQ(FindBrokenRule(random.terrain), "") << "round " << round << " frame " << frame;
+            ASSERT_EQ(FindCrack(ReadMesh(random.terrain)), "") << "round " << round << " frame " << frame;
+        }
+    }
+}
+
+TEST(Mesh, HasNoGapWhereTheGridFillsTheRoot)
+{
+    for (int round = 0; round < Rounds(40); ++round) {
+        const std::int32_t side = 4 << round % 5;
+        const TestGrid grid(side, side,
+                            [&](int x, int y) { return HashNoise(x, y, static_cast<std::uint32_t>(round)); });
+        TerrainLod terrain;
+        terrain.InitQuadTree(grid.Source());
+        terrain.ScaledLodFactor = static_cast<float>(10 * round);
+        for (int frame = 0; frame < 12; ++frame) {
+            const float at = static_cast<float>(frame * side) / 12.0f;
+            terrain.Root->Update(*terrain.RootCorner, {at, 2.0f, at * 0.5f}, 0.0f);
+            ASSERT_EQ(FindGap(ReadMesh(terrain)), "") << "round " << round << " frame " << frame;
+        }
+    }
+}
+
+}  // namespace
