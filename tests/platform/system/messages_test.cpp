@@ -1,0 +1,38 @@
+#include "support/message_capture.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tessara::test::MessageCapture;
+
+TEST(Messages, GoToTheSinkInPlaceAndThenToTheOneBefore)
+{
+    MessageCapture outer;
+    {
+        MessageCapture inner;
+        OutputDebugStringA("one \n");
+        OutputDebugStringA(nullptr);
+        tessara::ShowMessageBox("text", "title");
+        EXPECT_EQ(inner.lines, std::vector<std::string>{"one \n"});
+        ASSERT_EQ(inner.boxes.size(), 1u);
+        EXPECT_EQ(inner.boxes[0].first, "title");
+        EXPECT_EQ(inner.boxes[0].second, "text");
+    }
+    OutputDebugStringA("two");
+    tessara::ShowMessageBox(nullptr);
+    EXPECT_EQ(outer.lines, std::vector<std::string>{"two"});
+    EXPECT_EQ(outer.boxes.size(), 1u);
+}
+
+TEST(Messages, GoToStandardErrorAsOneLineEachByDefault)
+{
+    testing::internal::CaptureStderr();
+    OutputDebugStringA("ended \n");
+    OutputDebugStringA("open %s");
+    tessara::ShowMessageBox("text");
+    tessara::ShowMessageBox("text", "title");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "ended \nopen %s\ntext\ntitle: text\n");
+}
+
+}  // namespace
