@@ -1,0 +1,68 @@
+#include "support/allocation_failure.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+namespace tessara::test {
+
+namespace {
+
+constexpr std::size_t kNever = SIZE_MAX;
+
+std::size_t g_refusedSize = kNever;
+std::size_t g_remaining = kNever;
+
+bool Refused(std::size_t size)
+{
+    if (g_remaining != kNever && g_remaining != 0)
+        --g_remaining;
+    return size == g_refusedSize || g_remaining == 0;
+}
+
+}  // namespace
+
+RefusedSize::RefusedSize(std::size_t size)
+{
+    g_refusedSize = size;
+}
+
+RefusedSize::~RefusedSize()
+{
+    g_refusedSize = kNever;
+}
+
+MemoryShortage::MemoryShortage(std::size_t n)
+{
+    g_remaining = n;
+}
+
+MemoryShortage::~MemoryShortage()
+{
+    g_remaining = kNever;
+}
+
+bool MemoryShortage::Struck() const
+{
+    return g_remaining == 0;
+}
+
+}  // namespace tessara::test
+
+void* operator new(std::size_t size)
+{
+    void* memory = tessara::test::Refused(size) ? nullptr : std::malloc(size ? size : 1);
+    if (!memory)
+        throw std::bad_alloc();
+    return memory;
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
