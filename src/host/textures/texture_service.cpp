@@ -1,0 +1,114 @@
+#include "host/textures/texture_service.h"
+
+#include "platform/com/bstr.h"
+#include "platform/com/guard.h"
+
+namespace tessara {
+
+TextureService::~TextureService()
+{
+    for (const TextureRecord* record : textures_.records)
+        delete record;
+}
+
+void TextureService::MeetContext()
+{
+    if (metContext_ || !glGetString(GL_VERSION))
+        return;
+    metContext_ = true;  // also after a failure: the user is told once
+    textures_.InitMultitexture();
+    textures_.useAnisotropy = CTextureMgrImp::IsExtensionSupported("GL_EXT_texture_filter_anisotropic");
+}
+
+template <class Body>
+HRESULT TextureService::Run(Body&& body)
+{
+    return Guard([&] {
+        MeetContext();
+        return body() ? S_OK : E_FAIL;
+    });
+}
+
+HRESULT TextureService::CreateTexture(LONG width, LONG height, LONG bitsPerPixel, const void* pixels, ULONG* id)
+{
+    if (!id)
+        return E_POINTER;
+    *id = 0;
+    return Run([&] {
+        return textures_.CreateTexture(elementName_.c_str(), textureName_.c_str(), width, height, bitsPerPixel, pixels,
+                                       id);
+    });
+}
+
+HRESULT TextureService::UnbindTexture()
+{
+    return Run([&] { return textures_.DisableTexture(); });
+}
+
+HRESULT TextureService::ReleaseTexture(ULONG id)
+{
+    return Run([&] { return textures_.ReleaseTexture(id); });
+}
+
+HRESULT TextureService::BindTexture(ULONG id)
+{
+    return Run([&] { return textures_.BindTexture(id); });
+}
+
+HRESULT TextureService::GetTextureData(ULONG id, LONG* width, LONG* height, LONG* bitsPerPixel, LONG, void** pixels)
+{
+    for (LONG* out : {width, height, bitsPerPixel}) {
+        if (out)
+            *out = 0;
+    }
+    if (pixels)
+        *pixels = nullptr;
+    return Run(
+        [&] { return textures_.GetTextureInfo(id, width, height, bitsPerPixel, nullptr, pixels, &CoTaskMemAlloc); });
+}
+
+HRESULT TextureService::SelectTextureUnit(ULONG unit)
+{
+    return Run([&] {
+        if (!textures_.activeTexture)
+            return false;
+        textures_.activeTexture(unit);
+        return true;
+    });
+}
+
+LONG TextureService::HasMultitexture()
+{
+    return SUCCEEDED(Run([&] { return textures_.IsMultitextureSupported(); })) ? 1 : 0;
+}
+
+HRESULT TextureService::SetElementName(BSTR name)
+{
+    return Guard([&] {
+        elementName_ = NarrowText(name);
+        return S_OK;
+    });
+}
+
+HRESULT TextureService::SetTextureName(BSTR name)
+{
+    return Guard([&] {
+        textureName_ = NarrowText(name);
+        return S_OK;
+    });
+}
+
+HRESULT TextureService::GetImplementation(CTextureMgrImp** implementation)
+{
+    if (!implementation)
+        return E_POINTER;
+    *implementation = &textures_;
+    return Run([] { return true; });
+}
+
+HRESULT TextureService::ResetTextureUnit()
+{
+    return Run([&] { return textures_.DisableCombinedTextures(); });
+}
+
+}  // namespace tessara
