@@ -22,6 +22,11 @@ float SphereInside(const FrustumPlane* planes, int count, float x, float y, floa
     return 1.0f;
 }
 
+float Aspect(std::int32_t width, std::int32_t height)
+{
+    return static_cast<float>(height) / static_cast<float>(width);
+}
+
 double HalfAngle(float fieldOfView)
 {
     return fieldOfView * (kPi / 180.0) / 2.0;
@@ -67,11 +72,14 @@ float TerrainFrustum::SpherePassesSides(float x, float y, float z, float radius)
 
 void TerrainFrustum::BuildViewPlanes(std::int32_t width, std::int32_t height)
 {
-    const float aspect = static_cast<float>(height) / static_cast<float>(width);
-    const double across = HalfAngle(FieldOfView);
-    const double upright = std::atan(std::tan(across) * static_cast<double>(aspect));
-    MultiplyProjection(across, aspect);
+    MultiplyProjection(HalfAngle(FieldOfView), Aspect(width, height));
+    SetViewPlanes(width, height);
+}
 
+void TerrainFrustum::SetViewPlanes(std::int32_t width, std::int32_t height)
+{
+    const double across = HalfAngle(FieldOfView);
+    const double upright = std::atan(std::tan(across) * static_cast<double>(Aspect(width, height)));
     const auto cosAcross = static_cast<float>(std::cos(across));
     const auto sinAcross = static_cast<float>(std::sin(across));
     const auto cosUpright = static_cast<float>(std::cos(upright));
@@ -88,7 +96,7 @@ void TerrainFrustum::ApplyProjection() const
 {
     GLint viewport[4] = {};
     glGetIntegerv(GL_VIEWPORT, viewport);
-    MultiplyProjection(HalfAngle(FieldOfView), static_cast<float>(viewport[3]) / static_cast<float>(viewport[2]));
+    MultiplyProjection(HalfAngle(FieldOfView), Aspect(viewport[2], viewport[3]));
 }
 
 void TerrainFrustum::MultiplyProjection(double halfAngle, float aspect) const

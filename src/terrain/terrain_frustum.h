@@ -36,6 +36,9 @@ public:
     /// field of view is the angle across the viewport's width.
     void BuildViewPlanes(std::int32_t width, std::int32_t height);
 
+    /// Writes ViewPlanes alone. Needs no OpenGL.
+    void SetViewPlanes(std::int32_t width, std::int32_t height);
+
     /// Multiplies the current OpenGL matrix with the projection for the current viewport.
     void ApplyProjection() const;
 

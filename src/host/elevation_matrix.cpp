@@ -1,0 +1,152 @@
+#include "host/elevation_matrix.h"
+
+#include "host/elevation_cell.h"
+#include "platform/com/guard.h"
+
+namespace tessara {
+
+ElevationMatrix::ElevationMatrix(IUnknown* outer) : ComObject(outer), palette_(std::make_unique<ElevationPalette>())
+{
+    grid_.SetElevationRange(0.0f, 1.0f);
+}
+
+ElevationMatrix::~ElevationMatrix() = default;
+
+HRESULT ElevationMatrix::SetWidth(LONG width)
+{
+    wantedWidth_ = width;
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::SetHeight(LONG height)
+{
+    wantedHeight_ = height;
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::GetWidth(LONG* width)
+{
+    if (!width)
+        return E_POINTER;
+    grid_.GetWidth(width);
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::GetHeight(LONG* height)
+{
+    if (!height)
+        return E_POINTER;
+    grid_.GetHeight(height);
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::AllocateCells()
+{
+    if (wantedWidth_ <= 0 || wantedHeight_ <= 0)
+        return E_INVALIDARG;
+    DropCells();
+    const HRESULT result = Guard([this] {
+        grid_.SetWidth(wantedWidth_);
+        grid_.SetHeight(wantedHeight_);
+        return grid_.Allocate(nullptr) ? S_OK : E_OUTOFMEMORY;
+    });
+    if (FAILED(result))
+        DropCells();
+    return result;
+}
+
+HRESULT ElevationMatrix::GetCell(LONG x, LONG y, IElevationCell** cell)
+{
+    if (!cell)
+        return E_POINTER;
+    *cell = nullptr;
+    if (!grid_.ElementAt(x, y))
+        return E_INVALIDARG;
+    return Guard([&] {
+        auto found = spareCell_ ? std::move(spareCell_) : std::make_unique<ElevationCell>(*this);
+        found->MoveTo(x, y);
+        found->AddRef();
+        ++cellsOut_;
+        *cell = found.release();
+        return S_OK;
+    });
+}
+
+HRESULT ElevationMatrix::SetElevationRange(float minimum, float maximum)
+{
+    grid_.SetElevationRange(minimum, maximum);
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::SetPalette(ElevationPalette* palette)
+{
+    if (!palette)
+        return E_POINTER;
+    if (palette != palette_.get())
+        palette_.reset(palette);
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::ResetMatrix()
+{
+    DropCells();
+    wantedWidth_ = 0;
+    wantedHeight_ = 0;
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::BeginUpdate(LONG)
+{
+    ++openUpdates_;
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::EndUpdate(LONG)
+{
+    if (openUpdates_ == 0)
+        return E_UNEXPECTED;
+    --openUpdates_;
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::GetPalette(ElevationPalette** palette)
+{
+    if (!palette)
+        return E_POINTER;
+    *palette = palette_.get();
+    return S_OK;
+}
+
+HRESULT ElevationMatrix::GetGrid(ElevationElement** grid)
+{
+    if (!grid)
+        return E_POINTER;
+    *grid = nullptr;
+    return grid_.GetGrid(grid) ? S_OK : E_FAIL;
+}
+
+void ElevationMatrix::TakeBack(ElevationCell* cell) noexcept
+{
+    std::unique_ptr<ElevationCell> returned(cell);
+    --cellsOut_;
+    if (!spareCell_)
+        spareCell_ = std::move(returned);
+    if (released_ && cellsOut_ == 0)
+        delete this;
+}
+
+void ElevationMatrix::FinalRelease() noexcept
+{
+    released_ = true;
+    if (cellsOut_ == 0)
+        delete this;
+}
+
+void ElevationMatrix::DropCells()
+{
+    grid_.Free();
+    grid_.SetWidth(0);
+    grid_.SetHeight(0);
+}
+
+}  // namespace tessara

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/com/com.h"
+
+#include <vector>
+
+namespace tessara {
+
+/// The host's classes in the process's class table, until the end of its life: CLSID_ElevationMatrix.
+class HostClasses {
+public:
+    HostClasses(const HostClasses&) = delete;
+    HostClasses& operator=(const HostClasses&) = delete;
+    HostClasses(HostClasses&& other) noexcept = default;
+    HostClasses& operator=(HostClasses&& other) noexcept
+    {
+        cookies_.swap(other.cookies_);
+        return *this;
+    }
+    ~HostClasses();
+
+private:
+    friend HostClasses RegisterHostClasses();
+    HostClasses() = default;
+    void Add(REFCLSID clsid, IUnknown* factory);
+
+    std::vector<DWORD> cookies_;
+};
+
+/// Makes CoCreateInstance know the host's classes. \throws std::bad_alloc
+[[nodiscard]] HostClasses RegisterHostClasses();
+
+}  // namespace tessara
