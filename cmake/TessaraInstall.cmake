@@ -1,0 +1,53 @@
+# What an installed tree holds, and how a project outside finds it. The libraries find each other relative to where they
+# lie, so that the tree may be moved as a whole.
+include(CMakePackageConfigHelpers)
+
+set(TESSARA_INSTALL_HEADERS ${CMAKE_INSTALL_INCLUDEDIR}/tessara)
+set(TESSARA_INSTALL_CMAKE ${CMAKE_INSTALL_LIBDIR}/cmake/Tessara)
+file(RELATIVE_PATH tessara_bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+
+# The interfaces and the plain classes that cross the border, without a library.
+add_library(tessara-headers INTERFACE)
+target_compile_features(tessara-headers INTERFACE cxx_std_20)
+target_include_directories(tessara-headers INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
+
+# Libraries that a host links with, each under the name Tessara::<name>.
+foreach(name headers platform frustum textures host)
+    if(TARGET tessara-${name})
+        set_target_properties(tessara-${name} PROPERTIES EXPORT_NAME ${name} INSTALL_RPATH "$ORIGIN"
+            VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+        install(TARGETS tessara-${name} EXPORT TessaraTargets
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+            ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+            INCLUDES DESTINATION ${TESSARA_INSTALL_HEADERS}
+        )
+    endif()
+endforeach()
+
+# The component lies beside the libraries; nobody links with it.
+if(TARGET tessara-module)
+    set_target_properties(tessara-module PROPERTIES INSTALL_RPATH "$ORIGIN")
+    install(TARGETS tessara-module LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime)
+endif()
+if(TARGET tessara)
+    set_target_properties(tessara PROPERTIES INSTALL_RPATH "$ORIGIN/${tessara_bin_to_lib}")
+    install(TARGETS tessara RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
+endif()
+
+# Headers keep the folders of the sources: #include "services/kvo_host.h" works here and there.
+foreach(room platform/com platform/gl services textures host)
+    install(DIRECTORY src/${room}/ DESTINATION ${TESSARA_INSTALL_HEADERS}/${room} COMPONENT development
+        FILES_MATCHING PATTERN "*.h" PATTERN "module_library.h" EXCLUDE)
+endforeach()
+install(FILES src/terrain/terrain_frustum.h DESTINATION ${TESSARA_INSTALL_HEADERS}/terrain COMPONENT development)
+install(FILES src/surface/itessara.h DESTINATION ${TESSARA_INSTALL_HEADERS}/surface COMPONENT development)
+
+set(TESSARA_INSTALLED_MODULE ${CMAKE_INSTALL_LIBDIR}/Tessara.so)
+configure_package_config_file(cmake/TessaraConfig.cmake.in ${PROJECT_BINARY_DIR}/TessaraConfig.cmake
+    INSTALL_DESTINATION ${TESSARA_INSTALL_CMAKE}
+    PATH_VARS TESSARA_INSTALLED_MODULE
+)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/TessaraConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(EXPORT TessaraTargets NAMESPACE Tessara:: DESTINATION ${TESSARA_INSTALL_CMAKE} COMPONENT development)
+install(FILES ${PROJECT_BINARY_DIR}/TessaraConfig.cmake ${PROJECT_BINARY_DIR}/TessaraConfigVersion.cmake
+    DESTINATION ${TESSARA_INSTALL_CMAKE} COMPONENT development)
