@@ -1,0 +1,210 @@
+// The smallest host that draws: a matrix, a camera and a host object of its own, one terrain, one frame off-screen.
+
+#include "platform/com/bstr.h"
+#include "platform/com/com_object.h"
+#include "platform/com/module_class.h"
+#include "platform/gl/gl.h"
+#include "services/camera_object.h"
+#include "services/elevation_matrix.h"
+#include "services/kvo_host.h"
+#include "surface/itessara.h"
+#include "terrain/terrain_frustum.h"
+#include "textures/elevation_element.h"
+#include "textures/elevation_palette.h"
+
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kSide = 257;        // grid points a side
+constexpr int kPicture = 256;     // pixels a side
+constexpr float kRelief = 40.0f;  // drawn height of the highest point, in grid cells
+
+/// A height field that is there from the start: the component reads it and asks for no change.
+class Hills final : public ComObject<IElevationMatrix> {
+public:
+    Hills() : grid_(kSide * kSide)
+    {
+        for (int i = 0; i < kSide * kSide; ++i) {
+            const int column = i % kSide, row = i / kSide;
+            const float x = 0.05f * static_cast<float>(column), z = 0.05f * static_cast<float>(row);
+            grid_[static_cast<std::size_t>(i)].value = 0.5f + 0.25f * std::sin(x) + 0.25f * std::cos(z + 0.5f * x);
+        }
+    }
+    HRESULT GetWidth(LONG* width) override { return *width = kSide, S_OK; }
+    HRESULT GetHeight(LONG* height) override { return *height = kSide, S_OK; }
+    HRESULT GetPalette(ElevationPalette** palette) override { return *palette = &palette_, S_OK; }
+    HRESULT GetGrid(ElevationElement** grid) override { return *grid = grid_.data(), S_OK; }
+    HRESULT SetWidth(LONG) override { return E_NOTIMPL; }
+    HRESULT SetHeight(LONG) override { return E_NOTIMPL; }
+    HRESULT AllocateCells() override { return E_NOTIMPL; }
+    HRESULT GetCell(LONG, LONG, IElevationCell** cell) override { return *cell = nullptr, E_NOTIMPL; }
+    HRESULT SetElevationRange(float, float) override { return E_NOTIMPL; }
+    HRESULT SetPalette(ElevationPalette*) override { return E_NOTIMPL; }
+    HRESULT ResetMatrix() override { return E_NOTIMPL; }
+    HRESULT BeginUpdate(LONG) override { return S_OK; }
+    HRESULT EndUpdate(LONG) override { return S_OK; }
+
+private:
+    std::vector<ElevationElement> grid_;
+    ElevationPalette palette_;
+};
+
+/// A host without textures and dialogs. Keys are the one service that every surface asks for.
+class Host final : public ComObject<IKvoHost> {
+    HRESULT NewElementKey(BSTR* key) override
+    {
+        *key = tessara::MakeBstr("KEY" + std::to_string(++keys_));
+        return S_OK;
+    }
+    HRESULT GetTextureMgr(ITextureMgr** textures) override { return *textures = nullptr, E_NOTIMPL; }
+    HRESULT CreateImageFile(IImageFile** image) override { return *image = nullptr, E_NOTIMPL; }
+    HRESULT OpenTextureDatabase(ITextureDatabase** database, VARIANT*) override
+    {
+        return *database = nullptr, E_NOTIMPL;
+    }
+    HRESULT LoadTextureFromDB(BSTR, BSTR, ULONG*, VARIANT*) override { return E_NOTIMPL; }
+    HRESULT LoadPreviewTexture(BSTR, BSTR, ULONG*, VARIANT*) override { return E_NOTIMPL; }
+    HRESULT GetProgressWindow(IProgressWindow** progress) override { return *progress = nullptr, E_NOTIMPL; }
+
+    int keys_ = 0;
+};
+
+/// A camera that stands at the south-west corner, above the ground, and looks north-east and down.
+class Camera final : public ComObject<ICameraObject> {
+public:
+    /// Loads OpenGL's matrices and derives the planes of the frustum in the same space.
+    void Apply()
+    {
+        frustum_.Near = 1.0f;
+        frustum_.Far = 4.0f * kSide;
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        frustum_.BuildViewPlanes(kPicture, kPicture);
+        // Rows of the rotation into a view space with x to the left, y up and z forward.
+        const float a = std::sqrt(0.5f), s = std::sin(0.5f), c = std::cos(0.5f);
+        const float rows[3][3] = {{-a, 0, -a}, {a * s, c, -a * s}, {a * c, -s, -a * c}};
+        float matrix[16] = {};
+        matrix[15] = 1;
+        for (int row = 0; row < 3; ++row) {
+            for (int column = 0; column < 3; ++column) {
+                matrix[column * 4 + row] = rows[row][column];
+                matrix[12 + row] -= rows[row][column] * eye_[column];
+            }
+        }
+        glMatrixMode(GL_MODELVIEW);
+        glLoadMatrixf(matrix);
+        for (int i = 0; i < 6; ++i) {
+            const FrustumPlane& view = frustum_.ViewPlanes[i];
+            float n[3], d = view.d;
+            for (int k = 0; k < 3; ++k) {
+                n[k] = view.a * rows[0][k] + view.b * rows[1][k] + view.c * rows[2][k];
+                d += n[k] * eye_[k];
+            }
+            frustum_.WorldPlanes[i] = {n[0], n[1], n[2], d};
+        }
+    }
+    HRESULT GetPosition(float* position) override { return std::copy_n(eye_, 3, position), S_OK; }
+    HRESULT GetFrustum(TerrainFrustum** frustum) override { return *frustum = &frustum_, S_OK; }
+
+private:
+    float eye_[3] = {-20.0f, 100.0f, kSide + 20.0f};
+    TerrainFrustum frustum_;
+};
+
+/// Makes an off-screen context current, on whatever renderer the machine has.
+bool OpenContext()
+{
+    EGLDisplay display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+    const EGLint want[] = {
+        EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT, EGL_DEPTH_SIZE, 24, EGL_RED_SIZE, 8,
+        EGL_NONE};
+    const EGLint size[] = {EGL_WIDTH, kPicture, EGL_HEIGHT, kPicture, EGL_NONE};
+    EGLConfig config = nullptr;
+    EGLint count = 0;
+    if (!eglInitialize(display, nullptr, nullptr) || !eglBindAPI(EGL_OPENGL_API) ||
+        !eglChooseConfig(display, want, &config, 1, &count) || count == 0)
+        return false;
+    EGLSurface surface = eglCreatePbufferSurface(display, config, size);
+    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
+    return eglMakeCurrent(display, surface, surface, context) != EGL_FALSE;
+}
+
+/// Counts the pixels that the terrain covered.
+int CountDrawn()
+{
+    std::vector<unsigned char> pixels(kPicture * kPicture * 4);
+    glReadPixels(0, 0, kPicture, kPicture, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    int drawn = 0;
+    for (std::size_t i = 0; i < pixels.size(); i += 4)
+        drawn += pixels[i] + pixels[i + 1] + pixels[i + 2] != 0;
+    return drawn;
+}
+
+/// Counts the triangles of the camera's frame: three lines of text each.
+int CountTriangles(ITessara& terrain, Camera& camera)
+{
+    const std::string path = (std::filesystem::temp_directory_path() / "minimal_host_triangles.txt").string();
+    terrain.GetRenderedPolygons(tessara::BstrHolder(path).Get(), &camera);
+    std::ifstream file(path);
+    const auto lines = std::count(std::istreambuf_iterator<char>(file), {}, '\n');
+    std::filesystem::remove(path);
+    return static_cast<int>(lines / 3);
+}
+
+int Fail(const char* what, HRESULT result)
+{
+    std::fprintf(stderr, "minimal_host: %s failed with 0x%08X\n", what, static_cast<unsigned>(result));
+    return 1;
+}
+
+}  // namespace
+
+int main()
+{
+    tessara::RegisterModuleClass(CLSID_CoTessara, TESSARA_MODULE);
+    ComPtr<ITessara> terrain;
+    HRESULT result =
+        CoCreateInstance(CLSID_CoTessara, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<ITessara>, terrain.OutVoid());
+    if (FAILED(result))
+        return Fail("making a CoTessara from " TESSARA_MODULE, result);
+
+    const ComPtr<Hills> hills = MakeObject<Hills>();
+    const ComPtr<Camera> camera = MakeObject<Camera>();
+    terrain->InitServer();
+    terrain->SetKVO(MakeObject<Host>().Get());
+    terrain->SetMatrix(hills.Get());
+    terrain->SetElevationScale(kRelief);
+    terrain->SetLOD(50.0f);
+    result = terrain->InitQuadTree();
+    if (FAILED(result))
+        return Fail("building the terrain", result);
+
+    const bool context = OpenContext();
+    int drawn = 0;
+    if (context) {
+        glEnable(GL_DEPTH_TEST);
+        camera->Apply();
+        for (int frame = 0; frame < 4; ++frame) {  // the first frames settle the level of detail
+            glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+            terrain->Draw3D(camera.Get());
+        }
+        drawn = CountDrawn();
+        std::printf("%d of %d pixels show the terrain\n", drawn, kPicture * kPicture);
+    } else {
+        std::printf("no off-screen OpenGL on this machine: triangles only\n");
+    }
+    const int triangles = CountTriangles(*terrain.Get(), *camera.Get());
+    std::printf("%d triangles\n", triangles);
+    terrain->StopServer();
+    return triangles > 0 && (!context || drawn > 0) ? 0 : 1;
+}
