@@ -12,7 +12,7 @@ target_compile_features(tessara-headers INTERFACE cxx_std_20)
 target_include_directories(tessara-headers INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
 
 # Libraries that a host links with, each under the name Tessara::<name>.
-foreach(name headers platform frustum textures host)
+foreach(name headers platform host)
     if(TARGET tessara-${name})
         set_target_properties(tessara-${name} PROPERTIES EXPORT_NAME ${name} INSTALL_RPATH "$ORIGIN"
             VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
