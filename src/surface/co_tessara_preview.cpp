@@ -1,4 +1,4 @@
-#include "platform/gl/gl.h"
+#include "platform/gl/unpadded_rows.h"
 #include "services/elevation_matrix.h"
 #include "services/kvo_host.h"
 #include "services/progress_window.h"
@@ -76,6 +76,7 @@ HRESULT CoTessara::CreateTextureSurface2D()
                     CreateSlotTexture(Canvas, width, height, kCanvasBits, pixels.data());
                 } else {
                     ActivateCanvasTexture();
+                    const tessara::UnpaddedRows rows(GL_UNPACK_ALIGNMENT);
                     gluBuild2DMipmaps(GL_TEXTURE_2D, 3, width, height, GL_BGR_EXT, GL_UNSIGNED_BYTE, pixels.data());
                 }
             }

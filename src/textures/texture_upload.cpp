@@ -1,3 +1,4 @@
+#include "platform/gl/unpadded_rows.h"
 #include "platform/system/message_box.h"
 #include "textures/ctexture_mgr_imp.h"
 #include "textures/gl_error.h"
@@ -25,27 +26,9 @@ const PixelFormat* FormatOf(std::int32_t bitDepth)
     return nullptr;
 }
 
-/// Makes rows of a transfer unpadded for as long as it lives.
-class UnpaddedRows {
-public:
-    /// \param alignment GL_UNPACK_ALIGNMENT or GL_PACK_ALIGNMENT
-    explicit UnpaddedRows(GLenum alignment) : alignment_(alignment)
-    {
-        glGetIntegerv(alignment_, &previous_);
-        glPixelStorei(alignment_, 1);
-    }
-    UnpaddedRows(const UnpaddedRows&) = delete;
-    UnpaddedRows& operator=(const UnpaddedRows&) = delete;
-    ~UnpaddedRows() { glPixelStorei(alignment_, previous_); }
-
-private:
-    GLenum alignment_;
-    GLint previous_ = 4;
-};
-
 bool BuildMipmaps(const PixelFormat& format, std::int32_t width, std::int32_t height, const void* pixels)
 {
-    const UnpaddedRows rows(GL_UNPACK_ALIGNMENT);
+    const tessara::UnpaddedRows rows(GL_UNPACK_ALIGNMENT);
     return gluBuild2DMipmaps(GL_TEXTURE_2D, format.components, width, height, format.format, GL_UNSIGNED_BYTE,
                              pixels) == 0;
 }
@@ -94,7 +77,7 @@ GLint BoundComponents()
 
 void ReadBack(GLenum format, void* pixels)
 {
-    const UnpaddedRows rows(GL_PACK_ALIGNMENT);
+    const tessara::UnpaddedRows rows(GL_PACK_ALIGNMENT);
     glGetTexImage(GL_TEXTURE_2D, 0, format, GL_UNSIGNED_BYTE, pixels);
 }
 
