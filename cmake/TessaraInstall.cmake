@@ -11,13 +11,13 @@ add_library(tessara-headers INTERFACE)
 target_compile_features(tessara-headers INTERFACE cxx_std_20)
 target_include_directories(tessara-headers INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
 
-# Libraries that a host links with, each under the name Tessara::<name>.
+# Libraries that a host links with, each under the name Tessara::<name>. Their file names carry no version: a process
+# has one platform library, and a host that somebody else built looks for it under its plain name.
 foreach(name headers platform host)
     if(TARGET tessara-${name})
-        set_target_properties(tessara-${name} PROPERTIES EXPORT_NAME ${name} INSTALL_RPATH "$ORIGIN"
-            VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+        set_target_properties(tessara-${name} PROPERTIES EXPORT_NAME ${name} INSTALL_RPATH "$ORIGIN")
         install(TARGETS tessara-${name} EXPORT TessaraTargets
-            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime
             ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
             INCLUDES DESTINATION ${TESSARA_INSTALL_HEADERS}
         )

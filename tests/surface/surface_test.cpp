@@ -28,6 +28,7 @@ TEST_F(SurfaceTest, BeforeInitServerTheTerrainGetsNoTextureService)
 {
     surface->SetKVO(host.Get());
     EXPECT_THAT(log, ElementsAre("GetTextureMgr()", "NewElementKey()", "NewElementKey()", "NewElementKey()"));
+    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, ASecondHostTakesTheFirstOnesPlaceButNotItsTextureService)
@@ -63,12 +64,12 @@ TEST_F(SurfaceTest, TheFirstMatrixStays)
 
 TEST_F(SurfaceTest, WithoutStopServerEverythingStaysHeld)
 {
-    Wire();
+    surface->SetKVO(host.Get());  // no terrain here: it would stay behind too
+    surface->SetMatrix(matrix.Get());
     surface = nullptr;
     EXPECT_EQ(host->References(), 2u);
     EXPECT_EQ(matrix->References(), 2u);
     EXPECT_EQ(textures->References(), 2u);
-    // Give back what the surface left behind, its terrain aside.
     host->Release();
     matrix->Release();
     textures->Release();
