@@ -35,9 +35,9 @@ if(TARGET tessara)
 endif()
 
 # Headers keep the folders of the sources: #include "services/kvo_host.h" works here and there.
-foreach(room platform/com platform/gl services textures host)
+foreach(room platform services textures host)
     install(DIRECTORY src/${room}/ DESTINATION ${TESSARA_INSTALL_HEADERS}/${room} COMPONENT development
-        FILES_MATCHING PATTERN "*.h" PATTERN "module_library.h" EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN "module_library.h" EXCLUDE PATTERN "process_hook.h" EXCLUDE)
 endforeach()
 install(FILES src/terrain/terrain_frustum.h DESTINATION ${TESSARA_INSTALL_HEADERS}/terrain COMPONENT development)
 install(FILES src/surface/itessara.h DESTINATION ${TESSARA_INSTALL_HEADERS}/surface COMPONENT development)

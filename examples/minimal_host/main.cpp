@@ -1,14 +1,14 @@
-// The smallest host that draws: a matrix, a camera and a host object of its own, one terrain, one frame off-screen.
+// The smallest host that draws: a height field of its own, the library's host object and camera, one terrain, one
+// frame off-screen.
 
+#include "host/camera.h"
+#include "host/kvo_host.h"
 #include "platform/com/bstr.h"
 #include "platform/com/com_object.h"
 #include "platform/com/module_class.h"
 #include "platform/gl/gl.h"
-#include "services/camera_object.h"
 #include "services/elevation_matrix.h"
-#include "services/kvo_host.h"
 #include "surface/itessara.h"
-#include "terrain/terrain_frustum.h"
 #include "textures/elevation_element.h"
 #include "textures/elevation_palette.h"
 
@@ -59,68 +59,6 @@ private:
     ElevationPalette palette_;
 };
 
-/// A host without textures and dialogs. Keys are the one service that every surface asks for.
-class Host final : public ComObject<IKvoHost> {
-    HRESULT NewElementKey(BSTR* key) override
-    {
-        *key = tessara::MakeBstr("KEY" + std::to_string(++keys_));
-        return S_OK;
-    }
-    HRESULT GetTextureMgr(ITextureMgr** textures) override { return *textures = nullptr, E_NOTIMPL; }
-    HRESULT CreateImageFile(IImageFile** image) override { return *image = nullptr, E_NOTIMPL; }
-    HRESULT OpenTextureDatabase(ITextureDatabase** database, VARIANT*) override
-    {
-        return *database = nullptr, E_NOTIMPL;
-    }
-    HRESULT LoadTextureFromDB(BSTR, BSTR, ULONG*, VARIANT*) override { return E_NOTIMPL; }
-    HRESULT LoadPreviewTexture(BSTR, BSTR, ULONG*, VARIANT*) override { return E_NOTIMPL; }
-    HRESULT GetProgressWindow(IProgressWindow** progress) override { return *progress = nullptr, E_NOTIMPL; }
-
-    int keys_ = 0;
-};
-
-/// A camera that stands at the south-west corner, above the ground, and looks north-east and down.
-class Camera final : public ComObject<ICameraObject> {
-public:
-    /// Loads OpenGL's matrices and derives the planes of the frustum in the same space.
-    void Apply()
-    {
-        frustum_.Near = 1.0f;
-        frustum_.Far = 4.0f * kSide;
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        frustum_.BuildViewPlanes(kPicture, kPicture);
-        // Rows of the rotation into a view space with x to the left, y up and z forward.
-        const float a = std::sqrt(0.5f), s = std::sin(0.5f), c = std::cos(0.5f);
-        const float rows[3][3] = {{-a, 0, -a}, {a * s, c, -a * s}, {a * c, -s, -a * c}};
-        float matrix[16] = {};
-        matrix[15] = 1;
-        for (int row = 0; row < 3; ++row) {
-            for (int column = 0; column < 3; ++column) {
-                matrix[column * 4 + row] = rows[row][column];
-                matrix[12 + row] -= rows[row][column] * eye_[column];
-            }
-        }
-        glMatrixMode(GL_MODELVIEW);
-        glLoadMatrixf(matrix);
-        for (int i = 0; i < 6; ++i) {
-            const FrustumPlane& view = frustum_.ViewPlanes[i];
-            float n[3], d = view.d;
-            for (int k = 0; k < 3; ++k) {
-                n[k] = view.a * rows[0][k] + view.b * rows[1][k] + view.c * rows[2][k];
-                d += n[k] * eye_[k];
-            }
-            frustum_.WorldPlanes[i] = {n[0], n[1], n[2], d};
-        }
-    }
-    HRESULT GetPosition(float* position) override { return std::copy_n(eye_, 3, position), S_OK; }
-    HRESULT GetFrustum(TerrainFrustum** frustum) override { return *frustum = &frustum_, S_OK; }
-
-private:
-    float eye_[3] = {-20.0f, 100.0f, kSide + 20.0f};
-    TerrainFrustum frustum_;
-};
-
 /// Makes an off-screen context current, on whatever renderer the machine has.
 bool OpenContext()
 {
@@ -151,7 +89,7 @@ int CountDrawn()
 }
 
 /// Counts the triangles of the camera's frame: three lines of text each.
-int CountTriangles(ITessara& terrain, Camera& camera)
+int CountTriangles(ITessara& terrain, ICameraObject& camera)
 {
     const std::string path = (std::filesystem::temp_directory_path() / "minimal_host_triangles.txt").string();
     terrain.GetRenderedPolygons(tessara::BstrHolder(path).Get(), &camera);
@@ -179,9 +117,14 @@ int main()
         return Fail("making a CoTessara from " TESSARA_MODULE, result);
 
     const ComPtr<Hills> hills = MakeObject<Hills>();
-    const ComPtr<Camera> camera = MakeObject<Camera>();
+    // The camera stands south-west of the terrain and above it. True space and draw space are the same here.
+    const ComPtr<tessara::Camera> camera = MakeObject<tessara::Camera>();
+    camera->SetViewport(kPicture, kPicture);
+    camera->SetLens(60.0, 1.0, 4.0 * kSide);
+    camera->SetPosition({-20.0, 100.0, kSide + 20.0});
+    camera->LookAt({kSide / 2.0, 0.0, kSide / 2.0});
     terrain->InitServer();
-    terrain->SetKVO(MakeObject<Host>().Get());
+    terrain->SetKVO(MakeObject<tessara::KvoHost>(nullptr, nullptr).Get());  // no textures, no progress display
     terrain->SetMatrix(hills.Get());
     terrain->SetElevationScale(kRelief);
     terrain->SetLOD(50.0f);
@@ -193,7 +136,7 @@ int main()
     int drawn = 0;
     if (context) {
         glEnable(GL_DEPTH_TEST);
-        camera->Apply();
+        camera->LoadMatrices();
         for (int frame = 0; frame < 4; ++frame) {  // the first frames settle the level of detail
             glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
             terrain->Draw3D(camera.Get());
