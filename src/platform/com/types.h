@@ -51,6 +51,7 @@ inline constexpr VARTYPE VT_I4 = 3;
 inline constexpr VARTYPE VT_R4 = 4;
 inline constexpr VARTYPE VT_BSTR = 8;
 inline constexpr VARTYPE VT_UNKNOWN = 13;
+inline constexpr VARTYPE VT_UI1 = 17;
 inline constexpr VARTYPE VT_BYREF = 0x4000;
 
 struct IUnknown;

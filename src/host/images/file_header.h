@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <optional>
+
+namespace tessara {
+
+/// Size in pixels that an image file states.
+struct StatedSize {
+    std::uint64_t width;
+    std::uint64_t height;
+};
+
+/// Reads the stated size of the formats whose decoders make room for the whole picture as soon as they open a file:
+/// BMP, GIF, JPEG 2000 and WebP. \return nothing for other formats and headers that aren't understood
+std::optional<StatedSize> SizeInHeader(std::istream& file);
+
+/// Tells whether the file is a JPEG that stops before its end mark. Decoders fill up the rest of such pictures in grey.
+bool IsCutJpeg(std::istream& file);
+
+}  // namespace tessara
