@@ -582,7 +582,9 @@ void APIENTRY glGetTexImage(GLenum target, GLint level, GLenum format, GLenum ty
         Record("glGetTexImage", Enum{target}, level, Enum{format}, Enum{type}, static_cast<const void*>(out));
     const Upload* upload = gl.LastUpload();
     const auto& pixels = gl.texImage.empty() && upload ? upload->pixels : gl.texImage;
-    std::copy(pixels.begin(), pixels.end(), static_cast<unsigned char*>(out));
+    const std::size_t room =
+        upload ? static_cast<std::size_t>(upload->width * upload->height) * BytesPerPixel(format) : pixels.size();
+    std::copy_n(pixels.begin(), std::min(room, pixels.size()), static_cast<unsigned char*>(out));
 }
 
 /// The window system's lookup. Like the real one it answers for any name that looks like an entry point.

@@ -1,5 +1,6 @@
 #include "host/images/file_header.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <istream>
 #include <string_view>
@@ -65,6 +66,8 @@ std::optional<StatedSize> WebPSize(const Header& header)
 }
 
 constexpr std::string_view kJpeg2000Size = "\xFF\x4F\xFF\x51";
+constexpr std::string_view kJpegStart = "\xFF\xD8";
+constexpr std::string_view kPngStart = "\x89PNG\r\n\x1A\n";
 constexpr int kEnd = std::char_traits<char>::eof();
 
 /// Skips the picture's own bytes up to the next mark. \return the mark, or kEnd
@@ -87,18 +90,47 @@ int SkipScan(std::streambuf& file)
     return kEnd;
 }
 
-/// Skips the bytes of one segment behind its mark. \return false where the file ends in it
-bool SkipSegment(std::streambuf& file)
+/// \return false where the file ends first
+bool Skip(std::streambuf& file, std::uint64_t count)
 {
-    const int high = file.sbumpc();
-    const int low = file.sbumpc();
-    if (high == kEnd || low == kEnd)
-        return false;
-    for (int left = (high << 8 | low) - 2; left > 0; --left) {
-        if (file.sbumpc() == kEnd)
+    char dropped[4096];
+    while (count > 0) {
+        const auto part = static_cast<std::streamsize>(std::min<std::uint64_t>(count, sizeof dropped));
+        if (file.sgetn(dropped, part) != part)
             return false;
+        count -= static_cast<std::uint64_t>(part);
     }
     return true;
+}
+
+/// Goes from mark to mark, past the segments, which may hold a small picture with an end mark of its own.
+bool IsCutJpeg(std::streambuf& file)
+{
+    for (int mark = SkipScan(file); mark != 0xD9; mark = SkipScan(file)) {
+        const int high = file.sbumpc();
+        const int low = file.sbumpc();
+        if (mark == kEnd || high == kEnd || low == kEnd)
+            return true;
+        const int size = high << 8 | low;
+        if (!Skip(file, static_cast<std::uint64_t>(std::max(size - 2, 0))))
+            return true;
+    }
+    return false;
+}
+
+bool IsCutPng(std::streambuf& file)
+{
+    std::string_view type;
+    for (char chunk[8]; type != "IEND"; type = std::string_view(chunk + 4, 4)) {
+        if (file.sgetn(chunk, sizeof chunk) != sizeof chunk)
+            return true;
+        std::uint64_t size = 4;  // the check sum
+        for (int i = 0; i < 4; ++i)
+            size += std::uint64_t{static_cast<unsigned char>(chunk[i])} << (24 - 8 * i);
+        if (!Skip(file, size))
+            return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -120,17 +152,18 @@ std::optional<StatedSize> SizeInHeader(std::istream& file)
     return std::nullopt;
 }
 
-bool IsCutJpeg(std::istream& file)
+bool IsCutShort(std::istream& file)
 {
+    const Header header(file);
     file.clear();
-    file.seekg(0);
     std::streambuf& bytes = *file.rdbuf();
-    if (bytes.sbumpc() != 0xFF || bytes.sbumpc() != 0xD8)
-        return false;
-    // From mark to mark, past the segments, which may hold a small picture with an end mark of its own.
-    for (int mark = SkipScan(bytes); mark != 0xD9; mark = SkipScan(bytes)) {
-        if (mark == kEnd || !SkipSegment(bytes))
-            return true;
+    if (header.Has(0, kJpegStart)) {
+        bytes.pubseekpos(kJpegStart.size());
+        return IsCutJpeg(bytes);
+    }
+    if (header.Has(0, kPngStart)) {
+        bytes.pubseekpos(kPngStart.size());
+        return IsCutPng(bytes);
     }
     return false;
 }

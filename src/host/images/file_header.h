@@ -16,7 +16,8 @@ struct StatedSize {
 /// BMP, GIF, JPEG 2000 and WebP. \return nothing for other formats and headers that aren't understood
 std::optional<StatedSize> SizeInHeader(std::istream& file);
 
-/// Tells whether the file is a JPEG that stops before its end mark. Decoders fill up the rest of such pictures in grey.
-bool IsCutJpeg(std::istream& file);
+/// Tells whether the file is a JPEG or PNG that stops before its end mark. The JPEG decoder fills up the rest of such a
+/// picture in grey.
+bool IsCutShort(std::istream& file);
 
 }  // namespace tessara

@@ -64,7 +64,7 @@ std::uint64_t CheckFile(const std::string& path)
         Fail(path, "the file can't be opened");
     if (const auto stated = SizeInHeader(bytes))
         CheckSize(path, stated->width, stated->height, size);
-    if (IsCutJpeg(bytes))
+    if (IsCutShort(bytes))
         Fail(path, "the file is cut short");
     return size;
 }
@@ -103,8 +103,10 @@ Samples<Sample> ReadSamples(ImageInput& input, std::uint32_t channels, TypeDesc 
         return false;
     };
     const std::function<void(float)>* target = &progress;
-    if (!input.read_image(0, 0, 0, static_cast<int>(channels), type, samples.get(), OIIO::AutoStride, OIIO::AutoStride,
-                          OIIO::AutoStride, report, &target))
+    const bool read = input.read_image(0, 0, 0, static_cast<int>(channels), type, samples.get(), OIIO::AutoStride,
+                                       OIIO::AutoStride, OIIO::AutoStride, report, &target);
+    // A damaged part may leave its text only.
+    if (!read || input.has_error())
         Fail(path, OneLine(input.geterror()));
     return samples;
 }
@@ -170,6 +172,7 @@ PackedImage DecodeImage(const std::string& path, const std::function<void(float)
     const auto input = ImageInput::open(path, &config);
     if (!input)
         Fail(path, OneLine(OIIO::geterror()));
+    input->threads(1);  // what fails on a thread of the library's own isn't told reliably
     const ImageSpec& spec = input->spec();
     CheckSize(path, static_cast<std::uint64_t>(std::max(spec.width, 0)),
               static_cast<std::uint64_t>(std::max(spec.height, 0)), fileSize);
