@@ -53,6 +53,32 @@ constexpr std::array<TriangleList, 256> kTriangles = [] {
     return lists;
 }();
 
+/// Place of each vertex of a patch: west, middle or east column, north, middle or south row.
+constexpr std::uint8_t kColumn[9] = {1, 2, 2, 1, 0, 0, 0, 1, 2};
+constexpr std::uint8_t kRow[9] = {1, 1, 0, 0, 0, 1, 2, 2, 2};
+
+/// The three places of a patch along one axis, clamped into the grid.
+struct PatchAxis {
+    PatchAxis(std::int32_t origin, std::int32_t half, std::int32_t cells)
+    {
+        const float size = static_cast<float>(cells);
+        for (std::int32_t i = 0; i < 3; ++i) {
+            float at = static_cast<float>(origin + i * half);
+            if (at < 0.0f)
+                at = 0.0f;
+            if (at >= size)
+                at = size - 1.0f;
+            place[i] = at;
+            texture[i] = at / size;
+            // A float can't hold every place of a very wide grid: the last one may have been rounded up.
+            cell[i] = std::min(static_cast<std::ptrdiff_t>(at), std::ptrdiff_t{cells} - 1);
+        }
+    }
+    float place[3];
+    float texture[3];  // place in the source texture
+    std::ptrdiff_t cell[3];
+};
+
 }  // namespace
 
 void Normalize(float* vector)
@@ -75,11 +101,7 @@ void FaceNormal(const float* p0, const float* p1, const float* p2, float* normal
     Normalize(normal);
 }
 
-QuadPatch::QuadPatch(TerrainLod& terrain)
-    : terrain_(terrain),
-      width_(static_cast<float>(terrain.Source.Width)),
-      height_(static_cast<float>(terrain.Source.Height)),
-      useColor_(terrain.UseVertexColor)
+QuadPatch::QuadPatch(TerrainLod& terrain) : terrain_(terrain), useColor_(terrain.UseVertexColor)
 {
     const ElevationPalette* palette = terrain.Source.Palette;
     for (std::int16_t i = 0; useColor_ && i < 256; ++i) {
@@ -92,48 +114,33 @@ QuadPatch::QuadPatch(TerrainLod& terrain)
 
 void QuadPatch::WriteVertices(const QuadCorner& corner, const QuadSample* samples)
 {
-    const float west = static_cast<float>(corner.OriginX);
-    const float middleX = static_cast<float>(corner.OriginX + corner.HalfSide());
-    const float east = static_cast<float>(corner.OriginX + corner.Side());
-    const float north = static_cast<float>(corner.OriginZ);
-    const float middleZ = static_cast<float>(corner.OriginZ + corner.HalfSide());
-    const float south = static_cast<float>(corner.OriginZ + corner.Side());
-    SetVertex(0, middleX, samples[0].Height, middleZ);
-    SetVertex(1, east, samples[1].Height, middleZ);
-    SetVertex(2, east, corner.Corners[0].Height, north);
-    SetVertex(3, middleX, samples[2].Height, north);
-    SetVertex(4, west, corner.Corners[1].Height, north);
-    SetVertex(5, west, samples[3].Height, middleZ);
-    SetVertex(6, west, corner.Corners[2].Height, south);
-    SetVertex(7, middleX, samples[4].Height, south);
-    SetVertex(8, east, corner.Corners[3].Height, south);
+    const PatchAxis across(corner.OriginX, corner.HalfSide(), terrain_.Source.Width);
+    const PatchAxis down(corner.OriginZ, corner.HalfSide(), terrain_.Source.Height);
+    const float heights[9] = {samples[0].Height,        samples[1].Height,        corner.Corners[0].Height,
+                              samples[2].Height,        corner.Corners[1].Height, samples[3].Height,
+                              corner.Corners[2].Height, samples[4].Height,        corner.Corners[3].Height};
+    for (std::uint32_t i = 0; i < 9; ++i) {
+        const std::uint32_t x = kColumn[i];
+        const std::uint32_t z = kRow[i];
+        terrain_.VertexArray[i][0] = across.place[x];
+        terrain_.VertexArray[i][1] = heights[i];
+        terrain_.VertexArray[i][2] = down.place[z];
+        terrain_.TexCoordArray[i][0] = across.texture[x];
+        terrain_.TexCoordArray[i][1] = down.texture[z];
+    }
+    if (useColor_)
+        WriteColors(across.cell, down.cell);
 }
 
-/// Clamps the position into the grid and stores it with the palette colour of its grid element and its place in the
-/// source texture. The colour follows the grid, not y.
-void QuadPatch::SetVertex(std::uint32_t index, float x, float y, float z)
+/// The colour follows the grid at the clamped position, not the vertex's height.
+void QuadPatch::WriteColors(const std::ptrdiff_t* columns, const std::ptrdiff_t* rows)
 {
-    const auto clampTo = [](float value, float size) {
-        if (value < 0.0f)
-            return 0.0f;
-        return value >= size ? size - 1.0f : value;
-    };
-    x = clampTo(x, width_);
-    z = clampTo(z, height_);
-    terrain_.VertexArray[index][0] = x;
-    terrain_.VertexArray[index][1] = y;
-    terrain_.VertexArray[index][2] = z;
-    if (useColor_) {
-        const HeightSource& source = terrain_.Source;
-        // A float can't hold every column of a very wide grid: the last one may have been rounded up.
-        const auto column = std::min(static_cast<std::ptrdiff_t>(x), std::ptrdiff_t{source.Width} - 1);
-        const auto row = std::min(static_cast<std::ptrdiff_t>(z), std::ptrdiff_t{source.Height} - 1);
-        const float elevation = source.Grid[column + row * source.Stride].value;
+    const HeightSource& source = terrain_.Source;
+    for (std::uint32_t i = 0; i < 9; ++i) {
+        const float elevation = source.Grid[columns[kColumn[i]] + rows[kRow[i]] * source.Stride].value;
         const std::int32_t entry = source.Palette ? source.Palette->IndexOf(elevation) : 0;
-        std::memcpy(terrain_.ColorArray[index], colors_[entry < 0 ? 0 : entry > 255 ? 255 : entry], 4);
+        std::memcpy(terrain_.ColorArray[i], colors_[std::clamp(entry, 0, 255)], 4);
     }
-    terrain_.TexCoordArray[index][0] = x / width_;
-    terrain_.TexCoordArray[index][1] = z / height_;
 }
 
 std::uint32_t QuadPatch::WriteIndices(std::uint8_t activeMask)

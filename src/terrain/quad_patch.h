@@ -3,6 +3,7 @@
 #include "platform/gl/gl.h"
 #include "terrain/quad_corner.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 
@@ -25,7 +26,8 @@ public:
     QuadPatch(const QuadPatch&) = delete;
     QuadPatch& operator=(const QuadPatch&) = delete;
 
-    /// Writes the vertices of a node. \param samples its five own heights
+    /// Writes the vertices of a node: positions clamped into the grid, y unscaled, the palette's colours of the grid at
+    /// these positions, and their places in the source texture. \param samples the node's five own heights
     void WriteVertices(const QuadCorner& corner, const QuadSample* samples);
 
     /// Writes the indices of the triangles that an active mask allows. \return their number, at most 24
@@ -41,11 +43,9 @@ public:
     void WriteText(std::uint32_t indexCount, std::FILE* stream) const;
 
 private:
-    void SetVertex(std::uint32_t index, float x, float y, float z);
+    void WriteColors(const std::ptrdiff_t* columns, const std::ptrdiff_t* rows);
 
     TerrainLod& terrain_;
-    const float width_;
-    const float height_;
     const bool useColor_;
     std::uint8_t colors_[256][4];  // red, green, blue and 255 for each table index of the palette
 };
