@@ -33,6 +33,9 @@ public:
     BSTR Get() const noexcept { return text_; }
     std::string Narrow() const { return NarrowText(text_); }
 
+    /// Gives the text to the caller to free.
+    [[nodiscard]] BSTR Detach() noexcept { return std::exchange(text_, nullptr); }
+
     /// Frees what is held and gives the address for an out argument.
     BSTR* Out() noexcept
     {

@@ -5,6 +5,7 @@
 #include "services/image_file.h"
 #include "services/progress_window.h"
 #include "support/message_capture.h"
+#include "support/scratch_folder.h"
 
 #include <OpenImageIO/imageio.h>
 #include <gmock/gmock.h>

@@ -7,32 +7,6 @@
 
 namespace tessara::test {
 
-ScratchFolder::ScratchFolder()
-{
-    std::string name = (std::filesystem::temp_directory_path() / "tessara-XXXXXX").string();
-    if (!mkdtemp(name.data()))
-        throw std::filesystem::filesystem_error("no scratch folder", std::make_error_code(std::errc::io_error));
-    path_ = name;
-}
-
-ScratchFolder::~ScratchFolder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
-std::string ScratchFolder::Write(const std::string& name, const std::string& bytes) const
-{
-    std::ofstream(path_ / name, std::ios::binary) << bytes;
-    return Path(name);
-}
-
-std::string ReadBytes(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::string Little(std::uint32_t value, int bytes)
 {
     std::string text;

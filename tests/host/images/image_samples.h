@@ -1,30 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
-#include <vector>
 
 namespace tessara::test {
-
-/// A folder for one test's files, removed with everything in it.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder();
-
-    std::string Path(const std::string& name) const { return (path_ / name).string(); }
-
-    /// Makes a file of the bytes. \return its path
-    std::string Write(const std::string& name, const std::string& bytes) const;
-
-private:
-    std::filesystem::path path_;
-};
-
-std::string ReadBytes(const std::string& path);
 
 std::string Little(std::uint32_t value, int bytes);
 std::string Big(std::uint32_t value, int bytes);

@@ -1,0 +1,180 @@
+#include "host/storage/sqlite_file.h"
+
+#include <sqlite3.h>
+
+namespace tessara {
+
+namespace {
+
+constexpr int kWaitMilliseconds = 10000;
+
+}  // namespace
+
+SqliteFile::SqliteFile(const std::string& path, Access access, const Kind& kind) : path_(path), kind_(kind)
+{
+    const int flags = access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    const int result = sqlite3_open_v2(path.c_str(), &handle_, flags | SQLITE_OPEN_FULLMUTEX, nullptr);
+    try {
+        if (result != SQLITE_OK)
+            Fail();
+        Configure();
+        CheckKind(access);
+    } catch (...) {
+        sqlite3_close_v2(handle_);
+        throw;
+    }
+}
+
+SqliteFile::~SqliteFile()
+{
+    sqlite3_close_v2(handle_);
+}
+
+/// A file may come from anywhere: nothing in its schema is trusted.
+void SqliteFile::Configure()
+{
+    sqlite3_busy_timeout(handle_, kWaitMilliseconds);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_extended_result_codes(handle_, 1);
+}
+
+void SqliteFile::CheckKind(Access access)
+{
+    const auto isEmpty = [this] {
+        return Number("PRAGMA application_id") == 0 && Number("SELECT count(*) FROM sqlite_schema") == 0;
+    };
+    if (access == Access::ReadWrite && isEmpty()) {
+        SqliteTransaction transaction(*this);
+        if (isEmpty()) {  // no other process was faster
+            Execute(kind_.schema);
+            Execute(("PRAGMA application_id = " + std::to_string(kind_.applicationId)).c_str());
+        }
+        transaction.Commit();
+    }
+    if (Number("PRAGMA application_id") != kind_.applicationId)
+        throw StorageError("\"" + path_ + "\" is not a " + kind_.name);
+}
+
+void SqliteFile::Execute(const char* statements)
+{
+    if (sqlite3_exec(handle_, statements, nullptr, nullptr, nullptr) != SQLITE_OK)
+        Fail();
+}
+
+int SqliteFile::ChangedRows() const
+{
+    return sqlite3_changes(handle_);
+}
+
+std::int32_t SqliteFile::Number(const char* query)
+{
+    SqliteStatement statement(*this, query);
+    statement.Step();
+    return static_cast<std::int32_t>(statement.Number(0));
+}
+
+void SqliteFile::Damaged(std::string_view what) const
+{
+    throw StorageError("The " + std::string(kind_.name) + " \"" + path_ + "\" is damaged: " + std::string(what));
+}
+
+void SqliteFile::Fail() const
+{
+    const int code = sqlite3_errcode(handle_) & 0xFF;
+    if (code == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    if (code == SQLITE_NOTADB)
+        throw StorageError("\"" + path_ + "\" is not a " + kind_.name);
+    if (code == SQLITE_CORRUPT || code == SQLITE_ERROR)
+        Damaged(sqlite3_errmsg(handle_));
+    throw StorageError("Can't use the " + std::string(kind_.name) + " \"" + path_ + "\": " + sqlite3_errmsg(handle_));
+}
+
+SqliteStatement::SqliteStatement(SqliteFile& file, std::string_view text) : file_(file)
+{
+    Check(sqlite3_prepare_v2(file.handle_, text.data(), static_cast<int>(text.size()), &statement_, nullptr));
+}
+
+SqliteStatement::~SqliteStatement()
+{
+    sqlite3_finalize(statement_);
+}
+
+void SqliteStatement::Check(int result) const
+{
+    if (result != SQLITE_OK)
+        file_.Fail();
+}
+
+SqliteStatement& SqliteStatement::Bind(std::string_view text)
+{
+    Check(sqlite3_bind_text64(statement_, ++parameter_, text.data() ? text.data() : "", text.size(), SQLITE_STATIC,
+                              SQLITE_UTF8));
+    return *this;
+}
+
+SqliteStatement& SqliteStatement::Bind(std::int64_t number)
+{
+    Check(sqlite3_bind_int64(statement_, ++parameter_, number));
+    return *this;
+}
+
+SqliteStatement& SqliteStatement::Bind(std::span<const std::uint8_t> bytes)
+{
+    Check(sqlite3_bind_blob64(statement_, ++parameter_, bytes.data(), bytes.size(), SQLITE_STATIC));
+    return *this;
+}
+
+bool SqliteStatement::Step()
+{
+    const int result = sqlite3_step(statement_);
+    if (result == SQLITE_ROW)
+        return true;
+    if (result != SQLITE_DONE)
+        file_.Fail();
+    return false;
+}
+
+std::string SqliteStatement::Text(int column) const
+{
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+    return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))) : std::string();
+}
+
+std::int64_t SqliteStatement::Number(int column) const
+{
+    return sqlite3_column_int64(statement_, column);
+}
+
+std::span<const std::uint8_t> SqliteStatement::Bytes(int column) const
+{
+    const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_column_blob(statement_, column));
+    return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+}
+
+SqliteTransaction::SqliteTransaction(SqliteFile& file) : file_(file)
+{
+    file_.Execute("BEGIN IMMEDIATE");
+}
+
+SqliteTransaction::~SqliteTransaction()
+{
+    if (!open_)
+        return;
+    try {
+        file_.Execute("ROLLBACK");
+    } catch (const std::exception&) {
+        // The library rolls back by itself after the failures that end a transaction.
+    }
+}
+
+void SqliteTransaction::Commit()
+{
+    file_.Execute("COMMIT");
+    open_ = false;
+}
+
+}  // namespace tessara

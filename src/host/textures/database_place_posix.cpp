@@ -1,0 +1,70 @@
+#include "host/textures/database_place.h"
+
+#include <dlfcn.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace tessara {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kSystemFile = "textures.db";
+
+/// Folder of the library or program that this code is part of.
+fs::path OwnFolder()
+{
+    Dl_info info{};
+    if (!dladdr(reinterpret_cast<const void*>(&OwnFolder), &info) || !info.dli_fname)
+        return {};
+    std::error_code error;
+    const fs::path file = fs::canonical(info.dli_fname, error);
+    return file.parent_path();
+}
+
+fs::path HomeFolder()
+{
+    if (const char* home = std::getenv("HOME"); home && *home)
+        return home;
+    const passwd* user = getpwuid(getuid());
+    return user && user->pw_dir ? user->pw_dir : "/";
+}
+
+fs::path UserDataFolder()
+{
+    // A relative path there is to be ignored.
+    const char* data = std::getenv("XDG_DATA_HOME");
+    return data && *data == '/' ? fs::path(data) : HomeFolder() / ".local" / "share";
+}
+
+}  // namespace
+
+std::unique_ptr<TextureStore> DatabasePlace::Open() const
+{
+    if (writable && !fs::exists(path))
+        return nullptr;
+    // What a program left behind that ended in the middle of a write can only be undone by who may write.
+    return std::make_unique<TextureStore>(path,
+                                          writable ? SqliteFile::Access::ReadWrite : SqliteFile::Access::ReadOnly);
+}
+
+DatabasePlace SystemDatabase()
+{
+    const fs::path own = OwnFolder();
+    const fs::path installed = own / TESSARA_LIBRARY_TO_DATA / kSystemFile;
+    const fs::path built = own / ".." / "share" / "tessara" / kSystemFile;
+    std::error_code error;
+    const fs::path& found = fs::exists(installed, error) ? installed : built;
+    return {found.lexically_normal().string(), false};
+}
+
+DatabasePlace UserDatabase()
+{
+    return {(UserDataFolder() / "tessara" / "textures.db").string(), true};
+}
+
+}  // namespace tessara

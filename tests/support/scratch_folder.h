@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace tessara::test {
+
+/// A folder for one test's files, removed with everything in it.
+class ScratchFolder {
+public:
+    ScratchFolder()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "tessara-XXXXXX").string();
+        if (!mkdtemp(name.data()))
+            throw std::filesystem::filesystem_error("no scratch folder", std::make_error_code(std::errc::io_error));
+        path_ = name;
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    std::string Path(const std::string& name) const { return (path_ / name).string(); }
+
+    /// Makes a file of the bytes. \return its path
+    std::string Write(const std::string& name, const std::string& bytes) const
+    {
+        std::ofstream(path_ / name, std::ios::binary) << bytes;
+        return Path(name);
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+inline std::string ReadBytes(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+}  // namespace tessara::test
