@@ -6,10 +6,13 @@
 using ParserNode = void*;
 
 /// A place in a project file, where the surface's values stand as named nodes.
+///
+/// Each name that comes in is a new BSTR that goes over to the parser: it frees it with SysFreeString, whatever it
+/// answers. The surface doesn't, so that a parser that frees names and one that keeps them are safe alike.
 struct IParser : IUnknown {
     /// Stores a copy of a value under a name at the parser's current place.
     /// \param parent null
-    /// \param name the parser copies it; the caller doesn't free it
+    /// \param name the parser's to free
     /// \param bytes freed or changed right after the call
     /// \param size in bytes
     /// \param typeCode 2 integers, 8 sizes, 0x10 floats, 0x40 text, 0x80 and 0x280 bytes
@@ -17,10 +20,11 @@ struct IParser : IUnknown {
                                               LONG typeCode) = 0;
 
     /// Fills the caller's buffer, which has the value's size, with the bytes as they were stored, whatever the type
-    /// code asked for, and makes the count non-zero. A value that can't be delivered gives a failure or a count of 0.
+    /// code asked for, and makes the count non-zero. A value that can't be delivered gives a failure or a count of 0;
+    /// the capacity isn't told, so a value of another size than its name calls for is one of those.
     virtual HRESULT STDMETHODCALLTYPE GetNodeValue(ParserNode node, void* buffer, LONG* count, LONG typeCode) = 0;
 
-    /// Finds a value by its name. \param parent null \param index -1
+    /// Finds a value by its name. \param parent null \param name the parser's to free \param index -1
     /// \return a failure when there is no value of that name at the parser's current place
     virtual HRESULT STDMETHODCALLTYPE FindNode(ParserNode parent, BSTR name, LONG index, ParserNode* node) = 0;
 

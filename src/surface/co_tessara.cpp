@@ -110,7 +110,7 @@ HRESULT CoTessara::BlendTextureDBToSourceRegion(BSTR, BSTR, VARIANT)
     return E_FAIL;
 }
 
-// Not offered yet: import and export, the saved form, the dialog.
+// Not offered yet: import and export, the dialog.
 
 HRESULT CoTessara::ImportTextureSource(IUnknown*)
 {
@@ -123,46 +123,6 @@ HRESULT CoTessara::ExportTextureSource(IUnknown*)
 }
 
 HRESULT CoTessara::ExportTextureCanvas(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::SerializeSurfaceProperties(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::SerializeMatrix(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::SerializePalette(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::SerializeTextures(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::LoadSerializedSurfaceProperties(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::LoadSerializedMatrix(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::LoadSerializedPalette(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::LoadSerializedTextures(IUnknown*)
 {
     return E_NOTIMPL;
 }

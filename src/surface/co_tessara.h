@@ -5,6 +5,7 @@
 #include "platform/com/guard.h"
 #include "surface/itessara.h"
 
+#include <memory>
 #include <string>
 
 class ElevationPalette;
@@ -13,6 +14,10 @@ struct IElevationMatrix;
 struct IKvoHost;
 struct IProgressWindow;
 struct ITextureMgr;
+
+namespace tessara {
+class SavedPlace;
+}
 
 /// The component's one object: a terrain with the host's services wired to it. See ITessara for the methods.
 ///
@@ -90,6 +95,13 @@ private:
     HRESULT CreateSlotTexture(Slot slot, LONG width, LONG height, LONG bitsPerPixel, const void* pixels);
     void PaintCanvasPixels(BYTE* pixels, LONG width, LONG height, const ElevationPalette& palette,
                            IProgressWindow* progress) const;
+
+    // The saved form, in the room persistence.
+    bool CreateMatrix(LONG width, LONG height, std::unique_ptr<ElevationPalette> palette);
+    void SaveTextureSettings(tessara::SavedPlace& place);
+    HRESULT LoadSource(tessara::SavedPlace& place);
+    HRESULT LoadDetail();
+    void LoadTextureSettings(tessara::SavedPlace& place);
 
     IKvoHost* m_pKvo = nullptr;             // counted
     IElevationMatrix* m_pMatrix = nullptr;  // counted

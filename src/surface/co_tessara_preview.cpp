@@ -6,6 +6,7 @@
 #include "surface/co_tessara.h"
 #include "textures/elevation_palette.h"
 
+#include <utility>
 #include <vector>
 
 namespace {
@@ -42,11 +43,15 @@ private:
 
 }  // namespace
 
-/// Makes the texture of a slot that the surface fills itself, under the surface's name and the slot's key.
+/// Makes the texture of a slot that the surface fills itself, under the surface's name and the slot's key. The slot's
+/// old texture goes first: as long as the pair of names is known, it stands for the old image. \throws std::bad_alloc,
+/// with the slot as it was
 HRESULT CoTessara::CreateSlotTexture(Slot slot, LONG width, LONG height, LONG bitsPerPixel, const void* pixels)
 {
     const tessara::BstrHolder element(m_elementName);
     const tessara::BstrHolder key(m_textureKey[slot]);
+    if (m_textureId[slot] != 0)
+        m_pTextureMgr->ReleaseTexture(std::exchange(m_textureId[slot], 0));
     m_pTextureMgr->SetElementName(element.Get());
     m_pTextureMgr->SetTextureName(key.Get());
     return m_pTextureMgr->CreateTexture(width, height, bitsPerPixel, pixels, &m_textureId[slot]);
@@ -116,8 +121,6 @@ HRESULT CoTessara::CreateTextureSurface3D(int resolution)
         [&] {
             const std::vector<BYTE> pixels(
                 static_cast<std::size_t>(resolution) * static_cast<std::size_t>(resolution) * 4, 0xFF);
-            if (m_textureId[Source] != 0)
-                m_pTextureMgr->ReleaseTexture(m_textureId[Source]);
             const HRESULT result = CreateSlotTexture(Source, resolution, resolution, kBlankBits, pixels.data());
             if (FAILED(result))
                 return E_FAIL;

@@ -116,14 +116,42 @@ struct ITessara : IUnknown {
     /// Gives the matrix, or null, without a reference: the caller borrows it.
     virtual HRESULT STDMETHODCALLTYPE GetMatrix(IUnknown** matrix) = 0;
 
-    /// Save and load through the host's parser (IParser). \return E_FAIL without parser; else as each method's steps
+    /// Saving. Each writes one group of values through the host's parser (IParser), which stands at the place of this
+    /// terrain in a project, and looks at no result of it. Without parser, and when memory is short, each gives E_FAIL.
+    ///
+    /// Level of detail, translation, elevation scale. \return S_OK
     virtual HRESULT STDMETHODCALLTYPE SerializeSurfaceProperties(IUnknown* pIParser) = 0;
+
+    /// Size and elevations. \return S_OK; E_FAIL without matrix or cells, or with more cells than 2 GiB of floats hold
     virtual HRESULT STDMETHODCALLTYPE SerializeMatrix(IUnknown* pIParser) = 0;
+
+    /// The 256 colours, their nodes, the range. \return S_OK, also without a matrix, with nothing written; E_FAIL
+    /// without palette
     virtual HRESULT STDMETHODCALLTYPE SerializePalette(IUnknown* pIParser) = 0;
+
+    /// The source texture's pixels, the detail texture's place in its database, switches, tiling, brightness. \return
+    /// S_OK
     virtual HRESULT STDMETHODCALLTYPE SerializeTextures(IUnknown* pIParser) = 0;
+
+    /// Loading, in the order of these methods, with InitQuadTree after them and before the next Draw3D. Without parser
+    /// each gives E_FAIL; when memory is short too, with the surface as it was.
+    ///
+    /// A value that isn't there gets its default: level of detail 300, no translation, elevation scale 3 (30 where
+    /// there is one that can't be read). \return S_OK
     virtual HRESULT STDMETHODCALLTYPE LoadSerializedSurfaceProperties(IUnknown* pIParser) = 0;
+
+    /// Gives the matrix, which is made where there is none, new cells and the default palette. The tree goes.
+    /// \return S_OK, also when no matrix could be made; E_FAIL without size or elevations, with the matrix as it was,
+    ///         and when the matrix couldn't allocate its cells, which leaves it without any
     virtual HRESULT STDMETHODCALLTYPE LoadSerializedMatrix(IUnknown* pIParser) = 0;
+
+    /// Fills the matrix's palette, or leaves it as it is where one of the six values isn't there.
+    /// \return S_OK; E_FAIL without matrix or palette
     virtual HRESULT STDMETHODCALLTYPE LoadSerializedPalette(IUnknown* pIParser) = 0;
+
+    /// Opens the dialog of TextureDetailDlg where the detail texture isn't in its database any more.
+    /// \return S_OK; S_FALSE, a success, where the project names a detail texture; E_FAIL when the source texture
+    ///         couldn't be made, with everything behind it unread
     virtual HRESULT STDMETHODCALLTYPE LoadSerializedTextures(IUnknown* pIParser) = 0;
 
     /// Repeats of the detail texture across the terrain. Each pointer may be null and is then left out.

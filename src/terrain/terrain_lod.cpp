@@ -57,6 +57,12 @@ void TerrainLod::Build3D()
     BuildTree(RootCorner->Level);
 }
 
+void TerrainLod::DropTree() noexcept
+{
+    FreeTree();
+    Source = HeightSource();
+}
+
 void TerrainLod::BuildTree(std::int32_t level)
 {
     RootCorner->Level = level;

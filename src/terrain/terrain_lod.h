@@ -26,6 +26,9 @@ public:
     /// Builds the tree again from the source of the last InitQuadTree. Failures as there.
     void Build3D();
 
+    /// Forgets the tree and its source, whose grid and palette may then go.
+    void DropTree() noexcept;
+
     /// One frame: adapts the tree to the viewer and draws it. When memory is short, the frame shows the tree as far as
     /// it was adapted. OpenGL state afterwards: blending, the arrays and 2D texturing off, the blend function, the
     /// polygon mode, the texture environments and unit 1's texture matrix as the pass set them.
