@@ -1,8 +1,7 @@
 #include "platform/system/message_box.h"
 
 #include "platform/system/process_hook.h"
-
-#include <cstdio>
+#include "platform/ui/window_system.h"
 
 namespace tessara {
 
@@ -19,7 +18,7 @@ void ShowMessageBox(const char* text, const char* title)
     if (handler.function)
         handler.function(handler.context, text, title);
     else
-        std::fprintf(stderr, "%s%s%s\n", title ? title : "", title ? ": " : "", text);
+        CurrentWindowSystem().ShowMessage(text, title ? title : "", MB_OK, nullptr);
 }
 
 MessageHandler SetMessageHandler(MessageHandler handler, void* context, void** previousContext) noexcept

@@ -1,9 +1,13 @@
+#include "platform/ui/window_system.h"
 #include "support/message_capture.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
+using tessara::NullWindowSystem;
+using tessara::SetWindowSystem;
+using tessara::WindowSystem;
 using tessara::test::MessageCapture;
 
 TEST(Messages, GoToTheSinkInPlaceAndThenToTheOneBefore)
@@ -25,14 +29,16 @@ TEST(Messages, GoToTheSinkInPlaceAndThenToTheOneBefore)
     EXPECT_EQ(outer.boxes.size(), 1u);
 }
 
-TEST(Messages, GoToStandardErrorAsOneLineEachByDefault)
+TEST(Messages, GoToStandardErrorAsOneLineEachWithoutWindows)
 {
+    WindowSystem* const previous = SetWindowSystem(&NullWindowSystem());
     testing::internal::CaptureStderr();
     OutputDebugStringA("ended \n");
     OutputDebugStringA("open %s");
     tessara::ShowMessageBox("text");
     tessara::ShowMessageBox("text", "title");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "ended \nopen %s\ntext\ntitle: text\n");
+    SetWindowSystem(previous);
 }
 
 }  // namespace

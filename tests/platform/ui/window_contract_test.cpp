@@ -1,0 +1,245 @@
+#include "platform/ui/cfile_dialog.h"
+#include "platform/ui/window_contract.h"
+
+#include <gmock/gmock.h>
+
+#include <utility>
+
+namespace tessara::test {
+
+int WindowContract::Run(std::function<void(DialogUser&)> user)
+{
+    dialog_.events.clear();
+    backEnd_->SetUser(std::move(user));
+    const int result = dialog_.DoModal();
+    painted_ = std::erase(dialog_.events, "paint") > 0;
+    return result;
+}
+
+std::vector<std::string> WindowContract::Heard() const
+{
+    const auto& events = dialog_.events;
+    if (events.size() < 2 || events.front() != "created" || events.back() != "destroy")
+        return {"not created and destroyed"};
+    return {events.begin() + 1, events.end() - 1};
+}
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+TEST_P(NoWindowsContract, DialogsAreCancelledAtOnceAndMessagesGoToStandardError)
+{
+    ASSERT_FALSE(backEnd_->System().CanOpenWindows());
+    EXPECT_EQ(Run([](DialogUser&) { FAIL() << "nobody can see the dialog"; }), IDCANCEL);
+    EXPECT_TRUE(dialog_.events.empty());
+    EXPECT_EQ(CFileDialog(TRUE, nullptr, nullptr, 0, "All (*.*)|*.*|", nullptr).DoModal(), IDCANCEL);
+    EXPECT_FALSE(backEnd_->System().OpenAddress("http://example.org"));
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Replace it?", "Import", MB_YESNO), IDNO);
+    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Enter a name"), IDOK);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Import: Replace it? (taken as No)\nTessara: Enter a name\n");
+}
+
+TEST_P(DialogContract, EndsWithTheClosingButtonThatWasClicked)
+{
+    ASSERT_TRUE(backEnd_->System().CanOpenWindows());
+    EXPECT_EQ(Run([](DialogUser& user) { user.Click(IDOK); }), IDOK);
+    EXPECT_TRUE(painted_);
+    EXPECT_THAT(dialog_.events, ElementsAre("created", "destroy"));
+    EXPECT_EQ(Run([](DialogUser& user) { user.Click(IDCANCEL); }), IDCANCEL);
+    EXPECT_EQ(Run([](DialogUser& user) { user.Press(VK_ESCAPE); }), IDCANCEL);
+    EXPECT_EQ(Run([](DialogUser& user) { user.Press(VK_RETURN); }), IDOK);
+}
+
+TEST_P(DialogContract, IsNeverShownWhenItEndsAtItsStart)
+{
+    dialog_.endsAtOnce = true;
+    EXPECT_EQ(Run([](DialogUser&) { FAIL() << "the dialog was shown"; }), 17);
+    EXPECT_FALSE(painted_);
+    EXPECT_THAT(dialog_.events, ElementsAre("created", "destroy"));
+}
+
+TEST_P(DialogContract, StartsAsTheTemplateSays)
+{
+    dialog_.atStart = [](SampleDialog& dialog) {
+        EXPECT_EQ(dialog.GetWindowText(), "Sample");
+        EXPECT_EQ(dialog.GetDlgItem(kCheck)->GetWindowText(), "Show");
+        EXPECT_EQ(dialog.button.GetWindowText(), "Import");
+        EXPECT_EQ(dialog.GetDlgItem(kLabel)->GetWindowText(), "Name");
+        EXPECT_EQ(dialog.choice.GetCount(), 2);
+        EXPECT_EQ(dialog.choice.GetLBText(1), "High");
+        EXPECT_EQ(dialog.choice.GetCurSel(), -1);
+        EXPECT_EQ(dialog.list.GetCount(), 0);
+        EXPECT_EQ(dialog.list.GetCurSel(), -1);
+        EXPECT_EQ(dialog.IsDlgButtonChecked(kCheck), FALSE);
+        EXPECT_EQ(dialog.number.GetModify(), FALSE);
+        EXPECT_EQ(dialog.button.IsWindowEnabled(), TRUE);
+        RECT viewport{};
+        dialog.GetDlgItem(kViewport)->GetWindowRect(&viewport);
+        EXPECT_GT(viewport.right - viewport.left, 40);
+        EXPECT_GT(viewport.bottom - viewport.top, 40);
+    };
+    Run([](DialogUser&) {});
+}
+
+TEST_P(DialogContract, TakesValuesFromTheProgramWithoutNotice)
+{
+    dialog_.atStart = [](SampleDialog& dialog) {
+        dialog.number.SetModify();
+        dialog.number.SetWindowText("16.00");
+        EXPECT_EQ(dialog.number.GetModify(), FALSE);
+        dialog.CheckDlgButton(kCheck, TRUE);
+        dialog.choice.ResetContent();
+        for (const char* row : {"one", "two", "Müller"})
+            EXPECT_GE(dialog.choice.AddString(row), 0);
+        dialog.choice.SetCurSel(2);
+        for (const char* row : {"zebra", "ape", "ape"})
+            dialog.list.AddString(row);
+        dialog.list.SetSel(1);
+        dialog.button.EnableWindow(FALSE);
+    };
+    dialog_.atEnd = [](SampleDialog& dialog) {
+        EXPECT_EQ(dialog.number.GetWindowText(), "16.00");
+        EXPECT_EQ(dialog.IsDlgButtonChecked(kCheck), TRUE);
+        EXPECT_EQ(dialog.choice.GetCurSel(), 2);
+        EXPECT_EQ(dialog.choice.GetLBText(2), "Müller");
+        EXPECT_EQ(dialog.list.GetCount(), 3);
+        EXPECT_EQ(dialog.list.GetCurSel(), 1);
+        EXPECT_THAT(dialog.list.GetSelItems(3), ElementsAre(1));
+        EXPECT_EQ(dialog.button.IsWindowEnabled(), FALSE);
+    };
+    Run([](DialogUser& user) { user.Click(kButton); });
+    EXPECT_TRUE(Heard().empty()) << testing::PrintToString(Heard());
+}
+
+TEST_P(DialogContract, HearsWhatTheUserChanges)
+{
+    dialog_.atStart = [](SampleDialog& dialog) {
+        for (const char* row : {"a", "b", "c", "d"})
+            dialog.list.AddString(row);
+    };
+    dialog_.atEnd = [](SampleDialog& dialog) {
+        EXPECT_EQ(dialog.IsDlgButtonChecked(kCheck), TRUE);
+        EXPECT_EQ(dialog.choice.GetCurSel(), 1);
+        EXPECT_THAT(dialog.list.GetSelItems(4), ElementsAre(1, 2, 3));
+        EXPECT_THAT(dialog.list.GetSelItems(2), ElementsAre(1, 2));
+        EXPECT_EQ(dialog.list.GetCurSel(), 3);
+    };
+    Run([](DialogUser& user) {
+        user.Click(kCheck);
+        user.Pick(kChoice, 1);
+        user.Pick(kList, 0);
+        user.PickRange(kList, 1, 3);
+        user.Click(kButton);
+    });
+    EXPECT_THAT(Heard(), ElementsAre("check", "choice", "list", "list", "list", "button"));
+}
+
+TEST_P(DialogContract, AnEditFieldTellsWhenItIsLeft)
+{
+    dialog_.atEnd = [](SampleDialog& dialog) {
+        EXPECT_EQ(dialog.number.GetWindowText(), "1.5");
+        EXPECT_EQ(dialog.number.GetModify(), TRUE);
+        EXPECT_EQ(dialog.plain.GetModify(), FALSE);
+    };
+    EXPECT_EQ(Run([](DialogUser& user) {
+                  user.Type(kNumber, "1.5");
+                  user.Click(kPlainEdit);
+                  user.Click(kNumber);
+                  user.Click(IDOK);
+              }),
+              IDOK);
+    EXPECT_THAT(Heard(), ElementsAre("number left", "number left"));
+}
+
+TEST_P(DialogContract, AKeyCanBeTakenBeforeAControlGetsIt)
+{
+    dialog_.takesReturn = true;
+    int focused = 0;
+    EXPECT_EQ(Run([&](DialogUser& user) {
+                  user.Type(kNumber, "2");
+                  user.Press(VK_RETURN);
+                  user.Rest();
+                  focused = dialog_.GetFocus() ? dialog_.GetFocus()->GetDlgCtrlID() : -1;
+                  user.Press(VK_ESCAPE);
+              }),
+              IDCANCEL);
+    EXPECT_EQ(focused, kPlainEdit);
+    EXPECT_THAT(Heard(), ElementsAre("number left"));
+}
+
+TEST_P(DialogContract, TheTabKeySkipsDisabledControlsAndComesRound)
+{
+    dialog_.atStart = [](SampleDialog& dialog) { dialog.GetDlgItem(kNumber)->EnableWindow(FALSE); };
+    std::vector<int> order;
+    Run([&](DialogUser& user) {
+        user.Click(kCheck);
+        for (int i = 0; i < 7; ++i) {
+            user.Press(VK_TAB);
+            user.Rest();
+            order.push_back(dialog_.GetFocus() ? dialog_.GetFocus()->GetDlgCtrlID() : -1);
+        }
+    });
+    EXPECT_THAT(order, ElementsAre(kPlainEdit, kChoice, kList, kButton, IDOK, IDCANCEL, kCheck));
+}
+
+TEST_P(DialogContract, SpinArrowsStepTheirBuddyAndTellTheDialog)
+{
+    dialog_.atStart = [](SampleDialog& dialog) { dialog.number.SetWindowText("2.50"); };
+    Run([](DialogUser& user) {
+        user.StepUp(kSpin);
+        user.StepDown(kSpin);
+        user.StepDown(kSpin);
+        user.StepDown(kSpin);
+    });
+    EXPECT_THAT(Heard(), ElementsAre("stepped 303 to 3.50", "stepped 303 to 2.50", "stepped 303 to 1.50",
+                                     "stepped 303 to 1.00"));
+}
+
+TEST_P(DialogContract, APostedMessageComesAfterTheRunningEvent)
+{
+    dialog_.atStart = [](SampleDialog& dialog) {
+        EXPECT_EQ(dialog.PostMessage(kPosted, 7, 8), TRUE);
+        EXPECT_THAT(dialog.events, Not(Contains("posted 7 8")));
+        EXPECT_EQ(dialog.SendMessage(kPosted, 1, 2), 1);
+        EXPECT_EQ(dialog.events.back(), "posted 1 2");
+    };
+    Run([](DialogUser& user) { user.Rest(); });
+    EXPECT_THAT(Heard(), ElementsAre("posted 1 2", "posted 7 8"));
+    EXPECT_EQ(dialog_.PostMessage(kPosted), FALSE);
+}
+
+TEST_P(DialogContract, AFailureInAHandlerEndsTheDialogAndReachesTheCaller)
+{
+    dialog_.throws = true;
+    EXPECT_THROW(Run([](DialogUser& user) { user.Click(kButton); }), std::runtime_error);
+    std::erase(dialog_.events, "paint");
+    EXPECT_EQ(dialog_.events.back(), "destroy");
+}
+
+TEST_P(DialogContract, QuestionsAreAnsweredByTheUser)
+{
+    backEnd_->SetAnswer(IDYES);
+    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Replace it?", "Import", MB_YESNO), IDYES);
+    backEnd_->SetAnswer(IDNO);
+    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Replace it?", "Import", MB_YESNO), IDNO);
+    backEnd_->SetAnswer(IDOK);
+    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Enter a name"), IDOK);
+}
+
+TEST_P(DialogContract, CanBeOpenedAgainAndAgain)
+{
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(Run([](DialogUser& user) { user.Click(IDOK); }), IDOK);
+        EXPECT_EQ(dialog_.number.GetSafeHwnd(), nullptr);
+    }
+}
+
+}  // namespace
+
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(NoWindowsContract);
+
+}  // namespace tessara::test
