@@ -31,9 +31,6 @@ public:
     ~BstrHolder() { SysFreeString(text_); }
 
     BSTR Get() const noexcept { return text_; }
-    /// Gives the text to the caller.
-    [[nodiscard]] BSTR Detach() noexcept { return std::exchange(text_, nullptr); }
-
     std::string Narrow() const { return NarrowText(text_); }
 
     /// Gives the text to the caller to free.
