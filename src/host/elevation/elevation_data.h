@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace tessara {
+
+/// A grid of heights as an elevation file holds it, rows from north to south.
+struct ElevationData {
+    int width = 0;   ///< columns
+    int height = 0;  ///< rows
+    std::vector<float>
+        metres;               ///< row-major, the height of column x and row y at x + y * width; never empty, all finite
+    double spacingX = 1.0;    ///< metres from one column to the next, on the ground
+    double spacingY = 1.0;    ///< metres from one row to the next
+    float minimum = 0.0f;     ///< lowest height in metres
+    float maximum = 0.0f;     ///< highest height in metres
+    std::size_t missing = 0;  ///< cells that had no data and were filled
+    int sourceWidth = 0;      ///< size of the file's grid, larger where it was read reduced
+    int sourceHeight = 0;
+    bool geographic = false;         ///< the file's coordinates are degrees
+    bool georeferenced = false;      ///< originX .. stepY below come from the file
+    double originX = 0.0;            ///< easting or longitude of the centre of the north-west cell
+    double originY = 0.0;            ///< northing or latitude of it
+    double stepX = 1.0;              ///< from one column to the next in the file's coordinates
+    double stepY = -1.0;             ///< from one row to the next, negative towards the south
+    std::string referenceSystem;     ///< name of the coordinate reference system, empty when the file has none
+    std::string referenceWkt;        ///< the same in well-known text
+    std::string format;              ///< name of the file format
+    std::vector<std::string> notes;  ///< one sentence each for the user: filled cells, reduced size, assumed units
+};
+
+/// Sets minimum and maximum from the heights, of which there must be one.
+void ScanHeights(ElevationData& data);
+
+}  // namespace tessara
