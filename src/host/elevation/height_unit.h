@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tessara {
+
+/// A unit of heights.
+struct HeightUnit {
+    double metres = 1.0;  ///< in one of it
+    std::string note;     ///< a sentence for the user where the unit is not metres
+};
+
+/// \param name as an elevation file has it, in any case; empty means metres
+HeightUnit HeightUnitOf(std::string_view name);
+
+}  // namespace tessara

@@ -1,0 +1,267 @@
+#include "host/elevation/elevation_error.h"
+#include "host/elevation/elevation_file.h"
+#include "host/elevation/raster_fixture.h"
+
+#include <gdal_priv.h>
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <fstream>
+#include <limits>
+#include <new>
+
+namespace tessara {
+namespace {
+
+constexpr double kNothing = std::numeric_limits<double>::quiet_NaN();
+
+using ElevationFileTest = RasterFixture;
+
+TEST_F(ElevationFileTest, EveryFormatGivesItsHeightsRowByRowFromTheNorth)
+{
+    const struct {
+        const char* name;
+        const char* driver;
+        const char* type;
+        std::vector<std::string> options;
+    } cases[] = {
+        {"short.tif", "GTiff", "Int16", {}},   {"double.tif", "GTiff", "Float64", {"TILED=YES", "COMPRESS=LZW"}},
+        {"byte.tif", "GTiff", "Byte", {}},     {"grid.asc", "AAIGrid", "Float32", {}},
+        {"whole.asc", "AAIGrid", "Int32", {}}, {"picture.png", "PNG", "UInt16", {}},
+        {"raw.bil", "EHdr", "Int16", {}},      {"imagine.img", "HFA", "Float32", {}},
+    };
+    for (const auto& [name, driver, type, options] : cases) {
+        SCOPED_TRACE(name);
+        RasterSpec spec;
+        spec.driver = driver;
+        spec.type = type;
+        spec.width = 5;
+        spec.height = 3;
+        spec.values = GridOf(5, 3, [](int x, int y) { return 10 * y + x; });
+        spec.options = options;
+        const ElevationData data = ReadElevationFile(Make(name, spec));
+        EXPECT_EQ(data.width, 5);
+        EXPECT_EQ(data.height, 3);
+        EXPECT_THAT(data.metres, testing::ElementsAreArray(spec.values));
+        EXPECT_EQ(data.minimum, 0.0f);
+        EXPECT_EQ(data.maximum, 24.0f);
+        EXPECT_EQ(data.missing, 0u);
+        EXPECT_FALSE(data.format.empty());
+    }
+}
+
+TEST_F(ElevationFileTest, AnSrtmTileIsKnownByItsNameAndItsHolesAreFilled)
+{
+    constexpr int kSide = 1201;
+    std::string bytes;
+    for (int y = 0; y < kSide; ++y) {
+        for (int x = 0; x < kSide; ++x) {
+            const int height = x == 600 && y == 600 ? -32768 : x + 1;
+            bytes += static_cast<char>(height >> 8);
+            bytes += static_cast<char>(height);
+        }
+    }
+    const ElevationData data = ReadElevationFile(MakeText("N45E006.hgt", bytes));
+    EXPECT_EQ(data.width, kSide);
+    EXPECT_TRUE(data.geographic);
+    EXPECT_NEAR(data.originX, 6.0, 1e-9);
+    EXPECT_NEAR(data.originY, 46.0, 1e-9);
+    // Three seconds of arc at 45.5 degrees north.
+    EXPECT_NEAR(data.spacingX, 65.1, 0.1);
+    EXPECT_NEAR(data.spacingY, 92.6, 0.1);
+    EXPECT_EQ(data.missing, 1u);
+    EXPECT_EQ(data.minimum, 1.0f);
+    EXPECT_EQ(data.metres[600 + 600 * kSide], 601.0f);
+}
+
+TEST_F(ElevationFileTest, CellsWithoutDataAreFoundHoweverTheFileMarksThem)
+{
+    RasterSpec plain;
+    plain.width = 3;
+    plain.height = 1;
+    struct Case {
+        std::string name;
+        RasterSpec spec;
+        double mark;
+        std::optional<double> noData;
+        std::string note = "1 of 3 cells (33 %) had no data";
+    };
+    std::vector<Case> cases(8, {"", plain, 0.0, std::nullopt});
+    cases[0] = {"declared.tif", plain, 32767.0, std::nullopt};
+    cases[0].spec.type = "Int16";
+    cases[0].spec.noData = 32767.0;
+    cases[1] = {"largest_negative.tif", plain, -std::numeric_limits<float>::max(), std::nullopt};
+    cases[1].spec.noData = cases[1].mark;
+    cases[2] = {"nan.tif", plain, kNothing, std::nullopt};
+    cases[3] = {"infinite.tif", plain, std::numeric_limits<double>::infinity(), std::nullopt};
+    cases[4] = {"undeclared.tif", plain, -32768.0, std::nullopt, "-32768 was taken as such a mark"};
+    cases[5] = {"asked.tif", plain, 0.0, 0.0};
+    cases[6] = {"declared.asc", plain, -9999.0, std::nullopt};
+    cases[6].spec.driver = "AAIGrid";
+    cases[6].spec.noData = -9999.0;
+    cases[7] = {"alpha.tif", plain, 0.0, std::nullopt};
+    cases[7].spec.type = "UInt16";
+    cases[7].spec.bands = 2;
+    cases[7].spec.alpha = true;
+    for (Case& test : cases) {
+        SCOPED_TRACE(test.name);
+        test.spec.values = {100.0, test.mark, 200.0};
+        ElevationReadOptions options;
+        options.noData = test.noData;
+        options.fill = ElevationFill::Lowest;
+        const ElevationData data = ReadElevationFile(Make(test.name, test.spec), options);
+        EXPECT_THAT(data.metres, testing::ElementsAre(100.0f, 100.0f, 200.0f));
+        EXPECT_EQ(data.missing, 1u);
+        EXPECT_TRUE(HasNote(data, test.note));
+    }
+}
+
+TEST_F(ElevationFileTest, HeightsComeInMetresWhateverTheFileCountsIn)
+{
+    const struct {
+        const char* unit;
+        double scale;
+        double offset;
+        float expected;  // of 1000 in the file
+        const char* note;
+    } cases[] = {
+        {"m", 1.0, 0.0, 1000.0f, ""},
+        {"ft", 1.0, 0.0, 304.8f, "from the file's unit, ft"},
+        {"US survey foot", 1.0, 0.0, 304.80061f, "US survey foot"},
+        {"", 0.1, 50.0, 150.0f, ""},
+        {"cm", 2.0, 100.0, 21.0f, "cm"},
+        {"parsec", 1.0, 0.0, 1000.0f, "parsec, is not known"},
+    };
+    for (const auto& [unit, scale, offset, expected, note] : cases) {
+        SCOPED_TRACE(unit);
+        RasterSpec spec;
+        spec.width = spec.height = 1;
+        spec.values = {1000.0};
+        spec.unit = unit;
+        spec.scale = scale;
+        spec.offset = offset;
+        const ElevationData data = ReadElevationFile(Make("unit.tif", spec));
+        EXPECT_FLOAT_EQ(data.metres[0], expected);
+        EXPECT_EQ(data.notes.size(), *note != '\0' ? 2u : 1u);  // one is on the spacing
+        EXPECT_TRUE(HasNote(data, note));
+    }
+}
+
+TEST_F(ElevationFileTest, AnAsciiGridMayHaveItsFirstFractionFarDown)
+{
+    std::string text = "ncols 100\nnrows 400\nxllcorner 0\nyllcorner 0\ncellsize 10\n";
+    for (int i = 0; i < 39999; ++i)
+        text += "1000\n";
+    const ElevationData data = ReadElevationFile(MakeText("late.asc", text + "7.25\n"));
+    EXPECT_EQ(data.metres.back(), 7.25f);
+}
+
+TEST_F(ElevationFileTest, ALargeGridIsReducedToMeansOverTheAreaOfACell)
+{
+    struct Case {
+        int width;
+        int height;
+        std::int64_t most;
+        std::vector<float> expected;
+        double spacingX = 0.0;
+        double spacingY = 0.0;
+    };
+    // Heights are 3 y + x in a grid of 3 x 3 and so on; each mean is worked out by hand.
+    const Case cases[] = {
+        {3, 3, 9, {0, 1, 2, 3, 4, 5, 6, 7, 8}, 10, 10},
+        {3, 3, 4, {4.0f / 3, 8.0f / 3, 16.0f / 3, 20.0f / 3}, 15, 15},
+        {3, 3, 1, {4}, 30, 30},
+        {4, 4, 4, {2.5f, 4.5f, 10.5f, 12.5f}, 20, 20},
+        {6, 1, 3, {0.5f, 2.5f, 4.5f}, 20, 10},
+        {1, 6, 3, {0.5f, 2.5f, 4.5f}, 10, 20},
+        {1, 6, 0, {2.5f}, 10, 60},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(std::to_string(test.width) + " x " + std::to_string(test.height) + " to " +
+                     std::to_string(test.most));
+        RasterSpec spec;
+        spec.width = test.width;
+        spec.height = test.height;
+        spec.values = GridOf(test.width, test.height, [&](int x, int y) { return test.width * y + x; });
+        spec.transform = {1000, 10, 0, 2000, 0, -10};
+        ElevationReadOptions options;
+        options.maximumCells = test.most;
+        const ElevationData data = ReadElevationFile(Make("large.tif", spec), options);
+        EXPECT_THAT(data.metres, testing::Pointwise(testing::FloatEq(), test.expected));
+        EXPECT_EQ(data.sourceWidth, test.width);
+        EXPECT_EQ(data.sourceHeight, test.height);
+        EXPECT_EQ(data.spacingX, test.spacingX);
+        EXPECT_EQ(data.spacingY, test.spacingY);
+        EXPECT_EQ(data.originX, 1000 + test.spacingX / 2);
+        EXPECT_EQ(data.originY, 2000 - test.spacingY / 2);
+        EXPECT_EQ(data.notes.size(), test.most < 9 && test.expected.size() < spec.values.size() ? 2u : 1u);
+    }
+}
+
+TEST_F(ElevationFileTest, AReducedCellKnowsOnlyItsCellsWithData)
+{
+    RasterSpec spec;
+    spec.width = spec.height = 4;
+    spec.values = {1, 3, kNothing, kNothing, 5, kNothing, kNothing, kNothing, 7, 7, 9, 9, 7, 7, 9, 9};
+    ElevationReadOptions options;
+    options.maximumCells = 4;
+    options.fill = ElevationFill::Lowest;
+    const ElevationData data = ReadElevationFile(Make("holes.tif", spec), options);
+    EXPECT_THAT(data.metres, testing::ElementsAre(3.0f, 3.0f, 7.0f, 9.0f));
+    EXPECT_EQ(data.missing, 1u);
+}
+
+TEST_F(ElevationFileTest, AnOverviewServesWhereItIsFineEnough)
+{
+    RasterSpec spec;
+    spec.width = spec.height = 64;
+    spec.values = GridOf(64, 64, [](int, int) { return 1.0; });
+    const std::string path = Make("pyramid.tif", spec);
+    {
+        const GDALDatasetUniquePtr file(GDALDataset::Open(path.c_str(), GDAL_OF_RASTER | GDAL_OF_UPDATE));
+        int levels[] = {2, 4};
+        ASSERT_EQ(file->BuildOverviews("NEAREST", 2, levels, 0, nullptr, nullptr, nullptr), CE_None);
+        for (int i = 0; i < 2; ++i)  // so that the values tell what was read
+            ASSERT_EQ(file->GetRasterBand(1)->GetOverview(i)->Fill(10.0 * (i + 1)), CE_None);
+    }
+    for (const auto& [most, value] : {std::pair{4096, 1.0f}, {1024, 10.0f}, {300, 10.0f}, {256, 20.0f}, {100, 20.0f}}) {
+        ElevationReadOptions options;
+        options.maximumCells = most;
+        const ElevationData data = ReadElevationFile(path, options);
+        EXPECT_EQ(data.maximum, value) << most;
+        EXPECT_EQ(data.sourceWidth, 64);
+    }
+}
+
+TEST_F(ElevationFileTest, ProgressRisesToTheEndAndMayStopTheReading)
+{
+    RasterSpec spec;
+    spec.width = 2000;
+    spec.height = 1500;
+    spec.values.assign(2000 * 1500, 3.0);
+    const std::string path = Make("long.tif", spec);
+    std::vector<double> heard;
+    ReadElevationFile(path, {}, [&](double fraction) { heard.push_back(fraction); });
+    EXPECT_GT(heard.size(), 3u);
+    EXPECT_TRUE(std::is_sorted(heard.begin(), heard.end()));
+    EXPECT_EQ(heard.back(), 1.0);
+    EXPECT_THROW(ReadElevationFile(path, {}, [](double) { throw 7; }), int);
+    EXPECT_THROW(ReadElevationFile(path, {}, [](double) { throw std::bad_alloc(); }), ElevationError);
+}
+
+TEST_F(ElevationFileTest, AFlatOrTinyGridIsNoError)
+{
+    for (const auto& [width, height] : {std::pair{1, 1}, {2, 1}, {1, 2}, {7, 5}}) {
+        RasterSpec spec;
+        spec.width = width;
+        spec.height = height;
+        spec.values.assign(static_cast<std::size_t>(width * height), -12.5);
+        const ElevationData data = ReadElevationFile(Make("flat.tif", spec));
+        EXPECT_EQ(data.metres.size(), spec.values.size());
+        EXPECT_EQ(data.minimum, -12.5f);
+        EXPECT_EQ(data.maximum, -12.5f);
+    }
+}
+
+}  // namespace
+}  // namespace tessara
