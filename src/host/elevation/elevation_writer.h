@@ -1,0 +1,21 @@
+#pragma once
+
+#include "host/elevation/elevation_data.h"
+
+#include <string>
+
+namespace tessara {
+
+/// Writes a grid in the format that the ending of `path` names. A file that is there already is replaced at once or not
+/// at all.
+///
+/// | Ending      | Format         | Heights                           | Place                       |
+/// |-------------|----------------|-----------------------------------|-----------------------------|
+/// | .tif, .tiff | GeoTIFF        | 32-bit, bit for bit               | coordinates and reference   |
+/// | .asc        | ESRI ASCII grid | as many digits as a float needs  | coordinates, no reference   |
+/// | .png        | 16-bit PNG     | whole metres, 0 to 65535          | none                        |
+///
+/// \throws ElevationError when the format can't hold the heights or the file can't be written
+void WriteElevationFile(const ElevationData& data, const std::string& path);
+
+}  // namespace tessara

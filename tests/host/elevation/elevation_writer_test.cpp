@@ -1,0 +1,145 @@
+#include "host/elevation/elevation_error.h"
+#include "host/elevation/elevation_file.h"
+#include "host/elevation/elevation_writer.h"
+#include "host/elevation/raster_fixture.h"
+#include "host/elevation/sample_terrain.h"
+
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <csignal>
+#include <fstream>
+#include <iterator>
+
+namespace tessara {
+namespace {
+
+class ElevationWriterTest : public RasterFixture {
+protected:
+    static ElevationData Grid()
+    {
+        ElevationData data;
+        data.width = 3;
+        data.height = 2;
+        data.metres = {0.0f, 1.0f / 3.0f, 1918.4567f, 8848.86f, 12.0f, 3.0e-7f};
+        data.spacingX = 30.0;
+        data.spacingY = 20.0;
+        return data;
+    }
+
+    static std::string Contents(const std::string& path)
+    {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    void ExpectRefused(const ElevationData& data, const std::string& path, const std::string& text) const
+    {
+        const std::vector<std::string> before = FolderEntries();
+        try {
+            WriteElevationFile(data, path);
+            ADD_FAILURE() << path << " was written";
+        } catch (const ElevationError& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(path));
+            EXPECT_THAT(error.what(), testing::HasSubstr(text));
+        }
+        EXPECT_EQ(FolderEntries(), before);
+    }
+};
+
+TEST_F(ElevationWriterTest, WhatIsWrittenIsReadBack)
+{
+    const ElevationData sample = MakeSampleTerrain(33);
+    for (const char* name : {"sample.tif", "sample.TIFF", "sample.asc"}) {
+        SCOPED_TRACE(name);
+        WriteElevationFile(sample, Path(name));
+        const ElevationData back = ReadElevationFile(Path(name));
+        EXPECT_EQ(back.metres, sample.metres);
+        EXPECT_EQ(back.spacingX, sample.spacingX);
+        EXPECT_EQ(back.spacingY, sample.spacingY);
+        EXPECT_EQ(back.originX, sample.originX);
+        EXPECT_EQ(back.originY, sample.originY);
+        EXPECT_EQ(back.missing, 0u);
+        EXPECT_FALSE(back.geographic);
+    }
+    const ElevationData back = ReadElevationFile(Path("sample.tif"));
+    EXPECT_EQ(back.referenceSystem, sample.referenceSystem);
+    EXPECT_TRUE(back.notes.empty());
+    EXPECT_EQ(FolderEntries().size(), 3u);
+}
+
+TEST_F(ElevationWriterTest, AGridWithoutAPlaceKeepsItsSpacing)
+{
+    for (const char* name : {"grid.tif", "grid.asc"}) {
+        WriteElevationFile(Grid(), Path(name));
+        const ElevationData back = ReadElevationFile(Path(name));
+        EXPECT_EQ(back.metres, Grid().metres) << name;
+        EXPECT_EQ(back.spacingX, 30.0) << name;
+        EXPECT_EQ(back.spacingY, 20.0) << name;
+    }
+}
+
+TEST_F(ElevationWriterTest, APictureHoldsWholeMetres)
+{
+    WriteElevationFile(Grid(), Path("grid.png"));
+    EXPECT_THAT(ReadElevationFile(Path("grid.png")).metres, testing::ElementsAre(0, 0, 1918, 8849, 12, 0));
+    ElevationData low = Grid();
+    low.metres[0] = -3.0f;
+    ExpectRefused(low, Path("low.png"), "from -3 to 8849 m");
+}
+
+TEST_F(ElevationWriterTest, AReferenceInDegreesSurvives)
+{
+    RasterSpec spec;
+    spec.width = spec.height = 2;
+    spec.values = {1, 2, 3, 4};
+    spec.transform = {7.0, 0.01, 0, 46.0, 0, -0.01};
+    spec.reference = "EPSG:4326";
+    const ElevationData data = ReadElevationFile(Make("source.tif", spec));
+    WriteElevationFile(data, Path("copy.tif"));
+    const ElevationData back = ReadElevationFile(Path("copy.tif"));
+    EXPECT_TRUE(back.geographic);
+    EXPECT_EQ(back.referenceSystem, "WGS 84");
+    EXPECT_EQ(back.spacingX, data.spacingX);
+    EXPECT_EQ(back.originY, data.originY);
+}
+
+TEST_F(ElevationWriterTest, WhatCantBeWrittenLeavesNothingBehind)
+{
+    ExpectRefused(Grid(), Path("grid.jpg"), "ends in .tif, .asc or .png");
+    ExpectRefused(Grid(), Path("grid"), "ends in .tif, .asc or .png");
+    ExpectRefused(Grid(), Path("nowhere/grid.tif"), "No such file");
+    std::filesystem::create_directory(Path("folder.tif"));
+    ExpectRefused(Grid(), Path("folder.tif"), "it is a folder");
+    std::filesystem::create_symlink("/dev/full", Path("full.tif"));
+    ExpectRefused(Grid(), Path("full.tif"), "not a regular file");
+    ExpectRefused(ElevationData{}, Path("none.tif"), "no grid");
+}
+
+TEST_F(ElevationWriterTest, AFullDiskLeavesTheOldFile)
+{
+    const std::string path = Path("kept.tif");
+    WriteElevationFile(Grid(), path);
+    const std::string before = Contents(path);
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const rlimit tight{1000, limit.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tight), 0);
+    ExpectRefused(MakeSampleTerrain(65), path, "File too large");
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(Contents(path), before);
+}
+
+TEST_F(ElevationWriterTest, ALinkStaysALinkToTheNewFile)
+{
+    MakeText("real.tif", "old");
+    std::filesystem::create_symlink(Path("real.tif"), Path("link.tif"));
+    WriteElevationFile(Grid(), Path("link.tif"));
+    EXPECT_TRUE(std::filesystem::is_symlink(Path("link.tif")));
+    EXPECT_EQ(ReadElevationFile(Path("real.tif")).metres, Grid().metres);
+}
+
+}  // namespace
+}  // namespace tessara
