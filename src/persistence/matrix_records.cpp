@@ -23,9 +23,11 @@ constexpr tessara::SavedValue kMatrixValues[] = {
 };
 
 /// Calls `visit` with each cell and its number in the saved order: row by row, columns fastest.
+/// \return false when the matrix didn't give out one of its cells
 template <class Visit>
-void ForEachCell(IElevationMatrix& matrix, LONG width, LONG height, Visit visit)
+bool ForEachCell(IElevationMatrix& matrix, LONG width, LONG height, Visit visit)
 {
+    bool complete = true;
     std::size_t index = 0;
     for (LONG y = 0; y < height; ++y) {
         for (LONG x = 0; x < width; ++x, ++index) {
@@ -33,8 +35,11 @@ void ForEachCell(IElevationMatrix& matrix, LONG width, LONG height, Visit visit)
             matrix.GetCell(x, y, cell.Out());
             if (cell)
                 visit(*cell, index);
+            else
+                complete = false;
         }
     }
+    return complete;
 }
 
 /// What a tree can be built on: no value reaches other cells' errors or normals as infinity or as no number.
@@ -43,6 +48,16 @@ float UsableElevation(float saved)
     if (!std::isfinite(saved))
         return 0.0f;
     return std::clamp(saved, -tessara::kLargestElevation, tessara::kLargestElevation);
+}
+
+bool FillMatrix(IElevationMatrix& matrix, LONG width, LONG height, const std::vector<float>& elevations)
+{
+    matrix.BeginUpdate(0);
+    const bool filled = ForEachCell(matrix, width, height, [&elevations](IElevationCell& cell, std::size_t index) {
+        cell.SetElevation(UsableElevation(elevations[index]));
+    });
+    matrix.EndUpdate(0);
+    return filled;
 }
 
 }  // namespace
@@ -59,12 +74,13 @@ HRESULT CoTessara::SerializeMatrix(IUnknown* pIParser)
     if (size == 0)
         return E_FAIL;
     return Guard(
-        [&] {
+        [&]() -> HRESULT {
             std::vector<float> elevations(size / sizeof(float));
             tessara::SavedPlace place(pIParser, kMatrixValues);
-            ForEachCell(*m_pMatrix, width, height, [&elevations](IElevationCell& cell, std::size_t index) {
-                cell.GetElevation(&elevations[index]);
-            });
+            if (!ForEachCell(*m_pMatrix, width, height, [&elevations](IElevationCell& cell, std::size_t index) {
+                    cell.GetElevation(&elevations[index]);
+                }))
+                return E_FAIL;
             place.Write(MinElevation, &m_minElevation, sizeof m_minElevation);
             place.Write(MaxElevation, &m_maxElevation, sizeof m_maxElevation);
             place.Write(Width, &width, sizeof width);
@@ -107,14 +123,7 @@ HRESULT CoTessara::LoadSerializedMatrix(IUnknown* pIParser)
             const bool created = CreateMatrix(size[0], size[1], std::move(palette));
             if (!m_pMatrix)
                 return S_OK;
-            if (!created)
-                return E_FAIL;
-            m_pMatrix->BeginUpdate(0);
-            ForEachCell(*m_pMatrix, size[0], size[1], [&elevations](IElevationCell& cell, std::size_t index) {
-                cell.SetElevation(UsableElevation(elevations[index]));
-            });
-            m_pMatrix->EndUpdate(0);
-            return S_OK;
+            return created && FillMatrix(*m_pMatrix, size[0], size[1], elevations) ? S_OK : E_FAIL;
         },
         E_FAIL);
 }

@@ -46,16 +46,15 @@ HRESULT CoTessara::LoadSerializedSurfaceProperties(IUnknown* pIParser)
         [&] {
             tessara::SavedPlace place(pIParser, kProperties);
             float lod[1] = {kDefaultLod};
-            place.ReadFloats(Lod, lod);
-            SetLOD(lod[0]);
-
             float translation[3] = {};
-            place.ReadFloats(Translation, translation);
-            SetTranslation3D(translation[0], translation[1], translation[2]);
-
             float scale[1] = {kDefaultScale};
+            place.ReadFloats(Lod, lod);
+            place.ReadFloats(Translation, translation);
             if (place.ReadFloats(ElevationScale, scale) == Reading::Unreadable)
                 scale[0] = kScaleForUnreadable;
+            // The level of detail goes by the scale from before the load.
+            SetLOD(lod[0]);
+            SetTranslation3D(translation[0], translation[1], translation[2]);
             SetElevationScale(scale[0]);
             return S_OK;
         },

@@ -8,7 +8,7 @@ using ParserNode = void*;
 /// A place in a project file, where the surface's values stand as named nodes.
 ///
 /// Each name that comes in is a new BSTR that goes over to the parser: it frees it with SysFreeString, whatever it
-/// answers. The surface doesn't, so that a parser that frees names and one that keeps them are safe alike.
+/// answers. The surface never does, since that would break a parser that frees its names; one that doesn't only leaks.
 struct IParser : IUnknown {
     /// Stores a copy of a value under a name at the parser's current place.
     /// \param parent null

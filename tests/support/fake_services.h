@@ -4,6 +4,7 @@
 
 #include "platform/com/bstr.h"
 #include "platform/com/com_object.h"
+#include "platform/com/guard.h"
 #include "services/camera_object.h"
 #include "services/elevation_matrix.h"
 #include "services/kvo_host.h"
@@ -13,6 +14,8 @@
 #include "textures/elevation_element.h"
 #include "textures/elevation_palette.h"
 
+#include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -32,14 +35,19 @@ public:
     }
 
 protected:
+    /// Writes a call down, unless there is no memory for it.
     template <class... Args>
-    HRESULT Log(const char* call, const Args&... args)
+    HRESULT Log(const char* call, const Args&... args) noexcept
     {
-        std::string line = std::string(call) + "(";
-        [[maybe_unused]] const char* separator = "";
-        ((line += separator, line += Text(args), separator = ", "), ...);
-        log_.push_back(line + ")");
-        return S_OK;
+        return Guard(
+            [&] {
+                std::string line = std::string(call) + "(";
+                [[maybe_unused]] const char* separator = "";
+                ((line += separator, line += Text(args), separator = ", "), ...);
+                log_.push_back(line + ")");
+                return S_OK;
+            },
+            S_OK);
     }
     static std::string Text(BSTR text) { return NarrowText(text); }
     static std::string Text(const char* text) { return text; }
@@ -119,6 +127,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE SetPalette(ElevationPalette* given) override
     {
+        takenPalette_.reset(given);
         palette = given;
         return Log("SetPalette");
     }
@@ -143,6 +152,7 @@ public:
     std::vector<ElevationElement> elements;
 
 private:
+    std::unique_ptr<ElevationPalette> takenPalette_;
     LONG pendingWidth_ = 0;
     LONG pendingHeight_ = 0;
 };
@@ -183,10 +193,19 @@ public:
     HRESULT STDMETHODCALLTYPE UnbindTexture() override { return Log("UnbindTexture"); }
     HRESULT STDMETHODCALLTYPE ReleaseTexture(ULONG id) override { return Log("ReleaseTexture", id); }
     HRESULT STDMETHODCALLTYPE BindTexture(ULONG id) override { return Log("BindTexture", id); }
-    HRESULT STDMETHODCALLTYPE GetTextureData(ULONG id, LONG*, LONG*, LONG*, LONG, void** pixels) override
+    HRESULT STDMETHODCALLTYPE GetTextureData(ULONG id, LONG* width, LONG* height, LONG* bits, LONG reserved,
+                                             void** pixels) override
     {
+        Log("GetTextureData", id, reserved);
+        *width = image.width;
+        *height = image.height;
+        *bits = image.bits;
         *pixels = nullptr;
-        return Log("GetTextureData", id);
+        if (FAILED(image.result))
+            return image.result;
+        *pixels = CoTaskMemAlloc(image.pixels.size());
+        std::copy(image.pixels.begin(), image.pixels.end(), static_cast<BYTE*>(*pixels));
+        return S_OK;
     }
     HRESULT STDMETHODCALLTYPE SelectTextureUnit(ULONG unit) override { return Log("SelectTextureUnit", unit); }
     LONG STDMETHODCALLTYPE HasMultitexture() override { return multitexture; }
@@ -198,6 +217,15 @@ public:
         return Log("GetImplementation");
     }
     HRESULT STDMETHODCALLTYPE ResetTextureUnit() override { return Log("ResetTextureUnit"); }
+
+    /// What GetTextureData answers for any texture.
+    struct {
+        LONG width = 0;
+        LONG height = 0;
+        LONG bits = 32;
+        std::vector<BYTE> pixels;
+        HRESULT result = S_OK;
+    } image;
 
     CTextureMgrImp* implementation = nullptr;
     HRESULT createResult = S_OK;
