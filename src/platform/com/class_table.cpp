@@ -1,160 +1,114 @@
-#include "platform/com/com_ptr.h"
-#include "platform/com/guard.h"
-#include "platform/com/module_class.h"
+#include "platform/com/class_table.h"
+
+#include "platform/com/class_registry.h"
 #include "platform/com/module_library.h"
 
 #include <algorithm>
-#include <map>
-#include <mutex>
-#include <string>
-#include <vector>
 
 namespace tessara {
 
-namespace {
-
-/// The classes that this process can make: factories that the host registered, and modules that serve a class.
-class ClassTable {
-public:
-    DWORD AddFactory(REFCLSID clsid, IUnknown* factory)
-    {
-        const std::lock_guard lock(mutex_);
-        factories_.push_back({clsid, nextCookie_, ComPtr<IUnknown>(factory)});
-        return nextCookie_++;
-    }
-
-    ComPtr<IUnknown> RemoveFactory(DWORD cookie)
-    {
-        const std::lock_guard lock(mutex_);
-        const auto found = std::find_if(factories_.begin(), factories_.end(),
-                                        [cookie](const FactoryEntry& entry) { return entry.cookie == cookie; });
-        if (found == factories_.end())
-            return nullptr;
-        ComPtr<IUnknown> factory = std::move(found->factory);
-        factories_.erase(found);
-        return factory;
-    }
-
-    ComPtr<IUnknown> FindFactory(REFCLSID clsid) const
-    {
-        const std::lock_guard lock(mutex_);
-        const auto found = std::find_if(factories_.rbegin(), factories_.rend(),
-                                        [&clsid](const FactoryEntry& entry) { return entry.clsid == clsid; });
-        return found == factories_.rend() ? ComPtr<IUnknown>() : found->factory;
-    }
-
-    void AddModuleClass(REFCLSID clsid, const std::string& path)
-    {
-        const std::lock_guard lock(mutex_);
-        moduleClasses_.push_back({clsid, path});
-    }
-
-    /// Loads the module of a class if that hasn't happened. A module's initialisers may come back to this table, so the
-    /// load runs outside its lock.
-    HRESULT FindModule(REFCLSID clsid, ModuleLibrary& module)
-    {
-        std::string path;
-        {
-            const std::lock_guard lock(mutex_);
-            const auto found = std::find_if(moduleClasses_.rbegin(), moduleClasses_.rend(),
-                                            [&clsid](const ModuleClass& entry) { return entry.clsid == clsid; });
-            if (found == moduleClasses_.rend())
-                return REGDB_E_CLASSNOTREG;
-            path = found->path;
-            const auto loaded = modules_.find(path);
-            if (loaded != modules_.end()) {
-                module = loaded->second;
-                return S_OK;
-            }
-        }
-        const HRESULT result = module.Load(path);
-        if (SUCCEEDED(result)) {
-            const std::lock_guard lock(mutex_);
-            modules_.emplace(path, module);
-        }
-        return result;
-    }
-
-private:
-    struct FactoryEntry {
-        CLSID clsid;
-        DWORD cookie;
-        ComPtr<IUnknown> factory;
-    };
-    struct ModuleClass {
-        CLSID clsid;
-        std::string path;
-    };
-
-    mutable std::mutex mutex_;
-    std::vector<FactoryEntry> factories_;
-    std::vector<ModuleClass> moduleClasses_;
-    std::map<std::string, ModuleLibrary> modules_;
-    DWORD nextCookie_ = 1;
-};
-
-/// Never destroyed: factories of modules that are gone by then must not be released at exit.
-ClassTable& Table()
+ClassTable& ClassTable::Instance()
 {
     static ClassTable& table = *new ClassTable;
     return table;
 }
 
-}  // namespace
-
-HRESULT RegisterModuleClass(REFCLSID clsid, const char* modulePath) noexcept
+DWORD ClassTable::AddFactory(REFCLSID clsid, IUnknown* factory)
 {
-    if (!modulePath)
-        return E_INVALIDARG;
-    return Guard([&] {
-        Table().AddModuleClass(clsid, modulePath);
-        return S_OK;
-    });
+    const std::lock_guard lock(mutex_);
+    factories_.push_back({clsid, nextCookie_, ComPtr<IUnknown>(factory)});
+    return nextCookie_++;
+}
+
+ComPtr<IUnknown> ClassTable::RemoveFactory(DWORD cookie)
+{
+    const std::lock_guard lock(mutex_);
+    const auto found = std::find_if(factories_.begin(), factories_.end(),
+                                    [cookie](const FactoryEntry& entry) { return entry.cookie == cookie; });
+    if (found == factories_.end())
+        return nullptr;
+    ComPtr<IUnknown> factory = std::move(found->factory);
+    factories_.erase(found);
+    return factory;
+}
+
+ComPtr<IUnknown> ClassTable::FindFactory(REFCLSID clsid) const
+{
+    const std::lock_guard lock(mutex_);
+    const auto found = std::find_if(factories_.rbegin(), factories_.rend(),
+                                    [&clsid](const FactoryEntry& entry) { return entry.clsid == clsid; });
+    return found == factories_.rend() ? ComPtr<IUnknown>() : found->factory;
+}
+
+void ClassTable::AddModuleClass(REFCLSID clsid, const std::string& path)
+{
+    const std::lock_guard lock(mutex_);
+    moduleClasses_.push_back({clsid, path});
+}
+
+HRESULT ClassTable::FindModule(REFCLSID clsid, std::shared_ptr<ModuleLibrary>& module)
+{
+    std::string path;
+    const HRESULT result = FindModulePath(clsid, path);
+    return FAILED(result) ? result : LoadModule(path, module);
+}
+
+HRESULT ClassTable::FindModulePath(REFCLSID clsid, std::string& path) const
+{
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = std::find_if(moduleClasses_.rbegin(), moduleClasses_.rend(),
+                                        [&clsid](const ModuleClass& entry) { return entry.clsid == clsid; });
+        if (found != moduleClasses_.rend()) {
+            path = found->path;
+            return S_OK;
+        }
+    }
+    return FindRegisteredModule(clsid, path);
+}
+
+HRESULT ClassTable::LoadModule(const std::string& path, std::shared_ptr<ModuleLibrary>& module)
+{
+    {
+        const std::lock_guard lock(mutex_);
+        if (const auto loaded = modules_.find(path); loaded != modules_.end()) {
+            module = loaded->second;
+            return S_OK;
+        }
+    }
+    // A module's initialisers may come back to this table, so the load runs outside its lock. Of two threads that load
+    // the same module one finds the other's entry afterwards and lets its own go, outside the lock as well.
+    std::shared_ptr<ModuleLibrary> fresh;
+    const HRESULT result = ModuleLibrary::Load(path, fresh);
+    if (FAILED(result))
+        return result;
+    const std::lock_guard lock(mutex_);
+    module = modules_.emplace(path, fresh).first->second;
+    return S_OK;
+}
+
+bool ClassTable::HasFactoryOf(const ModuleLibrary& module) const
+{
+    return std::any_of(factories_.begin(), factories_.end(),
+                       [&module](const FactoryEntry& entry) { return module.Implements(entry.factory.Get()); });
+}
+
+void ClassTable::FreeUnusedModules()
+{
+    // Destroyed behind the lock: a module's end may come back to this table.
+    std::vector<std::shared_ptr<ModuleLibrary>> unused;
+    const std::lock_guard lock(mutex_);
+    unused.reserve(modules_.size());
+    for (auto entry = modules_.begin(); entry != modules_.end();) {
+        // Whoever is on the way to the module's factory holds it as well, and got it under this lock.
+        std::shared_ptr<ModuleLibrary>& module = entry->second;
+        if (module.use_count() == 1 && !HasFactoryOf(*module) && module->CanUnload()) {
+            unused.push_back(std::move(module));
+            entry = modules_.erase(entry);
+        } else {
+            ++entry;
+        }
+    }
 }
 
 }  // namespace tessara
-
-extern "C" {
-
-HRESULT CoGetClassObject(REFCLSID clsid, DWORD, void*, REFIID iid, void** out)
-{
-    if (!out)
-        return E_POINTER;
-    *out = nullptr;
-    return Guard([&]() -> HRESULT {
-        if (const ComPtr<IUnknown> factory = tessara::Table().FindFactory(clsid))
-            return factory->QueryInterface(iid, out);
-        tessara::ModuleLibrary module;
-        const HRESULT result = tessara::Table().FindModule(clsid, module);
-        return FAILED(result) ? result : module.GetClassObject(clsid, iid, out);
-    });
-}
-
-HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, REFIID iid, void** out)
-{
-    if (!out)
-        return E_POINTER;
-    *out = nullptr;
-    ComPtr<IClassFactory> factory;
-    const HRESULT result = CoGetClassObject(clsid, context, nullptr, IID_IClassFactory, factory.OutVoid());
-    return FAILED(result) ? result : factory->CreateInstance(outer, iid, out);
-}
-
-HRESULT CoRegisterClassObject(REFCLSID clsid, IUnknown* factory, DWORD, DWORD, DWORD* cookie)
-{
-    if (!cookie)
-        return E_POINTER;
-    *cookie = 0;
-    if (!factory)
-        return E_INVALIDARG;
-    return Guard([&] {
-        *cookie = tessara::Table().AddFactory(clsid, factory);
-        return S_OK;
-    });
-}
-
-HRESULT CoRevokeClassObject(DWORD cookie)
-{
-    return tessara::Table().RemoveFactory(cookie) ? S_OK : CO_E_OBJNOTREG;
-}
-}

@@ -1,21 +1,62 @@
 #include "platform/com/module_library.h"
+#include "platform/system/debug_output.h"
 
 #include <dlfcn.h>
+#include <unistd.h>
+
+#include <cstring>
 
 namespace tessara {
 
-HRESULT ModuleLibrary::Load(const std::string& path)
+namespace {
+
+void* BaseOf(const void* address) noexcept
+{
+    Dl_info info = {};
+    return dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
+}
+
+void Say(const std::string& line)
+{
+    OutputDebugStringA((line + '\n').c_str());
+}
+
+}  // namespace
+
+HRESULT ModuleLibrary::Load(const std::string& path, std::shared_ptr<ModuleLibrary>& module)
 {
     void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!handle)
-        return CO_E_DLLNOTFOUND;
-    void* entry = dlsym(handle, "DllGetClassObject");
-    if (!entry) {
-        dlclose(handle);
+    if (!handle) {
+        const char* reason = dlerror();
+        Say("The module " + path + " can't be loaded: " + (reason ? reason : "no reason is known") + '.');
+        return access(path.c_str(), F_OK) == 0 ? CO_E_ERRORINDLL : CO_E_DLLNOTFOUND;
+    }
+    std::shared_ptr<ModuleLibrary> loaded(new ModuleLibrary(handle));
+    loaded->getClassObject_ = reinterpret_cast<GetClassObjectProc>(dlsym(handle, "DllGetClassObject"));
+    if (!loaded->getClassObject_) {
+        Say("The file " + path + " is no module: it doesn't export DllGetClassObject.");
         return CO_E_ERRORINDLL;
     }
-    getClassObject_ = reinterpret_cast<GetClassObjectProc>(entry);
+    loaded->canUnloadNow_ = loaded->FindProcedure("DllCanUnloadNow");
+    module = std::move(loaded);
     return S_OK;
+}
+
+ModuleLibrary::~ModuleLibrary()
+{
+    dlclose(handle_);
+}
+
+ModuleLibrary::Procedure ModuleLibrary::FindProcedure(const char* name) const noexcept
+{
+    return reinterpret_cast<Procedure>(dlsym(handle_, name));
+}
+
+bool ModuleLibrary::Implements(const IUnknown* object) const noexcept
+{
+    const void* methods = nullptr;
+    std::memcpy(&methods, static_cast<const void*>(object), sizeof methods);
+    return BaseOf(methods) == BaseOf(reinterpret_cast<const void*>(getClassObject_));
 }
 
 }  // namespace tessara

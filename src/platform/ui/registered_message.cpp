@@ -1,43 +1,43 @@
 #include "platform/ui/registered_message.h"
 
-#include <algorithm>
+#include <map>
 #include <mutex>
+#include <new>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace {
 
 constexpr UINT kFirst = 0xC000;
-constexpr UINT kLast = 0xFFFF;
+constexpr std::size_t kNumbers = 0x4000;
 
-std::string Lowered(std::string_view text)
+std::string InLowerCase(const char* text)
 {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return result;
+    std::string lower(text);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    }
+    return lower;
 }
 
 }  // namespace
 
 UINT RegisterWindowMessage(const char* text)
 {
-    static std::mutex mutex;
-    static std::vector<std::string> texts;
+    // Never destroyed: modules may ask while the process ends.
+    static std::mutex& mutex = *new std::mutex;
+    static auto& numbers = *new std::map<std::string, UINT>;
     if (!text || !*text)
         return 0;
     try {
-        const std::string wanted = Lowered(text);
+        const std::string lower = InLowerCase(text);
         const std::lock_guard lock(mutex);
-        const auto found = std::find(texts.begin(), texts.end(), wanted);
-        const auto number = kFirst + static_cast<UINT>(found - texts.begin());
-        if (number > kLast)
+        if (const auto known = numbers.find(lower); known != numbers.end())
+            return known->second;
+        if (numbers.size() == kNumbers)
             return 0;
-        if (found == texts.end())
-            texts.push_back(wanted);
-        return number;
-    } catch (...) {
+        return numbers.emplace(lower, kFirst + static_cast<UINT>(numbers.size())).first->second;
+    } catch (const std::bad_alloc&) {
         return 0;
     }
 }

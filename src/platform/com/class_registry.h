@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/com/com.h"
+#include "platform/com/registry/registry_scope.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessara {
+
+/// What identifies the type description of a module.
+struct TypeLibraryId {
+    GUID id;
+    WORD major;
+    WORD minor;
+    DWORD locale;            ///< language identifier, as 0x409
+    const char* helpString;  ///< name of the library for people
+};
+
+/// What a module enters into the registry of classes.
+struct ModuleRegistration {
+    std::string_view modulePath;  ///< absolute path of the module's file, which holds the resource TYPELIB 1
+    std::string_view script;      ///< see registry_script.h
+    TypeLibraryId typeLibrary;
+};
+
+/// Carries out a module's script and registers its type description: all of it or, after a failure, nothing. The store
+/// is that of SetRegistrationScope. What went wrong goes to the debug output in one line.
+/// \return S_OK; E_FAIL for a script that can't be carried out; TYPE_E_CANTLOADLIBRARY for a file without a type
+///         description; REGDB_E_READREGDB for a damaged store, which is left as it is; REGDB_E_WRITEREGDB;
+///         E_OUTOFMEMORY
+TESSARA_EXPORT HRESULT RegisterModule(const ModuleRegistration& registration) noexcept;
+
+/// Takes out of the store what RegisterModule entered, by the rules of the script. A store that doesn't exist is not
+/// made. Results as RegisterModule; the file's type description isn't asked for.
+TESSARA_EXPORT HRESULT UnregisterModule(const ModuleRegistration& registration) noexcept;
+
+/// Whose store RegisterModule and UnregisterModule of this process write to from now on; the user's at first.
+/// \return the scope until now
+TESSARA_EXPORT RegistryScope SetRegistrationScope(RegistryScope scope) noexcept;
+
+/// Path of the file that registrations of a scope are written to, empty where the user has no home.
+TESSARA_EXPORT std::string RegistrationFile(RegistryScope scope);
+
+/// Finds the module that is registered for a class: the user's registrations first, then the machine's.
+/// \return S_OK; REGDB_E_CLASSNOTREG; REGDB_E_READREGDB, with a debug line, for a store that can't be read, since it
+///         might name another module; REGDB_E_INVALIDVALUE, with a debug line, for a path that isn't absolute
+TESSARA_EXPORT HRESULT FindRegisteredModule(REFCLSID clsid, std::string& modulePath) noexcept;
+
+/// Finds the text of a registered type description, in the form that docs/type-description.md tells.
+/// \return S_OK; TYPE_E_LIBNOTREGISTERED; TYPE_E_CANTLOADLIBRARY for a registered file without one; REGDB_E_READREGDB
+TESSARA_EXPORT HRESULT FindTypeDescription(const TypeLibraryId& library, std::string& text) noexcept;
+
+/// One registration of a class.
+struct RegisteredClass {
+    CLSID id;
+    std::string name;
+    std::string progId;
+    std::string threadingModel;
+    std::string modulePath;
+    RegistryScope scope;
+    std::string store;  ///< path of the file that holds the registration
+    bool hidden;        ///< a registration of the same class comes before it
+};
+
+struct RegistryContent {
+    std::vector<RegisteredClass> classes;  ///< those that come first in a lookup first
+    std::vector<std::string> faults;       ///< a sentence for each store that can't be read
+};
+
+/// Lists all registrations of classes that this process can see. \throws std::bad_alloc
+TESSARA_EXPORT RegistryContent ListRegisteredClasses();
+
+}  // namespace tessara
