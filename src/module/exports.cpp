@@ -1,12 +1,6 @@
 #include "module/module_locks.h"
-#include "module/object_map.h"
-#include "platform/com/types.h"
-
-namespace {
-
-ObjectMap g_objectMap;
-
-}  // namespace
+#include "module/module_object.h"
+#include "module/tessara_app.h"
 
 extern "C" {
 
@@ -18,24 +12,26 @@ TESSARA_EXPORT HRESULT DllCanUnloadNow()
 
 /// Gives the class factory of CoTessara.
 /// \return S_OK; E_POINTER for a null `out`; CLASS_E_CLASSNOTAVAILABLE for another class; E_NOINTERFACE for an
-/// interface
-///         that a factory doesn't have; E_OUTOFMEMORY
+///         interface that a factory doesn't have; E_OUTOFMEMORY
 TESSARA_EXPORT HRESULT DllGetClassObject(REFCLSID clsid, REFIID iid, void** out)
 {
     if (!out)
         return E_POINTER;
     *out = nullptr;
-    return g_objectMap.GetClassObject(clsid, iid, out);
+    return TheModule().GetClassObject(clsid, iid, out);
 }
 
-/// Not offered yet: hosts name the module's file to the class table.
+/// Enters the class and the type description into the registry of classes, with the path that the module was loaded
+/// from. \return S_OK, or the first failure, with nothing entered
 TESSARA_EXPORT HRESULT DllRegisterServer()
 {
-    return E_NOTIMPL;
+    return TheModule().RegisterServer();
 }
 
+/// Takes the module's entries out of the registry of classes. A failure goes to the debug output alone. \return S_OK
 TESSARA_EXPORT HRESULT DllUnregisterServer()
 {
-    return E_NOTIMPL;
+    TheModule().UnregisterServer();
+    return S_OK;
 }
 }

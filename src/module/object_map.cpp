@@ -19,9 +19,9 @@ HRESULT CreateTessara(IUnknown* outer, REFIID iid, void** out)
 
 }  // namespace
 
-ObjectMap::~ObjectMap()
+void ObjectMap::Term() noexcept
 {
-    if (CComClassFactory* factory = factory_.load())
+    if (CComClassFactory* factory = factory_.exchange(nullptr))
         factory->Release();
 }
 

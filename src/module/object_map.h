@@ -13,11 +13,11 @@ public:
     ObjectMap(const ObjectMap&) = delete;
     ObjectMap& operator=(const ObjectMap&) = delete;
 
-    /// Releases the cached factory.
-    ~ObjectMap();
-
     /// Results as DllGetClassObject; `out` is not null.
     HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** out);
+
+    /// Releases the cached factory. A host that still holds it keeps the object itself.
+    void Term() noexcept;
 
 private:
     /// \return the cached factory \throws std::bad_alloc
