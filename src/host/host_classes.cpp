@@ -2,6 +2,9 @@
 
 #include "host/class_factory.h"
 #include "host/elevation_matrix.h"
+#include "host/storage/own_folder.h"
+#include "platform/com/module_class.h"
+#include "services/image_file.h"
 
 #include <new>
 
@@ -25,6 +28,9 @@ void HostClasses::Add(REFCLSID clsid, IUnknown* factory)
 HostClasses RegisterHostClasses()
 {
     HostClasses classes;
+    const std::string images = (OwnFolder() / TESSARA_IMAGE_MODULE).string();
+    if (FAILED(RegisterModuleClass(CLSID_ImageFile, images.c_str())))
+        throw std::bad_alloc();
     classes.Add(CLSID_ElevationMatrix, MakeObject<ClassFactory<ElevationMatrix>>().Get());
     return classes;
 }

@@ -3,11 +3,29 @@
 #include "host/element_keys.h"
 #include "platform/com/bstr.h"
 #include "platform/com/guard.h"
+#include "services/image_file.h"
 
 namespace tessara {
 
+namespace {
+
+/// Shows failures where there is a display, else sends them to the debug output.
+FailureReport ReportTo(const ComPtr<IProgressWindow>& progress)
+{
+    if (!progress)
+        return {};
+    return [progress](const std::string& sentence) { progress->ShowMessage(BstrHolder(sentence).Get()); };
+}
+
+}  // namespace
+
 KvoHost::KvoHost(ComPtr<ITextureMgr> textures, ComPtr<IProgressWindow> progress)
-    : textures_(std::move(textures)), progress_(std::move(progress))
+    : KvoHost(std::move(textures), progress, TextureDatabases(SystemDatabase(), UserDatabase(), ReportTo(progress)))
+{
+}
+
+KvoHost::KvoHost(ComPtr<ITextureMgr> textures, ComPtr<IProgressWindow> progress, TextureDatabases databases)
+    : textures_(std::move(textures)), progress_(std::move(progress)), databases_(std::move(databases))
 {
 }
 
@@ -23,16 +41,19 @@ HRESULT KvoHost::CreateImageFile(IImageFile** image)
 {
     if (!image)
         return E_POINTER;
-    *image = nullptr;
-    return E_NOTIMPL;
+    return CoCreateInstance(CLSID_ImageFile, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<IImageFile>,
+                            reinterpret_cast<void**>(image));
 }
 
-HRESULT KvoHost::OpenTextureDatabase(ITextureDatabase** database, VARIANT*)
+HRESULT KvoHost::OpenTextureDatabase(ITextureDatabase** database, VARIANT* selector)
 {
     if (!database)
         return E_POINTER;
     *database = nullptr;
-    return E_NOTIMPL;
+    return Guard([&] {
+        *database = databases_.Open(selector != nullptr).Detach();
+        return S_OK;
+    });
 }
 
 HRESULT KvoHost::NewElementKey(BSTR* key)
@@ -46,17 +67,24 @@ HRESULT KvoHost::NewElementKey(BSTR* key)
     });
 }
 
-HRESULT KvoHost::LoadTextureFromDB(BSTR, BSTR, ULONG* id, VARIANT*)
+HRESULT KvoHost::LoadTextureFromDB(BSTR name, BSTR table, ULONG* id, VARIANT* selector)
 {
-    return id ? E_NOTIMPL : E_POINTER;
+    if (!id)
+        return E_POINTER;
+    if (!textures_)
+        return E_FAIL;
+    return Guard([&] {
+        return databases_.LoadTexture(*textures_, NarrowText(name), NarrowText(table), selector != nullptr, id);
+    });
 }
 
-HRESULT KvoHost::LoadPreviewTexture(BSTR, BSTR, ULONG* textureName, VARIANT*)
+HRESULT KvoHost::LoadPreviewTexture(BSTR key, BSTR table, ULONG* textureName, VARIANT* selector)
 {
     if (!textureName)
         return E_POINTER;
     *textureName = 0;
-    return E_NOTIMPL;
+    return Guard(
+        [&] { return databases_.LoadPreview(NarrowText(key), NarrowText(table), selector != nullptr, textureName); });
 }
 
 HRESULT KvoHost::GetProgressWindow(IProgressWindow** progress)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/textures/texture_databases.h"
 #include "platform/com/com_object.h"
 #include "services/kvo_host.h"
 #include "services/progress_window.h"
@@ -10,8 +11,11 @@ namespace tessara {
 /// The host object of a host that is made of this library: hands out the services it was made with.
 class KvoHost final : public ComObject<IKvoHost> {
 public:
+    /// With the databases of this installation and this user, whose failures are shown as messages.
     /// \param textures,progress may be null; the host then answers with null, which surfaces understand as "none"
     KvoHost(ComPtr<ITextureMgr> textures, ComPtr<IProgressWindow> progress);
+
+    KvoHost(ComPtr<ITextureMgr> textures, ComPtr<IProgressWindow> progress, TextureDatabases databases);
 
     HRESULT STDMETHODCALLTYPE GetTextureMgr(ITextureMgr** textures) override;
     HRESULT STDMETHODCALLTYPE CreateImageFile(IImageFile** image) override;
@@ -27,6 +31,7 @@ protected:
 private:
     ComPtr<ITextureMgr> textures_;
     ComPtr<IProgressWindow> progress_;
+    TextureDatabases databases_;
 };
 
 }  // namespace tessara

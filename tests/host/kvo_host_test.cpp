@@ -1,6 +1,10 @@
 #include "host/console_progress.h"
+#include "host/host_classes.h"
 #include "host/kvo_host.h"
+#include "host/textures/texture_service.h"
 #include "platform/com/bstr.h"
+#include "services/image_file.h"
+#include "support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,20 +14,25 @@
 namespace tessara {
 namespace {
 
+ULONG Count(IUnknown& object)
+{
+    object.AddRef();
+    return object.Release();
+}
+
 TEST(KvoHost, HandsOutItsServicesWithAReference)
 {
     std::ostringstream output;
     auto progress = MakeObject<ConsoleProgress>(output, false);
     const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
+    const ULONG held = Count(*progress);
     {
         ComPtr<IProgressWindow> given;
         EXPECT_EQ(host->GetProgressWindow(given.Out()), S_OK);
         EXPECT_EQ(given.Get(), progress.Get());
-        EXPECT_EQ(progress->AddRef(), 4u);
-        progress->Release();
+        EXPECT_EQ(Count(*progress), held + 1);
     }
-    EXPECT_EQ(progress->AddRef(), 3u);
-    progress->Release();
+    EXPECT_EQ(Count(*progress), held);
     ComPtr<ITextureMgr> textures;
     EXPECT_EQ(host->GetTextureMgr(textures.Out()), S_OK);
     EXPECT_FALSE(textures);
@@ -54,6 +63,35 @@ TEST(KvoHost, KeysNeverRepeatAndFitAnElementName)
         EXPECT_LE(text.size(), 49u);
         EXPECT_TRUE(keys.insert(text).second) << text;
     }
+}
+
+TEST(KvoHost, OpensTheTwoDatabasesAndReadsImagesBesideItself)
+{
+    const test::ScratchFolder folder;
+    std::ostringstream output;
+    const auto progress = MakeObject<ConsoleProgress>(output, false);
+    const auto report = [&](const std::string& line) { progress->Say(line); };
+    const TextureDatabases databases({folder.Path("missing.db"), false}, {folder.Path("user.db"), true}, report);
+    const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(MakeObject<TextureService>().Get()), nullptr, databases);
+    ComPtr<ITextureDatabase> database;
+    VARIANT user;
+    EXPECT_EQ(host->OpenTextureDatabase(database.Out(), &user), S_OK);
+    EXPECT_EQ(database->DeleteElement(), S_FALSE);
+    EXPECT_EQ(host->OpenTextureDatabase(database.Out(), nullptr), S_OK);
+    EXPECT_EQ(database->DeleteElement(), E_ACCESSDENIED);
+
+    ULONG id = 77;
+    EXPECT_EQ(host->LoadTextureFromDB(BstrHolder("grass").Get(), nullptr, &id, nullptr), E_FAIL);
+    EXPECT_EQ(id, 77u);
+    EXPECT_NE(output.str().find(folder.Path("missing.db")), std::string::npos);
+    EXPECT_EQ(host->LoadPreviewTexture(BstrHolder("grass").Get(), nullptr, &id, &user), E_FAIL);
+    EXPECT_EQ(id, 0u);
+
+    const HostClasses classes = RegisterHostClasses();
+    ComPtr<IImageFile> image;
+    EXPECT_EQ(host->CreateImageFile(image.Out()), S_OK);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->Open(), E_FAIL);
 }
 
 class Console : public testing::Test {

@@ -1,6 +1,6 @@
+#include "host/storage/own_folder.h"
 #include "host/textures/database_place.h"
 
-#include <dlfcn.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -14,17 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kSystemFile = "textures.db";
-
-/// Folder of the library or program that this code is part of.
-fs::path OwnFolder()
-{
-    Dl_info info{};
-    if (!dladdr(reinterpret_cast<const void*>(&OwnFolder), &info) || !info.dli_fname)
-        return {};
-    std::error_code error;
-    const fs::path file = fs::canonical(info.dli_fname, error);
-    return file.parent_path();
-}
 
 fs::path HomeFolder()
 {
