@@ -24,25 +24,28 @@ foreach(name headers platform host)
     endif()
 endforeach()
 
-# The component lies beside the libraries; nobody links with it.
-if(TARGET tessara-module)
-    set_target_properties(tessara-module PROPERTIES INSTALL_RPATH "$ORIGIN")
-    install(TARGETS tessara-module LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime)
-endif()
-# Neither does the image reader, which the host library finds beside itself.
-if(TARGET tessara-imagefile)
-    install(TARGETS tessara-imagefile LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime)
-endif()
+# Modules lie beside the libraries; nobody links with them.
+foreach(name module imagefile)
+    if(TARGET tessara-${name})
+        set_target_properties(tessara-${name} PROPERTIES INSTALL_RPATH "$ORIGIN")
+        install(TARGETS tessara-${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime)
+    endif()
+endforeach()
 if(TARGET tessara)
     set_target_properties(tessara PROPERTIES INSTALL_RPATH "$ORIGIN/${tessara_bin_to_lib}")
     install(TARGETS tessara RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
 endif()
 
-# Headers keep the folders of the sources: #include "services/kvo_host.h" works here and there.
-foreach(room platform services textures host)
+# Headers of what the libraries above hold. They keep the folders of the sources: #include "services/kvo_host.h" works
+# here and there.
+foreach(room platform/com platform/system services textures host)
     install(DIRECTORY src/${room}/ DESTINATION ${TESSARA_INSTALL_HEADERS}/${room} COMPONENT development
-        FILES_MATCHING PATTERN "*.h" PATTERN "module_library.h" EXCLUDE PATTERN "process_hook.h" EXCLUDE)
+        FILES_MATCHING PATTERN "*.h"
+        PATTERN "module_library.h" EXCLUDE
+        PATTERN "process_hook.h" EXCLUDE
+        PATTERN "images" EXCLUDE)
 endforeach()
+install(FILES src/platform/gl/gl.h DESTINATION ${TESSARA_INSTALL_HEADERS}/platform/gl COMPONENT development)
 install(FILES src/terrain/terrain_frustum.h DESTINATION ${TESSARA_INSTALL_HEADERS}/terrain COMPONENT development)
 install(FILES src/surface/itessara.h DESTINATION ${TESSARA_INSTALL_HEADERS}/surface COMPONENT development)
 
