@@ -1,3 +1,4 @@
+#include "platform/gl/mipmap_slack.h"
 #include "platform/gl/unpadded_rows.h"
 #include "services/elevation_matrix.h"
 #include "services/kvo_host.h"
@@ -73,7 +74,8 @@ HRESULT CoTessara::CreateTextureSurface2D()
         return E_FAIL;
     return Guard(
         [&] {
-            std::vector<BYTE> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
+            std::vector<BYTE> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3 +
+                                     tessara::kMipmapSlack);
             {
                 const ProgressTask task(m_pKvo, "Creating terrain 2D preview ....", height);
                 PaintCanvasPixels(pixels.data(), width, height, *palette, task.Window());

@@ -1,10 +1,14 @@
+#include "platform/gl/mipmap_slack.h"
 #include "platform/gl/unpadded_rows.h"
 #include "platform/system/message_box.h"
 #include "textures/ctexture_mgr_imp.h"
 #include "textures/gl_error.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -26,11 +30,42 @@ const PixelFormat* FormatOf(std::int32_t bitDepth)
     return nullptr;
 }
 
+/// An image as gluBuild2DMipmaps may read it: the caller's own, or a copy with some room behind it where the library is
+/// going to rescale.
+class ReadablePixels {
+public:
+    /// \throws std::bad_alloc
+    ReadablePixels(const PixelFormat& format, std::int32_t width, std::int32_t height, const void* pixels)
+        : pixels_(pixels)
+    {
+        const auto columns = static_cast<std::uint32_t>(width);
+        const auto rows = static_cast<std::uint32_t>(height);
+        if (std::has_single_bit(columns) && std::has_single_bit(rows))
+            return;
+        const std::size_t size = std::size_t{columns} * rows * static_cast<std::size_t>(format.components);
+        copy_.reset(new unsigned char[size + tessara::kMipmapSlack]);
+        std::memcpy(copy_.get(), pixels, size);
+        std::memset(copy_.get() + size, 0, tessara::kMipmapSlack);
+        pixels_ = copy_.get();
+    }
+
+    const void* Get() const { return pixels_; }
+
+private:
+    const void* pixels_;
+    std::unique_ptr<unsigned char[]> copy_;
+};
+
 bool BuildMipmaps(const PixelFormat& format, std::int32_t width, std::int32_t height, const void* pixels)
 {
-    const tessara::UnpaddedRows rows(GL_UNPACK_ALIGNMENT);
-    return gluBuild2DMipmaps(GL_TEXTURE_2D, format.components, width, height, format.format, GL_UNSIGNED_BYTE,
-                             pixels) == 0;
+    try {
+        const ReadablePixels readable(format, width, height, pixels);
+        const tessara::UnpaddedRows rows(GL_UNPACK_ALIGNMENT);
+        return gluBuild2DMipmaps(GL_TEXTURE_2D, format.components, width, height, format.format, GL_UNSIGNED_BYTE,
+                                 readable.Get()) == 0;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 void SetFilters(const CTextureMgrImp& settings)
