@@ -1,0 +1,28 @@
+#include "host/ground_frame.h"
+
+#include "host/elevation/elevation_data.h"
+
+namespace tessara {
+
+GroundFrame::GroundFrame(const ElevationData& data, double exaggeration)
+    : columns_(data.width),
+      rows_(data.height),
+      spacingX_(data.spacingX),
+      spacingY_(data.spacingY),
+      minimum_(static_cast<double>(data.minimum)),
+      range_(static_cast<double>(data.maximum) - static_cast<double>(data.minimum)),
+      exaggeration_(exaggeration)
+{
+}
+
+Vector3 GroundFrame::FromMap(double east, double north, double height) const noexcept
+{
+    return {east, (height - minimum_) * exaggeration_, Depth() - north};
+}
+
+Vector3 GroundFrame::FromGrid(int column, int row, double height) const noexcept
+{
+    return {column * spacingX_, (height - minimum_) * exaggeration_, row * spacingY_};
+}
+
+}  // namespace tessara

@@ -1,0 +1,123 @@
+#include "host/terrain_session.h"
+
+#include "host/elevation/elevation_data.h"
+#include "host/module_path.h"
+#include "host/process_memory.h"
+#include "platform/com/bstr.h"
+#include "platform/com/module_class.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <new>
+#include <stdexcept>
+#include <system_error>
+
+namespace tessara {
+
+namespace {
+
+std::string ResultText(HRESULT result)
+{
+    char digits[8];
+    const auto end = std::to_chars(digits, digits + sizeof digits, static_cast<std::uint32_t>(result), 16);
+    return "0x" + std::string(digits, end.ptr);
+}
+
+/// Enters the component into the class table, once.
+void RegisterComponent()
+{
+    static const bool registered = [] {
+        if (FAILED(RegisterModuleClass(CLSID_CoTessara, FindModulePath().c_str())))
+            throw std::bad_alloc();
+        return true;
+    }();
+    static_cast<void>(registered);
+}
+
+ComPtr<ITessara> CreateSurface()
+{
+    RegisterComponent();
+    ComPtr<ITessara> surface;
+    const HRESULT result =
+        CoCreateInstance(CLSID_CoTessara, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<ITessara>, surface.OutVoid());
+    if (FAILED(result))
+        throw std::runtime_error("The terrain component " + FindModulePath() + " can't be loaded (" +
+                                 ResultText(result) + ").");
+    return surface;
+}
+
+}  // namespace
+
+TerrainSession::TerrainSession(const ElevationData& data, const TerrainOptions& options, const ComPtr<IKvoHost>& host)
+    : ground_(data, options.exaggeration),
+      matrix_(MakeObject<ElevationMatrix>()),
+      surface_(CreateSurface()),
+      border_(options.border)
+{
+    FillMatrix(data);
+    if (options.palette)
+        matrix_->SetPalette(new ElevationPalette(*options.palette));
+    surface_->InitServer();
+    try {
+        Start(options, *host);
+    } catch (...) {
+        surface_->StopServer();
+        throw;
+    }
+}
+
+TerrainSession::~TerrainSession()
+{
+    surface_->StopServer();
+}
+
+void TerrainSession::FillMatrix(const ElevationData& data)
+{
+    columns_ = data.width + 2 * border_;
+    rows_ = data.height + 2 * border_;
+    matrix_->SetElevationRange(data.minimum, data.maximum);
+    matrix_->SetWidth(columns_);
+    matrix_->SetHeight(rows_);
+    ElevationElement* element = nullptr;
+    if (FAILED(matrix_->AllocateCells()) || FAILED(matrix_->GetGrid(&element)))
+        throw std::runtime_error("There is not enough memory for a terrain of " + std::to_string(columns_) + " x " +
+                                 std::to_string(rows_) + " cells.");
+    for (LONG row = 0; row < rows_; ++row) {
+        const auto y = static_cast<std::size_t>(std::clamp(row - border_, 0, data.height - 1));
+        const float* metres = data.metres.data() + y * static_cast<std::size_t>(data.width);
+        for (LONG column = 0; column < columns_; ++column, ++element) {
+            const LONG x = std::clamp(column - border_, 0, data.width - 1);
+            element->value = static_cast<float>(ground_.Normalise(static_cast<double>(metres[x])));
+        }
+    }
+}
+
+void TerrainSession::Start(const TerrainOptions& options, IKvoHost& host)
+{
+    surface_->SetKVO(&host);
+    surface_->SetMatrix(matrix_.Get());
+    surface_->SetElevationScale(static_cast<float>(ground_.ElevationScale()));
+    surface_->SetLOD(static_cast<float>(options.levelOfDetail));
+    const auto border = static_cast<float>(border_);
+    surface_->SetTranslation3D(-border, 0.0f, -border);
+    const std::size_t before = ResidentBytes();
+    if (FAILED(surface_->InitQuadTree()))
+        throw std::runtime_error("There is not enough memory for the terrain's tree over " + std::to_string(columns_) +
+                                 " x " + std::to_string(rows_) + " cells.");
+    const std::size_t after = ResidentBytes();
+    treeMemory_ = after > before ? after - before : 0;
+}
+
+void TerrainSession::DumpPolygons(const std::string& path, ICameraObject& camera) const
+{
+    // The surface reports no failure: a file that is there from before would look like success.
+    std::error_code error;
+    std::filesystem::remove(path, error);
+    const BstrHolder name(path);
+    surface_->GetRenderedPolygons(name.Get(), &camera);
+    if (!std::filesystem::exists(path, error))
+        throw std::runtime_error("The file " + path + " can't be written.");
+}
+
+}  // namespace tessara

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "host/elevation_matrix.h"
+#include "host/ground_frame.h"
+#include "services/camera_object.h"
+#include "services/kvo_host.h"
+#include "surface/itessara.h"
+
+#include <cstddef>
+#include <string>
+
+namespace tessara {
+
+struct ElevationData;
+
+struct TerrainOptions {
+    double exaggeration = 1.0;     ///< factor on heights; 1 shows true proportions
+    double levelOfDetail = 500.0;  ///< a drawn height error of 1 m counts out to this many metres
+
+    /// Colours of the heights, copied; null takes the matrix's default.
+    const ElevationPalette* palette = nullptr;
+
+    /// Cells that repeat the outermost heights around the grid, so that whatever the surface draws beyond the grid's
+    /// outermost points can be cut off. The terrain stands at the same place with and without.
+    int border = 0;
+};
+
+/// A terrain of the component, made of elevation data: from the load of the module to a built quadtree, and down again.
+class TerrainSession {
+public:
+    /// \param host may hand out no services \throws std::runtime_error with one sentence for the user
+    TerrainSession(const ElevationData& data, const TerrainOptions& options, const ComPtr<IKvoHost>& host);
+    TerrainSession(const TerrainSession&) = delete;
+    TerrainSession& operator=(const TerrainSession&) = delete;
+    ~TerrainSession();
+
+    ITessara& Surface() const noexcept { return *surface_; }
+    ElevationMatrix& Matrix() const noexcept { return *matrix_; }
+    const GroundFrame& Ground() const noexcept { return ground_; }
+
+    /// Columns and rows of the matrix, the border included.
+    LONG Columns() const noexcept { return columns_; }
+    LONG Rows() const noexcept { return rows_; }
+    LONG Border() const noexcept { return border_; }
+
+    /// What the process grew by while the tree was built, in bytes; 0 where the system doesn't tell.
+    std::size_t TreeMemory() const noexcept { return treeMemory_; }
+
+    /// One step of the level of detail towards the camera, and the triangles of the frame as text: one vertex a line,
+    /// three lines a triangle. \throws std::runtime_error when the file can't be written
+    void DumpPolygons(const std::string& path, ICameraObject& camera) const;
+
+private:
+    void FillMatrix(const ElevationData& data);
+    void Start(const TerrainOptions& options, IKvoHost& host);
+
+    GroundFrame ground_;
+    ComPtr<ElevationMatrix> matrix_;
+    ComPtr<ITessara> surface_;
+    LONG columns_ = 0;
+    LONG rows_ = 0;
+    LONG border_ = 0;
+    std::size_t treeMemory_ = 0;
+};
+
+}  // namespace tessara
