@@ -1,0 +1,216 @@
+#include "app/scene/light_map.h"
+
+#include "host/elevation/elevation_data.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessara {
+
+namespace {
+
+/// Ground that rises by this much above the sun's ray hides it in full: the edge of a shadow is soft.
+constexpr float kPenumbra = 0.04f;
+
+/// Ground at 0 m is sea where it is at least this share of a terrain and this many points.
+constexpr double kLeastSeaShare = 0.004;
+constexpr std::size_t kLeastSeaPoints = 64;
+
+/// Heights in metres as they are drawn, on a grid that may be coarser than the terrain's.
+struct HeightGrid {
+    int width;
+    int height;
+    float spacingX;
+    float spacingZ;
+    std::vector<float> heights;
+
+    std::size_t Index(int x, int z) const
+    {
+        return static_cast<std::size_t>(x) + static_cast<std::size_t>(z) * static_cast<std::size_t>(width);
+    }
+
+    float At(int x, int z) const { return heights[Index(std::clamp(x, 0, width - 1), std::clamp(z, 0, height - 1))]; }
+
+    /// Interpolated; the position lies in the grid.
+    float Between(float x, float z) const
+    {
+        const int column = static_cast<int>(x);
+        const int row = static_cast<int>(z);
+        const float tx = x - static_cast<float>(column);
+        const float tz = z - static_cast<float>(row);
+        const float north = At(column, row) * (1.0f - tx) + At(column + 1, row) * tx;
+        const float south = At(column, row + 1) * (1.0f - tx) + At(column + 1, row + 1) * tx;
+        return north * (1.0f - tz) + south * tz;
+    }
+};
+
+HeightGrid Reduce(const ElevationData& data, double exaggeration, int maximumSide)
+{
+    const int step = (std::max(data.width, data.height) + maximumSide - 1) / maximumSide;
+    HeightGrid grid{(data.width + step - 1) / step, (data.height + step - 1) / step, 0.0f, 0.0f, {}};
+    grid.heights.reserve(static_cast<std::size_t>(grid.width) * static_cast<std::size_t>(grid.height));
+    const auto spread = [](double spacing, int from, int to) {
+        return static_cast<float>(to > 1 ? spacing * (from - 1) / (to - 1) : spacing);
+    };
+    grid.spacingX = spread(data.spacingX, data.width, grid.width);
+    grid.spacingZ = spread(data.spacingY, data.height, grid.height);
+    const auto source = [&](int texel, int texels, int cells) {
+        return texels > 1 ? static_cast<int>(static_cast<std::int64_t>(texel) * (cells - 1) / (texels - 1)) : 0;
+    };
+    for (int z = 0; z < grid.height; ++z) {
+        for (int x = 0; x < grid.width; ++x) {
+            const int left = source(x, grid.width, data.width) - step / 2;
+            const int top = source(z, grid.height, data.height) - step / 2;
+            double sum = 0.0;
+            for (int dz = 0; dz < step; ++dz) {
+                const auto row = static_cast<std::size_t>(std::clamp(top + dz, 0, data.height - 1));
+                for (int dx = 0; dx < step; ++dx) {
+                    const auto column = static_cast<std::size_t>(std::clamp(left + dx, 0, data.width - 1));
+                    sum += static_cast<double>(data.metres[column + row * static_cast<std::size_t>(data.width)]);
+                }
+            }
+            grid.heights.push_back(static_cast<float>(sum / (step * step) * exaggeration));
+        }
+    }
+    return grid;
+}
+
+std::uint16_t Pack(float value)
+{
+    return static_cast<std::uint16_t>(std::lround(std::clamp(value, 0.0f, 1.0f) * 65535.0f));
+}
+
+/// Looks along the ground towards the sun, in steps of at most one cell, as far as ground can still hide it.
+class SunRay {
+public:
+    SunRay(const HeightGrid& grid, const Vector3& sun) : grid_(grid)
+    {
+        highest_ = *std::max_element(grid.heights.begin(), grid.heights.end());
+        const double cellsX = sun.x / static_cast<double>(grid.spacingX);
+        const double cellsZ = sun.z / static_cast<double>(grid.spacingZ);
+        const double most = std::max(std::fabs(cellsX), std::fabs(cellsZ));
+        if (most == 0.0)
+            return;
+        stepX_ = static_cast<float>(cellsX / most);
+        stepZ_ = static_cast<float>(cellsZ / most);
+        const double ground = std::hypot(sun.x, sun.z) / most;
+        stepGround_ = static_cast<float>(ground);
+        rise_ = static_cast<float>(sun.y / most);
+    }
+
+    float Sunlight(int column, int row) const
+    {
+        if (stepGround_ == 0.0f)
+            return 1.0f;
+        const float start = grid_.At(column, row);
+        float clearance = kPenumbra;
+        for (int step = 1;; ++step) {
+            const auto count = static_cast<float>(step);
+            const float x = static_cast<float>(column) + count * stepX_;
+            const float z = static_cast<float>(row) + count * stepZ_;
+            const float ray = start + count * rise_;
+            if (x < 0.0f || z < 0.0f || x > static_cast<float>(grid_.width - 1) ||
+                z > static_cast<float>(grid_.height - 1) || ray > highest_ + kPenumbra * count * stepGround_)
+                break;
+            clearance = std::min(clearance, (ray - grid_.Between(x, z)) / (count * stepGround_));
+            if (clearance <= -kPenumbra)
+                return 0.0f;
+        }
+        return (clearance + kPenumbra) / (2.0f * kPenumbra);
+    }
+
+private:
+    const HeightGrid& grid_;
+    float highest_ = 0.0f;
+    float stepX_ = 0.0f;
+    float stepZ_ = 0.0f;
+    float stepGround_ = 0.0f;
+    float rise_ = 0.0f;
+};
+
+/// Share of the sky above the horizon in eight directions.
+float Skylight(const HeightGrid& grid, int column, int row)
+{
+    constexpr int kDirections[8][2] = {{1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}};
+    constexpr int kDistances[] = {1, 2, 4, 7, 12, 20, 34};
+    const float start = grid.At(column, row);
+    float open = 0.0f;
+    for (const auto& direction : kDirections) {
+        const float cell = std::hypot(static_cast<float>(direction[0]) * grid.spacingX,
+                                      static_cast<float>(direction[1]) * grid.spacingZ);
+        float slope = 0.0f;
+        for (const int distance : kDistances) {
+            const float height = grid.At(column + direction[0] * distance, row + direction[1] * distance);
+            slope = std::max(slope, (height - start) / (cell * static_cast<float>(distance)));
+        }
+        open += 1.0f - slope / std::sqrt(1.0f + slope * slope);
+    }
+    return open / 8.0f;
+}
+
+/// Marks the points at exactly 0 m where those are the lowest ones and many.
+std::vector<std::uint8_t> FindSea(const ElevationData& data, const HeightGrid& grid)
+{
+    if (data.minimum != 0.0f || data.maximum <= 0.0f)
+        return {};
+    std::vector<std::uint8_t> water;
+    water.reserve(grid.heights.size());
+    std::size_t count = 0;
+    for (const float height : grid.heights) {
+        water.push_back(height <= 0.0f ? 255 : 0);
+        count += height <= 0.0f ? 1 : 0;
+    }
+    if (count < kLeastSeaPoints || static_cast<double>(count) < kLeastSeaShare * static_cast<double>(water.size()))
+        water.clear();
+    return water;
+}
+
+/// Sunlight of all points, with the steps of shadows' edges from cell to cell smoothed.
+std::vector<float> SunlightOf(const HeightGrid& grid, const Vector3& sun)
+{
+    HeightGrid light = grid;
+    const SunRay ray(grid, sun);
+    for (int z = 0; z < grid.height; ++z) {
+        for (int x = 0; x < grid.width; ++x)
+            light.heights[grid.Index(x, z)] = ray.Sunlight(x, z);
+    }
+    std::vector<float> smooth;
+    smooth.reserve(grid.heights.size());
+    for (int z = 0; z < grid.height; ++z) {
+        for (int x = 0; x < grid.width; ++x)
+            smooth.push_back(0.25f * light.At(x, z) +
+                             0.125f *
+                                 (light.At(x - 1, z) + light.At(x + 1, z) + light.At(x, z - 1) + light.At(x, z + 1)) +
+                             0.0625f * (light.At(x - 1, z - 1) + light.At(x + 1, z - 1) + light.At(x - 1, z + 1) +
+                                        light.At(x + 1, z + 1)));
+    }
+    return smooth;
+}
+
+}  // namespace
+
+LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vector3& sun, int maximumSide)
+{
+    const HeightGrid grid = Reduce(data, exaggeration, maximumSide);
+    const std::vector<float> sunlight = SunlightOf(grid, sun);
+    LightMap map{grid.width, grid.height, {}, FindSea(data, grid)};
+    map.texels.reserve(grid.heights.size());
+    for (int z = 0; z < grid.height; ++z) {
+        for (int x = 0; x < grid.width; ++x) {
+            const int west = std::max(x - 1, 0);
+            const int east = std::min(x + 1, grid.width - 1);
+            const int north = std::max(z - 1, 0);
+            const int south = std::min(z + 1, grid.height - 1);
+            const float runX = static_cast<float>(std::max(east - west, 1)) * grid.spacingX;
+            const float runZ = static_cast<float>(std::max(south - north, 1)) * grid.spacingZ;
+            const float slopeX = (grid.At(east, z) - grid.At(west, z)) / runX;
+            const float slopeZ = (grid.At(x, south) - grid.At(x, north)) / runZ;
+            const float length = std::sqrt(slopeX * slopeX + slopeZ * slopeZ + 1.0f);
+            map.texels.push_back({Pack(0.5f - 0.5f * slopeX / length), Pack(0.5f - 0.5f * slopeZ / length),
+                                  Pack(sunlight[grid.Index(x, z)]), Pack(Skylight(grid, x, z))});
+        }
+    }
+    return map;
+}
+
+}  // namespace tessara

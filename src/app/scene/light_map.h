@@ -1,0 +1,33 @@
+#pragma once
+
+#include "host/vector3.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tessara {
+
+struct ElevationData;
+
+/// Light on every point of a terrain, worked out once from all of its heights, so that shading doesn't depend on the
+/// level of detail. The texels are spread evenly over the grid: the first and last ones of a row are its outermost
+/// points.
+struct LightMap {
+    struct Texel {
+        std::uint16_t normalX;   ///< component east of the unit normal, -1 to 1 over 0 to 65535
+        std::uint16_t normalZ;   ///< component south
+        std::uint16_t sunlight;  ///< share of the sun that no other ground hides, over 0 to 65535
+        std::uint16_t skylight;  ///< share of the sky that no other ground hides
+    };
+
+    int width = 0;
+    int height = 0;
+    std::vector<Texel> texels;        ///< rows from north to south
+    std::vector<std::uint8_t> water;  ///< 255 for a point of the sea, else 0; empty for a terrain without sea
+};
+
+/// \param exaggeration factor on heights \param sun unit vector of true space towards the sun
+/// \param maximumSide texels along an edge; a larger grid is averaged down to it
+LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vector3& sun, int maximumSide);
+
+}  // namespace tessara

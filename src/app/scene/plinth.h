@@ -1,0 +1,40 @@
+#pragma once
+
+#include "host/vector3.h"
+
+#include <vector>
+
+namespace tessara {
+
+class Camera;
+class GroundFrame;
+struct Atmosphere;
+struct ElevationData;
+
+/// Height of the base of a plinth in true space: a little below the lowest point.
+double PlinthBase(const GroundFrame& ground);
+
+/// The walls and the floor under a terrain, down to a level base, that make it look like a solid model.
+class Plinth {
+public:
+    Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere);
+
+    /// Draws the faces that are turned to the camera, whose matrices are loaded. The others can't be seen, but for the
+    /// edge of a wall behind terrain that is drawn in less detail.
+    void Draw(const Camera& camera) const;
+
+private:
+    struct Vertex {
+        float position[3];  // in draw space
+        float color[3];
+    };
+    struct Face {
+        Vector3 outward;            // direction that it faces
+        Vector3 point;              // on it, in true space
+        std::vector<Vertex> strip;  // of triangles
+    };
+
+    std::vector<Face> faces_;
+};
+
+}  // namespace tessara

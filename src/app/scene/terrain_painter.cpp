@@ -1,0 +1,143 @@
+#include "app/scene/terrain_painter.h"
+
+#include "app/scene/terrain_shaders.h"
+#include "host/camera.h"
+#include "host/terrain_session.h"
+
+#include <stdexcept>
+
+namespace tessara {
+
+namespace {
+
+/// Lets shaders find the light map, in which the outermost texels stand on the outermost grid points.
+void SetLightPlace(const ShaderProgram& program, const GroundFrame& ground, int width, int height)
+{
+    const auto scale = [](double extent, int texels) { return extent > 0.0 ? (texels - 1) / (extent * texels) : 0.0; };
+    program.Set("lightScale", scale(ground.Width(), width), 0.0, scale(ground.Depth(), height));
+    program.Set("lightOrigin", 0.5 / width, 0.0, 0.5 / height);
+}
+
+void Set(const ShaderProgram& program, const char* name, const Vector3& value)
+{
+    program.Set(name, value.x, value.y, value.z);
+}
+
+}  // namespace
+
+TerrainPainter::TerrainPainter(const GlFunctions& gl, const TerrainSession& terrain, const Atmosphere& atmosphere,
+                               const LightMap& light, bool withShaders)
+    : gl_(gl),
+      terrain_(terrain),
+      atmosphere_(atmosphere),
+      lightWidth_(light.width),
+      lightHeight_(light.height),
+      hasWater_(!light.water.empty())
+{
+    if (!withShaders)
+        return;
+    try {
+        program_ = std::make_unique<ShaderProgram>(gl, kTerrainVertexShader, kTerrainFragmentShader);
+    } catch (const std::runtime_error&) {
+        return;  // an old driver: OpenGL's own light still works
+    }
+    light_ = std::make_unique<Texture>(gl, GL_RGBA16, light.width, light.height, GL_RGBA, GL_UNSIGNED_SHORT,
+                                       light.texels.data());
+    if (hasWater_)
+        water_ = std::make_unique<Texture>(gl, GL_LUMINANCE8, light.width, light.height, GL_LUMINANCE, GL_UNSIGNED_BYTE,
+                                           light.water.data());
+}
+
+void TerrainPainter::Draw(Camera& camera, double clear, double haze) const
+{
+    glPushAttrib(GL_ENABLE_BIT | GL_LIGHTING_BIT | GL_TRANSFORM_BIT);
+    glEnable(GL_DEPTH_TEST);
+    CutEdges();
+    if (program_)
+        BeginShaded(camera, clear, haze);
+    else
+        BeginFixed();
+    terrain_.Surface().Draw3D(&camera);
+    if (program_)
+        gl_.UseProgram(0);
+    glPopAttrib();
+}
+
+void TerrainPainter::DrawWires(Camera& camera) const
+{
+    ITessara& surface = terrain_.Surface();
+    glPushAttrib(GL_ENABLE_BIT | GL_TRANSFORM_BIT | GL_POLYGON_BIT | GL_LINE_BIT | GL_COLOR_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    CutEdges();
+    glEnable(GL_POLYGON_OFFSET_FILL);
+    glPolygonOffset(1.0f, 2.0f);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    surface.Draw3D(&camera);  // hides the lines behind it
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    glLineWidth(1.5f);
+    surface.SetGLPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+    surface.Draw3D(&camera);
+    surface.SetGLPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    glPopAttrib();
+}
+
+void TerrainPainter::BeginShaded(const Camera& camera, double clear, double haze) const
+{
+    const GroundFrame& ground = terrain_.Ground();
+    const Vector3 units = ground.DrawUnits();
+    program_->Use();
+    program_->Set("toGround", units.x, units.y * ground.ElevationScale(), units.z);
+    program_->Set("groundOrigin", -terrain_.Border() * units.x, 0.0, -terrain_.Border() * units.z);
+    SetLightPlace(*program_, ground, lightWidth_, lightHeight_);
+    Set(*program_, "eye", camera.Position());
+    Set(*program_, "sunDirection", atmosphere_.sunDirection);
+    Set(*program_, "sunColor", atmosphere_.sunColor);
+    Set(*program_, "skyColor", atmosphere_.skyColor);
+    Set(*program_, "groundColor", atmosphere_.groundColor);
+    Set(*program_, "hazeColor", atmosphere_.hazeColor);
+    program_->Set("hazeStart", clear);
+    program_->Set("hazeLength", haze);
+    program_->Set("lightMap", 0);
+    program_->Set("waterMap", 1);
+    program_->Set("hasWater", hasWater_ ? 1 : 0);
+    if (water_) {
+        gl_.ActiveTexture(GL_TEXTURE1);
+        water_->Bind();
+    }
+    gl_.ActiveTexture(GL_TEXTURE0);
+    light_->Bind();
+}
+
+void TerrainPainter::BeginFixed() const
+{
+    const Vector3 units = terrain_.Ground().DrawUnits();
+    const Vector3& sun = atmosphere_.sunDirection;
+    const GLfloat direction[4] = {static_cast<GLfloat>(sun.x / units.x), static_cast<GLfloat>(sun.y / units.y),
+                                  static_cast<GLfloat>(sun.z / units.z), 0.0f};
+    constexpr GLfloat kSunlight[4] = {0.85f, 0.82f, 0.76f, 1.0f};
+    constexpr GLfloat kSkylight[4] = {0.36f, 0.38f, 0.42f, 1.0f};
+    glEnable(GL_LIGHTING);
+    glEnable(GL_LIGHT0);
+    glLightfv(GL_LIGHT0, GL_POSITION, direction);
+    glLightfv(GL_LIGHT0, GL_DIFFUSE, kSunlight);
+    glLightModelfv(GL_LIGHT_MODEL_AMBIENT, kSkylight);
+    glEnable(GL_COLOR_MATERIAL);
+    glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
+    glEnable(GL_NORMALIZE);
+}
+
+/// Beyond its grid the surface draws slivers and one corner at the lowest height. A grid point stands for the ground
+/// half a cell around it.
+void TerrainPainter::CutEdges() const
+{
+    const double east = terrain_.Columns() - 2 * terrain_.Border() - 0.5;
+    const double south = terrain_.Rows() - 2 * terrain_.Border() - 0.5;
+    const GLdouble planes[4][4] = {
+        {1.0, 0.0, 0.0, 0.5}, {-1.0, 0.0, 0.0, east}, {0.0, 0.0, 1.0, 0.5}, {0.0, 0.0, -1.0, south}};
+    for (GLenum i = 0; i < 4; ++i) {
+        glClipPlane(GL_CLIP_PLANE0 + i, planes[i]);
+        glEnable(GL_CLIP_PLANE0 + i);
+    }
+}
+
+}  // namespace tessara

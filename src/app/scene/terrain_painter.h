@@ -1,0 +1,48 @@
+#pragma once
+
+#include "app/scene/atmosphere.h"
+#include "app/scene/light_map.h"
+#include "app/scene/shader_program.h"
+#include "app/scene/texture.h"
+
+#include <memory>
+
+namespace tessara {
+
+class Camera;
+class TerrainSession;
+
+/// Colours and lights what a terrain draws: each pixel by the light map where shaders work, else by OpenGL's own light
+/// on the facets. Whatever is drawn outside the terrain's outermost grid points is cut off.
+class TerrainPainter {
+public:
+    /// \param gl outlives this object \param withShaders false uses OpenGL's own light in any case
+    TerrainPainter(const GlFunctions& gl, const TerrainSession& terrain, const Atmosphere& atmosphere,
+                   const LightMap& light, bool withShaders);
+
+    bool HasShaders() const noexcept { return program_ != nullptr; }
+
+    /// Draws the terrain as the camera, whose matrices are loaded, sees it. \param haze distance in metres over which
+    /// the air takes away about two thirds of a colour \param clear distance over which it takes away nothing
+    void Draw(Camera& camera, double clear, double haze) const;
+
+    /// Draws the edges of the triangles that the camera sees, in the colours of the palette.
+    void DrawWires(Camera& camera) const;
+
+private:
+    void BeginShaded(const Camera& camera, double clear, double haze) const;
+    void BeginFixed() const;
+    void CutEdges() const;
+
+    const GlFunctions& gl_;
+    const TerrainSession& terrain_;
+    Atmosphere atmosphere_;
+    int lightWidth_;
+    int lightHeight_;
+    bool hasWater_;
+    std::unique_ptr<Texture> light_;
+    std::unique_ptr<Texture> water_;
+    std::unique_ptr<ShaderProgram> program_;  // null without shaders
+};
+
+}  // namespace tessara

@@ -1,0 +1,75 @@
+#pragma once
+
+namespace tessara {
+
+/// GLSL 1.20 over OpenGL's fixed vertex attributes: position in tree units with the normalised height in y, and colour.
+inline constexpr char kTerrainVertexShader[] = R"(#version 120
+uniform vec3 toGround;      // tree units and normalised height to metres of true space
+uniform vec3 groundOrigin;
+varying vec3 ground;
+varying vec3 albedo;
+
+void main()
+{
+    ground = gl_Vertex.xyz * toGround + groundOrigin;
+    albedo = pow(gl_Color.rgb, vec3(2.2));
+    gl_Position = ftransform();
+    gl_ClipVertex = gl_ModelViewMatrix * gl_Vertex;
+}
+)";
+
+inline constexpr char kTerrainFragmentShader[] = R"(#version 120
+uniform sampler2D lightMap;    // normal x and z, sunlight, skylight
+uniform sampler2D waterMap;
+uniform int hasWater;
+uniform vec3 lightScale;       // ground x and z to the place in the light map
+uniform vec3 lightOrigin;
+uniform vec3 eye;
+uniform vec3 sunDirection;
+uniform vec3 sunColor;
+uniform vec3 skyColor;
+uniform vec3 groundColor;
+uniform vec3 hazeColor;
+uniform float hazeStart;
+uniform float hazeLength;
+varying vec3 ground;
+varying vec3 albedo;
+
+vec3 Encode(vec3 light)
+{
+    light = light * (1.0 + light * 0.12) / (1.0 + light * 0.55);
+    return pow(clamp(light, 0.0, 1.0), vec3(1.0 / 2.2));
+}
+
+void main()
+{
+    vec2 place = ground.xz * lightScale.xz + lightOrigin.xz;
+    vec4 texel = texture2D(lightMap, place);
+    vec3 normal = vec3(texel.r * 2.0 - 1.0, 0.0, texel.g * 2.0 - 1.0);
+    normal.y = sqrt(max(1.0 - dot(normal, normal), 0.0));
+    vec3 toEye = eye - ground;
+    float distance = length(toEye);
+    toEye /= distance;
+
+    float sun = max(dot(normal, sunDirection), 0.0) * texel.b;
+    // Steep ground is bare: it shows rock in place of what grows on it.
+    vec3 rock = vec3(0.27, 0.235, 0.20);
+    vec3 cover = mix(rock, albedo, smoothstep(0.62, 0.88, normal.y) * 0.65 + 0.35);
+    vec3 ambient = mix(groundColor, skyColor, 0.5 + 0.5 * normal.y) * texel.a;
+    vec3 color = cover * (sunColor * sun + ambient);
+    if (hasWater != 0) {
+        float water = smoothstep(0.35, 0.65, texture2D(waterMap, place).r);
+        float grazing = pow(1.0 - max(toEye.y, 0.0), 4.0);
+        vec3 mirrored = vec3(-toEye.x, toEye.y, -toEye.z);
+        float glint = pow(max(dot(mirrored, sunDirection), 0.0), 60.0) * texel.b;
+        float offshore = texture2D(waterMap, place, 4.0).r;  // averaged over the neighbourhood: less near a shore
+        vec3 depths = mix(vec3(0.02, 0.125, 0.18), vec3(0.008, 0.06, 0.125), smoothstep(0.45, 1.0, offshore));
+        vec3 sea = mix(depths * (0.7 + texel.b), hazeColor, 0.03 + 0.7 * grazing) + sunColor * glint * 0.25;
+        color = mix(color, sea, water);
+    }
+    float haze = 1.0 - exp(-max(distance - hazeStart, 0.0) / hazeLength);
+    gl_FragColor = vec4(Encode(mix(color, hazeColor, haze)), 1.0);
+}
+)";
+
+}  // namespace tessara

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/gl/gl_functions.h"
+
+namespace tessara {
+
+/// A 2D texture with mipmaps, clamped at its edges, of the context that was current when it was made.
+class Texture {
+public:
+    /// \param format,type of the pixels, whose rows have no padding \param gl is used by the constructor alone
+    Texture(const GlFunctions& gl, GLint internalFormat, int width, int height, GLenum format, GLenum type,
+            const void* pixels);
+    Texture(const Texture&) = delete;
+    Texture& operator=(const Texture&) = delete;
+    ~Texture() { glDeleteTextures(1, &name_); }
+
+    void Bind() const { glBindTexture(GL_TEXTURE_2D, name_); }
+
+private:
+    GLuint name_ = 0;
+};
+
+}  // namespace tessara

@@ -1,0 +1,208 @@
+#include "app/picture.h"
+#include "app/scene/framing.h"
+#include "app/scene/light_map.h"
+#include "app/scene/palettes.h"
+#include "app/scene/scene.h"
+#include "host/camera.h"
+#include "host/kvo_host.h"
+#include "host/terrain_session.h"
+#include "host/test_elevation.h"
+#include "platform/gl/offscreen_context.h"
+#include "platform/gl/render_target.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+namespace tessara {
+namespace {
+
+TEST(Framing, ShowsAllPointsAndFillsThePicture)
+{
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> across(-1.0, 1.0);
+    for (int round = 0; round < 50; ++round) {
+        std::vector<Vector3> points(40);
+        for (Vector3& point : points)
+            point = {5000.0 * across(random), 300.0 * across(random), 3000.0 * across(random)};
+        const auto camera = MakeObject<Camera>();
+        camera->SetViewport(400 + 10 * round, 500);
+        camera->SetLens(20.0 + 2.0 * round, 1.0, 2.0);
+        camera->SetDirection({across(random), -0.5 + 0.5 * across(random), across(random)});
+        FramePoints(*camera, points, 0.05);
+        double left = 1e9;
+        double right = -1e9;
+        double top = 1e9;
+        double bottom = -1e9;
+        for (const Vector3& point : points) {
+            double x = 0.0;
+            double y = 0.0;
+            ASSERT_TRUE(camera->Project(point, x, y));
+            left = std::min(left, x);
+            right = std::max(right, x);
+            top = std::min(top, y);
+            bottom = std::max(bottom, y);
+        }
+        const double width = camera->Width();
+        const double height = camera->Height();
+        EXPECT_GE(left, 0.05 * width - 0.01);
+        EXPECT_LE(right, 0.95 * width + 0.01);
+        EXPECT_GE(top, 0.05 * height - 0.01);
+        EXPECT_LE(bottom, 0.95 * height + 0.01);
+        const bool filled =
+            (left < 0.06 * width && right > 0.94 * width) || (top < 0.06 * height && bottom > 0.94 * height);
+        EXPECT_TRUE(filled) << round;
+    }
+}
+
+constexpr Vector3 kSunInTheWest{-0.8, 0.6, 0.0};
+
+TEST(LightMap, FlatGroundLiesInTheOpen)
+{
+    const auto data = MakeElevation(20, 10, 30.0, 30.0, [](int, int) { return 12; });
+    const LightMap map = MakeLightMap(data, 1.0, kSunInTheWest, 4096);
+    ASSERT_EQ(map.texels.size(), 200u);
+    for (const LightMap::Texel& texel : map.texels) {
+        EXPECT_NEAR(texel.normalX, 32768, 1);
+        EXPECT_NEAR(texel.normalZ, 32768, 1);
+        EXPECT_EQ(texel.sunlight, 65535);
+        EXPECT_EQ(texel.skylight, 65535);
+    }
+    EXPECT_TRUE(map.water.empty());
+}
+
+TEST(LightMap, AWallThrowsItsShadowAwayFromTheSun)
+{
+    // A wall of 60 m at column 10; the sun's tangent is 0.75, so the shadow is 80 m long.
+    const auto data = MakeElevation(30, 21, 10.0, 10.0, [](int x, int) { return x == 10 ? 60 : 0; });
+    const LightMap map = MakeLightMap(data, 1.0, kSunInTheWest, 4096);
+    const auto sunlight = [&](int x) { return map.texels[static_cast<std::size_t>(10 * 30 + x)].sunlight; };
+    EXPECT_EQ(sunlight(5), 65535);
+    EXPECT_EQ(sunlight(13), 0);
+    EXPECT_EQ(sunlight(16), 0);
+    EXPECT_EQ(sunlight(22), 65535);
+    EXPECT_LT(map.texels[10 * 30 + 9].skylight, 50000);
+    EXPECT_EQ(map.texels[10 * 30 + 10].skylight, 65535);
+}
+
+TEST(LightMap, NormalsLeanAwayFromRisingGround)
+{
+    // 30 m up per 40 m to the east: the normal is (-0.6, 0.8, 0).
+    const auto data = MakeElevation(9, 9, 40.0, 10.0, [](int x, int) { return 30 * x; });
+    const LightMap map = MakeLightMap(data, 1.0, kSunInTheWest, 4096);
+    EXPECT_NEAR(map.texels[40].normalX / 65535.0 * 2.0 - 1.0, -0.6, 1e-4);
+    EXPECT_NEAR(map.texels[40].normalZ / 65535.0 * 2.0 - 1.0, 0.0, 1e-4);
+}
+
+TEST(LightMap, LargeFlatGroundAtZeroIsSeaAndOtherGroundIsNot)
+{
+    const auto sea = [](int level) {
+        const auto data = MakeElevation(32, 32, 10.0, 10.0, [level](int x, int) { return x < 12 ? level : 40 + x; });
+        return MakeLightMap(data, 1.0, kSunInTheWest, 4096).water;
+    };
+    const auto water = sea(0);
+    ASSERT_EQ(water.size(), 32u * 32u);
+    EXPECT_EQ(std::count(water.begin(), water.end(), 255), 12 * 32);
+    EXPECT_TRUE(sea(5).empty());
+    EXPECT_TRUE(sea(-3).empty());
+}
+
+TEST(LightMap, ALargeGridIsAveragedDown)
+{
+    const auto data = MakeElevation(257, 129, 10.0, 10.0, [](int x, int) { return 5 * x; });
+    const LightMap map = MakeLightMap(data, 1.0, kSunInTheWest, 100);
+    EXPECT_LE(map.width, 100);
+    EXPECT_GT(map.width, 64);
+    EXPECT_EQ(map.texels.size(), static_cast<std::size_t>(map.width) * static_cast<std::size_t>(map.height));
+    const LightMap::Texel& middle = map.texels[map.texels.size() / 2];
+    EXPECT_NEAR(middle.normalX / 65535.0 * 2.0 - 1.0, -0.447, 0.02);
+}
+
+TEST(Palettes, EveryNameHasOneThatRunsFromDarkToLight)
+{
+    for (const std::string& name : PaletteNames()) {
+        const auto palette = MakePalette(name);
+        const auto brightness = [&](std::int16_t index) {
+            return palette->GetRed(index) + palette->GetGreen(index) + palette->GetBlue(index);
+        };
+        EXPECT_GT(brightness(255), brightness(0) + 150) << name;
+    }
+}
+
+/// A pyramid seen from the south and above, 160 x 120 pixels, through the real OpenGL.
+class SceneTest : public testing::Test {
+protected:
+    SceneTest()
+        : data(MakeElevation(33, 33, 10.0, 10.0,
+                             [](int x, int y) { return 10.0 * (16 - std::max(std::abs(x - 16), std::abs(y - 16))); })),
+          terrain(data, Options(), ComPtr<IKvoHost>(MakeObject<KvoHost>(nullptr, nullptr).Get()))
+    {
+        EXPECT_TRUE(gl.Load(OffscreenContext::Lookup()));
+        camera->SetDrawUnits(terrain.Ground().DrawUnits());
+        camera->SetViewport(160, 120);
+        camera->SetLens(40.0, 1.0, 5000.0);
+        camera->SetDirection({0.0, -1.0, -1.0});
+        FramePoints(*camera, OutlineOf(data, terrain.Ground()), 0.05);
+    }
+
+    static TerrainOptions Options()
+    {
+        TerrainOptions options;
+        options.border = 2;
+        return options;
+    }
+
+    Picture Draw(const SceneOptions& options)
+    {
+        const LightMap light = MakeLightMap(data, 1.0, options.atmosphere.sunDirection, 512);
+        const Scene scene(gl, data, terrain, light, OutlineOf(data, terrain.Ground()), options);
+        const RenderTarget target(gl, 160, 120, false);
+        target.Bind();
+        for (int i = 0; i < 10; ++i)
+            triangles = scene.Adapt(*camera);
+        scene.Draw(*camera);
+        EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+        return {160, 120, target.ReadPixels()};
+    }
+
+    OffscreenContext context;
+    GlFunctions gl;
+    ElevationData data;
+    TerrainSession terrain;
+    ComPtr<Camera> camera = MakeObject<Camera>();
+    std::uint32_t triangles = 0;
+};
+
+TEST_F(SceneTest, LightsTheSameSidesWithAndWithoutShaders)
+{
+    SceneOptions options;
+    options.atmosphere = SunlitAtmosphere(270.0, 35.0);
+    for (const bool withShaders : {true, false}) {
+        options.withShaders = withShaders;
+        const Picture picture = Draw(options);
+        const auto green = [&](int x) { return picture.Mean(x - 4, 56, 8, 8).green; };
+        EXPECT_GT(green(36), green(124) + 40) << "with shaders: " << withShaders;
+        EXPECT_GT(triangles, 20u);
+    }
+}
+
+TEST_F(SceneTest, LeavesOpenGlAsItFoundIt)
+{
+    GLint before[2] = {};
+    GLint after[2] = {};
+    glGetIntegerv(GL_POLYGON_MODE, before);
+    SceneOptions options;
+    options.atmosphere = SunlitAtmosphere(300.0, 40.0);
+    options.wireframe = true;
+    Draw(options);
+    glGetIntegerv(GL_POLYGON_MODE, after);
+    EXPECT_EQ(before[0], after[0]);
+    EXPECT_EQ(before[1], after[1]);
+    for (const GLenum capability : {GL_LIGHTING, GL_CLIP_PLANE0, GL_DEPTH_TEST, GL_POLYGON_OFFSET_FILL})
+        EXPECT_FALSE(glIsEnabled(capability)) << capability;
+}
+
+}  // namespace
+}  // namespace tessara
