@@ -41,13 +41,19 @@ endif()
 foreach(room platform/com platform/system services textures host)
     install(DIRECTORY src/${room}/ DESTINATION ${TESSARA_INSTALL_HEADERS}/${room} COMPONENT development
         FILES_MATCHING PATTERN "*.h"
+        PATTERN "class_table.h" EXCLUDE
         PATTERN "module_library.h" EXCLUDE
         PATTERN "process_hook.h" EXCLUDE
-        PATTERN "images" EXCLUDE)
+        PATTERN "images" EXCLUDE
+        PATTERN "registry" EXCLUDE)
 endforeach()
 install(FILES src/platform/gl/gl.h DESTINATION ${TESSARA_INSTALL_HEADERS}/platform/gl COMPONENT development)
 install(FILES src/terrain/terrain_frustum.h DESTINATION ${TESSARA_INSTALL_HEADERS}/terrain COMPONENT development)
 install(FILES src/surface/itessara.h DESTINATION ${TESSARA_INSTALL_HEADERS}/surface COMPONENT development)
+
+# The type description, for those who write hosts in other languages: its source, and what Tessara.so carries.
+install(FILES src/surface/tessara.idl ${PROJECT_BINARY_DIR}/src/module/TESSARALib.json
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/tessara COMPONENT development)
 
 set(TESSARA_INSTALLED_MODULE ${CMAKE_INSTALL_LIBDIR}/Tessara.so)
 configure_package_config_file(cmake/TessaraConfig.cmake.in ${PROJECT_BINARY_DIR}/TessaraConfig.cmake

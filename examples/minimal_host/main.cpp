@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -107,14 +108,17 @@ int Fail(const char* what, HRESULT result)
 
 }  // namespace
 
-int main()
+int main(int argc, char** argv)
 {
-    tessara::RegisterModuleClass(CLSID_CoTessara, TESSARA_MODULE);
+    // Registered on this machine, the component is found by its class id alone. Otherwise the host names its file.
+    const bool registered = argc == 2 && std::strcmp(argv[1], "--registered") == 0;
+    if (!registered)
+        tessara::RegisterModuleClass(CLSID_CoTessara, TESSARA_MODULE);
     ComPtr<ITessara> terrain;
     HRESULT result =
         CoCreateInstance(CLSID_CoTessara, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<ITessara>, terrain.OutVoid());
     if (FAILED(result))
-        return Fail("making a CoTessara from " TESSARA_MODULE, result);
+        return Fail(registered ? "making a registered CoTessara" : "making a CoTessara from " TESSARA_MODULE, result);
 
     const ComPtr<Hills> hills = MakeObject<Hills>();
     // The camera stands south-west of the terrain and above it. True space and draw space are the same here.
@@ -149,5 +153,7 @@ int main()
     const int triangles = CountTriangles(*terrain.Get(), *camera.Get());
     std::printf("%d triangles\n", triangles);
     terrain->StopServer();
+    terrain = nullptr;
+    CoFreeUnusedLibraries();  // nothing of the module is in use any more: it goes
     return triangles > 0 && (!context || drawn > 0) ? 0 : 1;
 }

@@ -25,7 +25,7 @@ HRESULT ModuleObject::GetClassObject(REFCLSID clsid, REFIID iid, void** out) con
 
 HRESULT ModuleObject::RegisterServer() const noexcept
 {
-    return path_.empty() ? E_FAIL : tessara::RegisterModule(Registration());
+    return tessara::RegisterModule(Registration());
 }
 
 HRESULT ModuleObject::UnregisterServer() const noexcept

@@ -6,7 +6,7 @@
 
 namespace tessara::idl {
 
-/// The type description as JSON, in the form that docs/type-description.md tells.
+/// The type description as JSON, in the form that docs/registration.md tells.
 std::string WriteDescription(const Library& library);
 
 /// A C++ header with the constant kTypeLibrary, a tessara::TypeLibraryId.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/com/com.h"
-#include "platform/com/registry/registry_scope.h"
+#include "platform/com/registry_scope.h"
 
 #include <string>
 #include <string_view>
@@ -21,7 +21,7 @@ struct TypeLibraryId {
 /// What a module enters into the registry of classes.
 struct ModuleRegistration {
     std::string_view modulePath;  ///< absolute path of the module's file, which holds the resource TYPELIB 1
-    std::string_view script;      ///< see registry_script.h
+    std::string_view script;      ///< in the language that docs/registration.md tells
     TypeLibraryId typeLibrary;
 };
 
@@ -48,7 +48,7 @@ TESSARA_EXPORT std::string RegistrationFile(RegistryScope scope);
 ///         might name another module; REGDB_E_INVALIDVALUE, with a debug line, for a path that isn't absolute
 TESSARA_EXPORT HRESULT FindRegisteredModule(REFCLSID clsid, std::string& modulePath) noexcept;
 
-/// Finds the text of a registered type description, in the form that docs/type-description.md tells.
+/// Finds the text of a registered type description, in the form that docs/registration.md tells.
 /// \return S_OK; TYPE_E_LIBNOTREGISTERED; TYPE_E_CANTLOADLIBRARY for a registered file without one; REGDB_E_READREGDB
 TESSARA_EXPORT HRESULT FindTypeDescription(const TypeLibraryId& library, std::string& text) noexcept;
 

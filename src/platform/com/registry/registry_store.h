@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/com/registry/registry_data.h"
-#include "platform/com/registry/registry_scope.h"
+#include "platform/com/registry_scope.h"
 
 #include <string>
 #include <vector>
