@@ -21,16 +21,28 @@ void Say(const std::string& line)
     OutputDebugStringA((line + '\n').c_str());
 }
 
+/// Says why the last dlopen failed.
+HRESULT Refuse(const std::string& path)
+{
+    const char* reason = dlerror();
+    if (access(path.c_str(), F_OK) != 0) {
+        Say("The module " + path + " isn't there.");
+        return CO_E_DLLNOTFOUND;
+    }
+    std::string why = reason ? reason : "no reason is known";
+    if (why.starts_with(path + ": "))
+        why.erase(0, path.size() + 2);
+    Say("The module " + path + " can't be loaded: " + why + '.');
+    return CO_E_ERRORINDLL;
+}
+
 }  // namespace
 
 HRESULT ModuleLibrary::Load(const std::string& path, std::shared_ptr<ModuleLibrary>& module)
 {
     void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!handle) {
-        const char* reason = dlerror();
-        Say("The module " + path + " can't be loaded: " + (reason ? reason : "no reason is known") + '.');
-        return access(path.c_str(), F_OK) == 0 ? CO_E_ERRORINDLL : CO_E_DLLNOTFOUND;
-    }
+    if (!handle)
+        return Refuse(path);
     std::shared_ptr<ModuleLibrary> loaded(new ModuleLibrary(handle));
     loaded->getClassObject_ = reinterpret_cast<GetClassObjectProc>(dlsym(handle, "DllGetClassObject"));
     if (!loaded->getClassObject_) {
