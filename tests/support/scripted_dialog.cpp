@@ -261,6 +261,11 @@ void ScriptedDialog::FocusNext()
 
 void ScriptedDialog::PressDefault()
 {
+    const Control* focused = Find(focus_);
+    if (focused && focused->form.kind == ControlKind::Button) {
+        Notify(focus_, BN_CLICKED);
+        return;
+    }
     for (const ControlTemplate& control : form_.controls) {
         if (control.kind == ControlKind::DefaultButton && IsEnabled(control.id))
             Notify(control.id, BN_CLICKED);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ui/image.h"
 #include "platform/ui/window_types.h"
 
 #include <span>
@@ -11,7 +12,7 @@ enum class ControlKind {
     GroupBox,
     EtchedLine,      ///< a horizontal one
     WhiteRectangle,  ///< filled
-    Picture,         ///< shows the bitmap resource `resource`
+    Picture,         ///< shows `picture`
     Viewport,        ///< a white frame around a surface for OpenGL
     Button,
     DefaultButton,
@@ -31,7 +32,7 @@ struct ControlTemplate {
     bool tabStop = false;
     bool multipleSelection = false;  ///< of a list box: Shift and Ctrl extend the selection
     int buddy = 0;
-    UINT resource = 0;
+    Image (*picture)() = nullptr;            ///< of a picture; it is stretched to the control
     std::span<const char* const> rows = {};  ///< what a drop list holds from the start
 };
 

@@ -102,7 +102,7 @@ public:
     virtual bool Translate(MSG& message) = 0;
 
     /// WM_COMMAND: a control's notification, see MakeCommand. BN_CLICKED of IDCANCEL also comes for the Escape key and
-    /// the title bar's close button, BN_CLICKED of the default button for the Return key.
+    /// the title bar's close button; the Return key clicks the button that has the focus, or else the default one.
     /// WM_PAINT: the dialog must be drawn; the window system has drawn everything but the viewports.
     /// WM_DESTROY: the window goes; it and its controls still exist.
     /// Every other message: what was posted.

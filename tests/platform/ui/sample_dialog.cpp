@@ -9,6 +9,22 @@ namespace tessara::test {
 
 namespace {
 
+/// Two icons and a half: one of the background's colour, one red.
+Image MakeStrip()
+{
+    Image strip(40, 16);
+    for (int y = 0; y < 16; ++y) {
+        for (int x = 0; x < 40; ++x) {
+            std::uint8_t* pixel = strip.At(x, y);
+            pixel[0] = x < 16 ? 236 : 200;
+            pixel[1] = x < 16 ? 233 : 0;
+            pixel[2] = x < 16 ? 216 : 0;
+            pixel[3] = 255;
+        }
+    }
+    return strip;
+}
+
 constexpr const char* kChoices[] = {"Low", "High"};
 
 const ControlTemplate kControls[] = {
@@ -96,7 +112,7 @@ const ControlTemplate kControls[] = {
      .y = 76,
      .width = 16,
      .height = 16,
-     .resource = kSampleStrip},
+     .picture = &MakeStrip},
     {.id = 0, .kind = ControlKind::WhiteRectangle, .text = "", .x = 170, .y = 76, .width = 16, .height = 16},
     {.id = 0, .kind = ControlKind::EtchedLine, .text = "", .x = 10, .y = 94, .width = 180, .height = 1},
 };
@@ -107,22 +123,6 @@ const DialogTable g_forms(kForms);
 const StringResource kStrings[] = {
     {kSampleToolTip, "<h5>Number</h5>\n<hr color=gray><br>A number. <a msg=\"1\">More...</a>"}};
 const StringTable g_strings(kStrings);
-
-/// Two icons and a half: one of the background's colour, one red.
-Image MakeStrip()
-{
-    Image strip(40, 16);
-    for (int y = 0; y < 16; ++y) {
-        for (int x = 0; x < 40; ++x) {
-            std::uint8_t* pixel = strip.At(x, y);
-            pixel[0] = x < 16 ? 236 : 200;
-            pixel[1] = x < 16 ? 233 : 0;
-            pixel[2] = x < 16 ? 216 : 0;
-            pixel[3] = 255;
-        }
-    }
-    return strip;
-}
 
 const BitmapResource kBitmaps[] = {{kSampleStrip, &MakeStrip}};
 const BitmapTable g_bitmaps(kBitmaps);
@@ -180,6 +180,13 @@ BOOL SampleDialog::OnInitDialog()
     if (endsAtOnce)
         EndDialog(17);
     return TRUE;
+}
+
+void SampleDialog::OnPaint()
+{
+    CDialog::OnPaint();
+    Note("paint");
+    whenPainted(*this);
 }
 
 void SampleDialog::OnDestroy()

@@ -43,6 +43,8 @@ public:
     std::function<void(SampleDialog&)> atStart = [](SampleDialog&) {};
     std::function<void(SampleDialog&)> atEnd = [](SampleDialog&) {};  ///< in OnDestroy
 
+    std::function<void(SampleDialog&)> whenPainted = [](SampleDialog&) {};
+
     CEdit number;
     CEdit plain;
     CNumSpinCtrl spin;
@@ -59,7 +61,7 @@ protected:
     BOOL OnInitDialog() override;
 
 private:
-    void OnPaint() { Note("paint"); }
+    void OnPaint();
     void OnDestroy();
     void OnCheck() { Note("check"); }
     void OnButton();

@@ -1,0 +1,120 @@
+#include "platform/ui/wx/tool_tip_window.h"
+
+#include "platform/ui/wx/tool_tip_markup.h"
+
+#include <gtk/gtk.h>
+#include <wx/display.h>
+#include <wx/settings.h>
+
+#include <utility>
+
+namespace tessara {
+
+namespace {
+
+constexpr int kRest = 600;  // milliseconds
+constexpr int kWidth = 300;
+constexpr int kMargin = 6;
+
+std::string Css(const wxColour& color)
+{
+    return color.GetAsString(wxC2S_HTML_SYNTAX).utf8_string();
+}
+
+/// Lets the popup hear the mouse although the modal dialog below it keeps all other windows from that.
+void LeaveModalGroup(wxPopupWindow& popup)
+{
+    GtkWindowGroup* group = gtk_window_group_new();
+    gtk_window_group_add_window(group, GTK_WINDOW(popup.GetHandle()));
+    g_object_unref(group);  // the window holds it
+}
+
+}  // namespace
+
+ToolTips::ToolTips(wxWindow& parent, std::function<void(const std::string&)> follow)
+    : parent_(parent), follow_(std::move(follow)), rested_(this)
+{
+    Bind(wxEVT_TIMER, &ToolTips::OnRested, this);
+}
+
+ToolTips::~ToolTips()
+{
+    if (popup_)
+        popup_->Destroy();
+}
+
+void ToolTips::MouseOver(wxWindow* over)
+{
+    const bool known = texts_.count(over) != 0;
+    if (over == over_ && (!known || (popup_ && popup_->IsShown())))
+        return;
+    if (over != over_ && popup_ && popup_->IsShown() && !IsMouseOnTip())
+        Hide();
+    over_ = over;
+    if (known)
+        rested_.StartOnce(kRest);
+    else
+        rested_.Stop();
+}
+
+void ToolTips::ShowHelp(const std::string& markup)
+{
+    Show(markup, popup_ && popup_->IsShown() ? place_ : wxGetMousePosition() + wxPoint(0, 20));
+}
+
+void ToolTips::Hide()
+{
+    rested_.Stop();
+    if (popup_)
+        popup_->Hide();
+}
+
+void ToolTips::OnRested(wxTimerEvent&)
+{
+    const auto text = texts_.find(over_);
+    if (text == texts_.end() || !over_->IsShownOnScreen() || !over_->GetScreenRect().Contains(wxGetMousePosition()))
+        return;
+    const wxRect control = over_->GetScreenRect();
+    Show(text->second, wxPoint(control.x, control.GetBottom() + 1));
+}
+
+void ToolTips::Show(const std::string& markup, const wxPoint& place)
+{
+    const wxColour background = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
+    const wxColour ink = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT);
+    if (!popup_) {
+        popup_ = new wxPopupWindow(&parent_, wxBORDER_SIMPLE);
+        LeaveModalGroup(*popup_);
+        page_ = new wxHtmlWindow(popup_, wxID_ANY, wxDefaultPosition, wxSize(kWidth, kWidth), wxHW_SCROLLBAR_NEVER);
+        page_->SetBorders(kMargin);
+        page_->SetStandardFonts(parent_.GetFont().GetPointSize());
+        page_->Bind(wxEVT_HTML_LINK_CLICKED, [this](wxHtmlLinkEvent& event) {
+            // Not from within the page's own handler: the answer may change the page.
+            const std::string link = event.GetLinkInfo().GetHref().utf8_string();
+            parent_.CallAfter([this, link] { follow_(link); });
+        });
+        page_->Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent& event) {
+            event.Skip();
+            if (!IsMouseOnTip())
+                Hide();
+        });
+    }
+    const bool light = background.GetLuminance() > 0.5;
+    page_->SetPage(wxString::FromUTF8(ToolTipPage(markup, Css(ink), Css(background), light ? "#1A5FB4" : "#99C1F1")));
+    const wxSize size(kWidth, page_->GetInternalRepresentation()->GetHeight() + 2 * kMargin);
+    page_->SetSize(size);
+    popup_->SetClientSize(size);
+    place_ = place;
+    const int screen = wxDisplay::GetFromWindow(&parent_);
+    const wxRect area = wxDisplay(static_cast<unsigned>(screen == wxNOT_FOUND ? 0 : screen)).GetClientArea();
+    popup_->Move(wxMax(area.x, wxMin(place.x, area.GetRight() - size.x)),
+                 wxMax(area.y, wxMin(place.y, area.GetBottom() - size.y)));
+    popup_->Show();
+}
+
+bool ToolTips::IsMouseOnTip() const
+{
+    return popup_ && popup_->IsShown() && popup_->GetScreenRect().Contains(wxGetMousePosition());
+}
+
+}  // namespace tessara

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <wx/html/htmlwin.h>
+#include <wx/popupwin.h>
+#include <wx/timer.h>
+
+#include <functional>
+#include <map>
+#include <string>
+
+namespace tessara {
+
+/// Tooltips with headings, lines and links over the controls of one dialog. One is shown after the mouse has rested on
+/// its control; it goes when the mouse goes elsewhere, but not while the mouse is on the tooltip itself.
+class ToolTips final : public wxEvtHandler {
+public:
+    /// \param parent the dialog \param follow hears the text of a link that was clicked
+    ToolTips(wxWindow& parent, std::function<void(const std::string&)> follow);
+    ~ToolTips() override;
+
+    void Add(wxWindow& control, const std::string& markup) { texts_[&control] = markup; }
+
+    /// The mouse moved. \param over the control that it is on now, or null
+    void MouseOver(wxWindow* over);
+
+    /// Shows a text where the last tooltip stood, or at the mouse.
+    void ShowHelp(const std::string& markup);
+
+    void Hide();
+
+private:
+    void OnRested(wxTimerEvent& event);
+    void Show(const std::string& markup, const wxPoint& place);
+    bool IsMouseOnTip() const;
+
+    wxWindow& parent_;
+    std::function<void(const std::string&)> follow_;
+    std::map<wxWindow*, std::string> texts_;
+    wxPopupWindow* popup_ = nullptr;  // a child of the dialog, made when first needed
+    wxHtmlWindow* page_ = nullptr;
+    wxTimer rested_;
+    wxWindow* over_ = nullptr;  // what the mouse is on
+    wxPoint place_;             // where the last tooltip stood
+};
+
+}  // namespace tessara
