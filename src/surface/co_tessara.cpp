@@ -110,22 +110,7 @@ HRESULT CoTessara::BlendTextureDBToSourceRegion(BSTR, BSTR, VARIANT)
     return E_FAIL;
 }
 
-// Not offered yet: import and export, the dialog.
-
-HRESULT CoTessara::ImportTextureSource(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::ExportTextureSource(IUnknown*)
-{
-    return E_NOTIMPL;
-}
-
-HRESULT CoTessara::ExportTextureCanvas(IUnknown*)
-{
-    return E_NOTIMPL;
-}
+// Not offered yet: the dialog.
 
 HRESULT CoTessara::TextureDetailDlg()
 {

@@ -11,6 +11,7 @@
 class ElevationPalette;
 class TerrainLod;
 struct IElevationMatrix;
+struct IImageFile;
 struct IKvoHost;
 struct IProgressWindow;
 struct ITextureMgr;
@@ -92,6 +93,8 @@ private:
     /// The host's texture service with a reference of its own, or null.
     ComPtr<ITextureMgr> HostTextures() const;
     void ActivateOnUnit(ULONG id, UINT unit) const;
+    HRESULT ImportImage(ComPtr<IImageFile> image, const std::string& path);
+    HRESULT ReplaceSource(LONG width, LONG height, LONG bitsPerPixel, const void* pixels);
     HRESULT CreateSlotTexture(Slot slot, LONG width, LONG height, LONG bitsPerPixel, const void* pixels);
     void PaintCanvasPixels(BYTE* pixels, LONG width, LONG height, const ElevationPalette& palette,
                            IProgressWindow* progress) const;

@@ -199,7 +199,8 @@ public:
         Log("GetTextureData", id, reserved);
         *width = image.width;
         *height = image.height;
-        *bits = image.bits;
+        if (bits)
+            *bits = image.bits;
         *pixels = nullptr;
         if (FAILED(image.result))
             return image.result;
