@@ -49,12 +49,29 @@ bool MemoryShortage::Struck() const
 
 }  // namespace tessara::test
 
+// Every form, since a sanitizer's own forms don't call each other.
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return tessara::test::Refused(size) ? nullptr : std::malloc(size ? size : 1);
+}
+
 void* operator new(std::size_t size)
 {
-    void* memory = tessara::test::Refused(size) ? nullptr : std::malloc(size ? size : 1);
+    void* memory = operator new(size, std::nothrow);
     if (!memory)
         throw std::bad_alloc();
     return memory;
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return operator new(size, std::nothrow);
+}
+
+void* operator new[](std::size_t size)
+{
+    return operator new(size);
 }
 
 void operator delete(void* memory) noexcept
@@ -63,6 +80,16 @@ void operator delete(void* memory) noexcept
 }
 
 void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
