@@ -10,7 +10,8 @@ constexpr int kWaitMilliseconds = 10000;
 
 }  // namespace
 
-SqliteFile::SqliteFile(const std::string& path, Access access, const Kind& kind) : path_(path), kind_(kind)
+SqliteFile::SqliteFile(const std::string& path, Access access, const Kind& kind, const std::string& shownPath)
+    : path_(shownPath.empty() ? path : shownPath), kind_(kind)
 {
     const int flags = access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     const int result = sqlite3_open_v2(path.c_str(), &handle_, flags | SQLITE_OPEN_FULLMUTEX, nullptr);
@@ -18,6 +19,8 @@ SqliteFile::SqliteFile(const std::string& path, Access access, const Kind& kind)
         if (result != SQLITE_OK)
             Fail();
         Configure();
+        if (access == Access::ReadWrite)
+            Execute(kind.settings);
         CheckKind(access);
     } catch (...) {
         sqlite3_close_v2(handle_);
@@ -69,11 +72,10 @@ int SqliteFile::ChangedRows() const
     return sqlite3_changes(handle_);
 }
 
-std::int32_t SqliteFile::Number(const char* query)
+std::int64_t SqliteFile::Number(const char* query)
 {
     SqliteStatement statement(*this, query);
-    statement.Step();
-    return static_cast<std::int32_t>(statement.Number(0));
+    return statement.Step() ? statement.Number(0) : 0;
 }
 
 void SqliteFile::Damaged(std::string_view what) const
@@ -122,6 +124,12 @@ SqliteStatement& SqliteStatement::Bind(std::int64_t number)
     return *this;
 }
 
+SqliteStatement& SqliteStatement::Bind(double number)
+{
+    Check(sqlite3_bind_double(statement_, ++parameter_, number));
+    return *this;
+}
+
 SqliteStatement& SqliteStatement::Bind(std::span<const std::uint8_t> bytes)
 {
     Check(sqlite3_bind_blob64(statement_, ++parameter_, bytes.data(), bytes.size(), SQLITE_STATIC));
@@ -147,6 +155,27 @@ std::string SqliteStatement::Text(int column) const
 std::int64_t SqliteStatement::Number(int column) const
 {
     return sqlite3_column_int64(statement_, column);
+}
+
+double SqliteStatement::Real(int column) const
+{
+    return sqlite3_column_double(statement_, column);
+}
+
+bool SqliteStatement::IsText(int column) const
+{
+    return sqlite3_column_type(statement_, column) == SQLITE_TEXT;
+}
+
+bool SqliteStatement::IsNumber(int column) const
+{
+    const int type = sqlite3_column_type(statement_, column);
+    return type == SQLITE_INTEGER || type == SQLITE_FLOAT;
+}
+
+bool SqliteStatement::IsBytes(int column) const
+{
+    return sqlite3_column_type(statement_, column) == SQLITE_BLOB;
 }
 
 std::span<const std::uint8_t> SqliteStatement::Bytes(int column) const

@@ -26,19 +26,23 @@ public:
     /// What a file of the kind is.
     struct Kind {
         std::int32_t applicationId;
-        const char* name;    ///< for messages, as in "texture database"
-        const char* schema;  ///< statements that make an empty one
+        const char* name;           ///< for messages, as in "texture database"
+        const char* schema;         ///< statements that make an empty one
+        const char* settings = "";  ///< statements that come first with ReadWrite
     };
 
     /// Opens a file, or makes it with ReadWrite where there is none. A file of another kind isn't changed.
-    /// \throws StorageError
-    SqliteFile(const std::string& path, Access access, const Kind& kind);
+    /// \param shownPath what messages call the file; empty stands for its path \throws StorageError
+    SqliteFile(const std::string& path, Access access, const Kind& kind, const std::string& shownPath = {});
     SqliteFile(const SqliteFile&) = delete;
     SqliteFile& operator=(const SqliteFile&) = delete;
     ~SqliteFile();
 
     /// Runs statements without results. \throws StorageError
     void Execute(const char* statements);
+
+    /// First column of a query's first row, 0 where there is none. \throws StorageError
+    std::int64_t Number(const char* query);
 
     /// Number of rows that the last statement wrote or removed.
     int ChangedRows() const;
@@ -53,7 +57,6 @@ private:
 
     void Configure();
     void CheckKind(Access access);
-    std::int32_t Number(const char* query);
     [[noreturn]] void Fail() const;
 
     std::string path_;
@@ -73,6 +76,7 @@ public:
     /// Gives the next parameter its value. Texts and bytes must stay valid until the last Step.
     SqliteStatement& Bind(std::string_view text);
     SqliteStatement& Bind(std::int64_t number);
+    SqliteStatement& Bind(double number);
     SqliteStatement& Bind(std::span<const std::uint8_t> bytes);
 
     /// Goes to the next row. \return false behind the last one \throws StorageError
@@ -81,6 +85,10 @@ public:
     // Columns of the row, from 0. Texts and bytes are valid until the next Step.
     std::string Text(int column) const;
     std::int64_t Number(int column) const;
+    double Real(int column) const;
+    bool IsText(int column) const;
+    bool IsNumber(int column) const;
+    bool IsBytes(int column) const;
     std::span<const std::uint8_t> Bytes(int column) const;
 
 private:

@@ -1,10 +1,7 @@
 #include "host/storage/own_folder.h"
+#include "host/storage/user_folders.h"
 #include "host/textures/database_place.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
-#include <cstdlib>
 #include <filesystem>
 
 namespace tessara {
@@ -14,21 +11,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kSystemFile = "textures.db";
-
-fs::path HomeFolder()
-{
-    if (const char* home = std::getenv("HOME"); home && *home)
-        return home;
-    const passwd* user = getpwuid(getuid());
-    return user && user->pw_dir ? user->pw_dir : "/";
-}
-
-fs::path UserDataFolder()
-{
-    // A relative path there is to be ignored.
-    const char* data = std::getenv("XDG_DATA_HOME");
-    return data && *data == '/' ? fs::path(data) : HomeFolder() / ".local" / "share";
-}
 
 }  // namespace
 

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "host/project/project_setting.h"
+#include "host/storage/sqlite_file.h"
+
+#include <cstdint>
+#include <exception>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessara {
+
+/// A named value of an element, without its bytes.
+struct ProjectValue {
+    std::string name;
+    std::int32_t typeCode = 0;
+    std::int64_t size = 0;  ///< in bytes; -1 for what is no value
+    std::int32_t parts = 0;
+};
+
+/// The tables of a project file: elements, their values, their settings. Element 0 is the project itself. Methods throw
+/// StorageError, with one sentence that names the file, and std::bad_alloc; after Close all of them do.
+class ProjectDatabase {
+public:
+    struct Element {
+        std::int64_t id = 0;
+        std::string name;
+    };
+
+    /// Opens a project for reading. \throws StorageError for what is no project, or one of a newer version
+    explicit ProjectDatabase(const std::string& path);
+
+    /// Makes the tables of a new project in an empty file that nobody else uses.
+    /// \param shownPath what messages call the file
+    ProjectDatabase(const std::string& path, const std::string& shownPath);
+
+    const std::string& Path() const { return File().Path(); }
+
+    /// In the order in which they were added.
+    std::vector<Element> Elements();
+
+    std::int64_t AddElement(std::string_view name);
+
+    /// By name.
+    std::vector<ProjectValue> Values(std::int64_t element);
+
+    /// \param buffer of the value's size \return false for a value that isn't there in that size any more
+    bool ReadValue(std::int64_t element, const ProjectValue& value, std::span<std::uint8_t> buffer);
+
+    /// Adds a value, or replaces the one of that name.
+    void WriteValue(std::int64_t element, std::string_view name, std::int32_t typeCode,
+                    std::span<const std::uint8_t> bytes);
+
+    ProjectSettings Settings(std::int64_t element);
+    void WriteSetting(std::int64_t element, std::string_view name, const ProjectSetting& value);
+
+    /// Copies all values and settings of an element of another project.
+    void CopyElement(ProjectDatabase& from, std::int64_t source, std::int64_t target);
+
+    /// Keeps the first failure of a caller that can't report it: Close throws it.
+    void NoteFailure() noexcept
+    {
+        if (!failure_)
+            failure_ = std::current_exception();
+    }
+
+    /// Lets a new project's content count and closes its file. \throws what NoteFailure noted
+    void Close();
+
+private:
+    SqliteFile& File();
+    const SqliteFile& File() const;
+    void CheckVersion();
+    void InsertPart(std::int64_t element, std::string_view name, std::int64_t part, std::int64_t typeCode,
+                    std::span<const std::uint8_t> bytes);
+
+    std::optional<SqliteFile> file_;
+    std::optional<SqliteTransaction> transaction_;
+    std::exception_ptr failure_;
+};
+
+}  // namespace tessara
