@@ -1,26 +1,36 @@
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
-#include <random>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
 namespace tessara::test {
 
-/// An empty folder of its own, for as long as it lives.
+/// A folder for one test's files, removed with everything in it.
 class ScratchFolder {
 public:
     ScratchFolder()
-        : path_(std::filesystem::temp_directory_path() / ("tessara-test-" + std::to_string(std::random_device()())))
     {
-        std::filesystem::create_directories(path_);
+        std::string name = (std::filesystem::temp_directory_path() / "tessara-XXXXXX").string();
+        if (!mkdtemp(name.data()))
+            throw std::filesystem::filesystem_error("no scratch folder", std::make_error_code(std::errc::io_error));
+        path_ = name;
     }
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() { std::filesystem::remove_all(path_); }
+    ~ScratchFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
 
-    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+    std::string Path(const std::string& name) const { return (path_ / name).string(); }
+    std::string operator/(const std::string& name) const { return Path(name); }
 
+    /// Names of what the folder holds.
     std::vector<std::string> Files() const
     {
         std::vector<std::string> names;
@@ -29,8 +39,21 @@ public:
         return names;
     }
 
+    /// Makes a file of the bytes. \return its path
+    std::string Write(const std::string& name, const std::string& bytes) const
+    {
+        std::ofstream(path_ / name, std::ios::binary) << bytes;
+        return Path(name);
+    }
+
 private:
     std::filesystem::path path_;
 };
+
+inline std::string ReadBytes(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 }  // namespace tessara::test
