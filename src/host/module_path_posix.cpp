@@ -1,6 +1,6 @@
 #include "host/module_path.h"
 
-#include <dlfcn.h>
+#include "host/storage/own_folder.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -14,15 +14,6 @@ namespace fs = std::filesystem;
 
 constexpr char kModuleName[] = "Tessara.so";
 
-fs::path LibraryFolder()
-{
-    Dl_info info = {};
-    if (dladdr(reinterpret_cast<const void*>(&FindModulePath), &info) == 0 || !info.dli_fname)
-        return {};
-    std::error_code ignored;
-    return fs::weakly_canonical(info.dli_fname, ignored).parent_path();
-}
-
 fs::path ProgramFolder()
 {
     std::error_code ignored;
@@ -33,7 +24,7 @@ fs::path ProgramFolder()
 
 std::string FindModulePath()
 {
-    const fs::path folders[] = {LibraryFolder(), ProgramFolder()};
+    const fs::path folders[] = {OwnFolder(), ProgramFolder()};
     for (const fs::path& folder : folders) {
         std::error_code ignored;
         if (!folder.empty() && fs::exists(folder / kModuleName, ignored))

@@ -12,5 +12,6 @@ void AddRenderCommand(CLI::App& program);
 void AddDumpCommand(CLI::App& program);
 void AddInfoCommand(CLI::App& program);
 void AddSampleCommand(CLI::App& program);
+void AddTexturesCommand(CLI::App& program);
 
 }  // namespace tessara

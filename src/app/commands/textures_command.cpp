@@ -1,0 +1,258 @@
+#include "app/commands/commands.h"
+#include "app/output/png_file.h"
+#include "app/output/temporary_file.h"
+#include "host/console_progress.h"
+#include "host/element_keys.h"
+#include "host/textures/database_place.h"
+#include "platform/com/bstr.h"
+#include "platform/com/com_ptr.h"
+#include "services/image_file.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+namespace tessara {
+
+namespace {
+
+constexpr int kMostTiles = 16;
+
+struct TexturesOptions {
+    std::string database;  // "system", "user" or empty for both
+    std::string name;
+    std::vector<std::string> names;
+    std::string file;
+    std::string output;
+    int tiles = 1;
+    bool replace = false;
+};
+
+DatabasePlace PlaceOf(const std::string& database)
+{
+    return database == "user" ? UserDatabase() : SystemDatabase();
+}
+
+/// The databases to look at, the user's own first.
+std::vector<std::string> Databases(const TexturesOptions& options)
+{
+    return options.database.empty() ? std::vector<std::string>{"user", "system"} : std::vector{options.database};
+}
+
+/// Key of the element that has the name as its key, or else as its display name.
+std::optional<std::string> KeyOf(TextureStore& store, const std::string& name)
+{
+    for (const TextureEntry& entry : store.List(kDetailTable)) {
+        if (entry.key == name)
+            return name;
+    }
+    return store.FindName(kDetailTable, name);
+}
+
+std::string SizeText(const TextureEntry& entry)
+{
+    return std::to_string(entry.width) + " x " + std::to_string(entry.height);
+}
+
+/// Width of a column of the list: of its longest text, in characters, and a gap.
+std::size_t Letters(const std::string& text)
+{
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+std::string Padded(const std::string& text, std::size_t width)
+{
+    return text + std::string(width - std::min(width, Letters(text)), ' ');
+}
+
+void List(const TexturesOptions& options)
+{
+    std::vector<std::vector<std::string>> rows = {{"DATABASE", "NAME", "SIZE", "BITS", "KEY"}};
+    for (const std::string& database : Databases(options)) {
+        const auto store = PlaceOf(database).Open();
+        for (const TextureEntry& entry : store ? store->List(kDetailTable) : std::vector<TextureEntry>())
+            rows.push_back(
+                {database, entry.displayName, SizeText(entry), std::to_string(entry.bitsPerPixel), entry.key});
+    }
+    std::vector<std::size_t> widths(rows[0].size());
+    for (const auto& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], Letters(row[i]) + 2);
+    }
+    for (const auto& row : rows) {
+        for (std::size_t i = 0; i + 1 < row.size(); ++i)
+            std::cout << Padded(row[i], widths[i]);
+        std::cout << row.back() << '\n';
+    }
+}
+
+struct Found {
+    std::string database;
+    TextureElement element;
+};
+
+Found Find(const TexturesOptions& options)
+{
+    for (const std::string& database : Databases(options)) {
+        const auto store = PlaceOf(database).Open();
+        const auto key = store ? KeyOf(*store, options.name) : std::nullopt;
+        if (!key)
+            continue;
+        if (auto element = store->Load(kDetailTable, *key))
+            return {database, *std::move(element)};
+    }
+    throw std::runtime_error("There is no texture \"" + options.name +
+                             "\". \"tessara textures list\" tells what there is.");
+}
+
+/// The picture, repeated, as red, green and blue from the top row down. Alpha is left out.
+std::vector<std::uint8_t> Tiled(const TextureElement& element, int tiles)
+{
+    const auto times = static_cast<std::size_t>(tiles);
+    const std::size_t columns = element.width;
+    const std::size_t rows = element.height;
+    const std::size_t bytes = element.bitsPerPixel / 8u;
+    std::vector<std::uint8_t> picture;
+    picture.reserve(columns * rows * times * times * 3);
+    for (std::size_t y = 0; y < rows * times; ++y) {
+        const std::uint8_t* row = &element.pixels[(rows - 1 - y % rows) * columns * bytes];
+        for (std::size_t x = 0; x < columns * times; ++x) {
+            const std::uint8_t* pixel = row + x % columns * bytes;
+            for (const std::size_t channel : {2u, 1u, 0u})
+                picture.push_back(pixel[bytes == 1 ? 0 : channel]);
+        }
+    }
+    return picture;
+}
+
+void Show(const TexturesOptions& options)
+{
+    if (!options.output.empty())
+        RequireWritable(options.output, {});
+    const Found found = Find(options);
+    const TextureElement& element = found.element;
+    if (!options.output.empty()) {
+        WritePng(options.output, static_cast<int>(element.width) * options.tiles,
+                 static_cast<int>(element.height) * options.tiles, Tiled(element, options.tiles));
+    }
+    const auto line = [](const char* name, const std::string& text) {
+        std::cout << std::left << std::setw(12) << name << text << '\n';
+    };
+    line("Name", element.displayName);
+    line("Key", element.key);
+    line("Database", found.database + " (" + PlaceOf(found.database).path + ")");
+    line("Size", SizeText(element) + " pixels of " + std::to_string(element.bitsPerPixel) + " bits");
+    if (!options.output.empty())
+        std::cout << options.output << '\n';
+}
+
+/// Reads an image file. A failure has told its cause on the display.
+TextureElement ReadImage(const std::string& file)
+{
+    const auto progress = MakeObject<ConsoleProgress>();
+    ComPtr<IImageFile> image;
+    if (FAILED(
+            CoCreateInstance(CLSID_ImageFile, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<IImageFile>, image.OutVoid())))
+        throw std::runtime_error("The image reader, which lies beside the program's libraries, can't be loaded.");
+    image->SetProgressWindow(progress.Get());
+    image->SetFileName(BstrHolder(file).Get());
+    TextureElement element;
+    UINT width = 0;
+    UINT height = 0;
+    WORD bits = 0;
+    VARIANT pixels;
+    if (FAILED(image->Open()) || FAILED(image->GetWidth(&width)) || FAILED(image->GetHeight(&height)) ||
+        FAILED(image->ReadPixels()) || FAILED(image->GetPixels(&pixels)) || FAILED(image->GetBitsPerPixel(&bits)))
+        throw std::runtime_error("Nothing was imported.");
+    element.width = width;
+    element.height = height;
+    element.bitsPerPixel = bits;
+    const auto* first = static_cast<const std::uint8_t*>(pixels.byref);
+    element.pixels.assign(first, first + element.PixelSize().value_or(0));
+    image->Close();
+    return element;
+}
+
+void Import(const TexturesOptions& options)
+{
+    const DatabasePlace place = UserDatabase();
+    if (const auto store = place.Open(); store && store->FindName(kDetailTable, options.name) && !options.replace)
+        throw std::runtime_error("There is a texture \"" + options.name + "\" already; --replace replaces it.");
+    TextureElement element = ReadImage(options.file);
+    element.key = NewElementKey();
+    element.displayName = options.name;
+    TextureStore store(place.path, SqliteFile::Access::ReadWrite);
+    const std::optional<std::string> old = store.FindName(kDetailTable, options.name);
+    store.Add(kDetailTable, element, element.pixels);
+    if (old)
+        store.Remove(kDetailTable, *old);
+    std::cout << (old ? "Replaced \"" : "Imported \"") << options.name << "\", " << SizeText(element) << " pixels of "
+              << element.bitsPerPixel << " bits\n";
+}
+
+void Delete(const TexturesOptions& options)
+{
+    const auto store = UserDatabase().Open();
+    std::vector<std::string> keys;
+    for (const std::string& name : options.names) {
+        const auto key = store ? KeyOf(*store, name) : std::nullopt;
+        if (!key)
+            throw std::runtime_error("The user's database has no texture \"" + name + "\". Nothing was deleted.");
+        keys.push_back(*key);
+    }
+    for (const std::string& key : keys)
+        store->Remove(kDetailTable, key);
+    for (const std::string& name : options.names)
+        std::cout << "Deleted \"" << name << "\"\n";
+}
+
+void AddDatabase(CLI::App& command, TexturesOptions& options)
+{
+    command.add_option("--database", options.database, "Look at one database alone [both]")
+        ->check(CLI::IsMember({"system", "user"}))
+        ->option_text("system|user");
+}
+
+}  // namespace
+
+void AddTexturesCommand(CLI::App& program)
+{
+    const auto options = std::make_shared<TexturesOptions>();
+    CLI::App& textures =
+        *program.add_subcommand("textures", "List, show, import and delete detail textures")->group("Commands");
+    textures.require_subcommand(1);
+
+    CLI::App& list = *textures.add_subcommand("list", "List the textures of the system's and the user's database");
+    AddDatabase(list, *options);
+    list.callback([options] { List(*options); });
+
+    CLI::App& show = *textures.add_subcommand("show", "Tell about one texture, and write it as a picture");
+    show.add_option("NAME", options->name, "Its name or its key")->required();
+    AddDatabase(show, *options);
+    show.add_option("-o,--output", options->output, "The picture to write")->option_text("PICTURE.png");
+    show.add_option("--tiles", options->tiles, "Repeat it in the picture, across and down [1]")
+        ->check(CLI::Range(1, kMostTiles))
+        ->option_text("N");
+    show.callback([options] { Show(*options); });
+
+    CLI::App& import = *textures.add_subcommand("import", "Put an image file into the user's database");
+    import.add_option("FILE", options->file, "A JPEG, PNG, BMP, TGA, PSD or other image")->required();
+    import.add_option("--name", options->name, "The texture's name")->required()->option_text("NAME");
+    import.add_flag("--replace", options->replace, "Replace the texture that has the name");
+    import.callback([options] { Import(*options);
+});
+
+CLI::App& remove = *textures.add_subcommand("delete", "Delete textures from the user's database");
+remove.add_option("NAME", options->names, "Names or keys")->required();
+remove.callback([options] { Delete(*options); });
+}  // namespace tessara
+
+}  // namespace tessara
