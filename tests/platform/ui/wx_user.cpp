@@ -85,10 +85,10 @@ void WxUser::MoveToRow(wxListBox& list, int row)
 void WxUser::Pick(int control, int row)
 {
     wxWindow* window = Find(control);
-    if (auto* list = wxDynamicCast(window, wxListBox)) {
+    if (auto* list = dynamic_cast<wxListBox*>(window)) {
         MoveToRow(*list, row);
         wxUIActionSimulator().MouseClick();
-    } else if (auto* choice = wxDynamicCast(window, wxChoice)) {
+    } else if (auto* choice = dynamic_cast<wxChoice*>(window)) {
         Click(control);
         Wait(150);
         wxUIActionSimulator hands;
@@ -161,7 +161,7 @@ void WhenModal::Look()
     if (busy_)
         return;
     for (wxWindow* window : wxTopLevelWindows) {
-        auto* dialog = wxDynamicCast(window, wxDialog);
+        auto* dialog = dynamic_cast<wxDialog*>(window);
         if (!dialog || !dialog->IsModal() || !dialog->IsShownOnScreen())
             continue;
         busy_ = true;

@@ -216,7 +216,7 @@ int WxDialogWindow::FilterEvent(wxEvent& event)
 {
     if (event.GetEventType() != wxEVT_MOTION || !alive_ || ended_)
         return Event_Skip;
-    auto* window = wxDynamicCast(event.GetEventObject(), wxWindow);
+    auto* window = dynamic_cast<wxWindow*>(event.GetEventObject());
     if (!window || wxGetTopLevelParent(window) != &dialog_)
         return Event_Skip;
     MSG message{WM_MOUSEMOVE, 0, 0, IdOf(window)};
