@@ -1,5 +1,4 @@
 #include "host/module_path.h"
-
 #include "host/storage/own_folder.h"
 
 #include <filesystem>
