@@ -53,6 +53,7 @@ int Run(int argc, char** argv)
     AddDumpCommand(program);
     AddInfoCommand(program);
     AddSampleCommand(program);
+    AddMapCommand(program);
     AddTexturesCommand(program);
     program.footer(kFooter);
     if (argc < 2) {

@@ -12,6 +12,7 @@ void AddRenderCommand(CLI::App& program);
 void AddDumpCommand(CLI::App& program);
 void AddInfoCommand(CLI::App& program);
 void AddSampleCommand(CLI::App& program);
+void AddMapCommand(CLI::App& program);
 void AddTexturesCommand(CLI::App& program);
 
 }  // namespace tessara

@@ -1,6 +1,7 @@
 #include "app/commands/commands.h"
 #include "app/options/number_list.h"
 #include "app/options/terrain_input.h"
+#include "app/options/texture_options.h"
 #include "app/options/view_options.h"
 #include "app/output/png_file.h"
 #include "app/output/temporary_file.h"
@@ -10,6 +11,7 @@
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
 #include "host/terrain_session.h"
+#include "host/textures/texture_service.h"
 #include "platform/gl/offscreen_context.h"
 #include "platform/gl/render_target.h"
 
@@ -41,6 +43,7 @@ constexpr int kMostFrames = 200;
 struct RenderOptions {
     TerrainInput input;
     ViewOptions view;
+    TextureOptions textures;
     std::string output;
     std::optional<std::pair<double, double>> sun;  ///< compass direction and height in degrees
     std::string palette = PaletteNames().front();
@@ -99,12 +102,14 @@ void Render(const RenderOptions& options)
     const RenderTarget target(gl, options.view.width, options.view.height, options.antialias);
 
     progress->Show("Building the terrain", 0.0);
-    const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
+    const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(MakeObject<TextureService>().Get()),
+                                          ComPtr<IProgressWindow>(progress.Get()));
     const auto palette = MakePalette(options.palette);
     const double detail =
         options.wireframe ? LevelOfDetailOf(options.view, kWirePixels) : LevelOfDetailOf(options.view);
     const TerrainSession terrain(data, {options.input.exaggeration, detail, palette.get(), kBorder},
                                  ComPtr<IKvoHost>(host.Get()));
+    ApplyTextures(terrain.Surface(), options.textures);
     const auto outline = OutlineOf(data, terrain.Ground());
     const auto camera = MakeCamera(options.view, terrain.Ground(), outline);
     const Atmosphere atmosphere = AtmosphereOf(options, *camera);
@@ -133,6 +138,7 @@ void AddRenderCommand(CLI::App& program)
     command.add_option("-o,--output", options->output, "The picture to write")->required()->option_text("PICTURE.png");
     AddViewOptions(command, options->view);
     AddSun(command, *options);
+    AddTextureOptions(command, options->textures);
     command.add_option("--palette", options->palette, "Colours of the heights [natural]")
         ->check(CLI::IsMember(PaletteNames()))
         ->option_text("natural|classic|desert|grey");

@@ -1,12 +1,10 @@
 #include "app/commands/commands.h"
+#include "app/input/image_reader.h"
+#include "app/input/texture_lookup.h"
 #include "app/output/png_file.h"
 #include "app/output/temporary_file.h"
-#include "host/console_progress.h"
 #include "host/element_keys.h"
 #include "host/textures/database_place.h"
-#include "platform/com/bstr.h"
-#include "platform/com/com_ptr.h"
-#include "services/image_file.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -44,16 +42,6 @@ DatabasePlace PlaceOf(const std::string& database)
 std::vector<std::string> Databases(const TexturesOptions& options)
 {
     return options.database.empty() ? std::vector<std::string>{"user", "system"} : std::vector{options.database};
-}
-
-/// Key of the element that has the name as its key, or else as its display name.
-std::optional<std::string> KeyOf(TextureStore& store, const std::string& name)
-{
-    for (const TextureEntry& entry : store.List(kDetailTable)) {
-        if (entry.key == name)
-            return name;
-    }
-    return store.FindName(kDetailTable, name);
 }
 
 std::string SizeText(const TextureEntry& entry)
@@ -152,33 +140,6 @@ void Show(const TexturesOptions& options)
     line("Size", SizeText(element) + " pixels of " + std::to_string(element.bitsPerPixel) + " bits");
     if (!options.output.empty())
         std::cout << options.output << '\n';
-}
-
-/// Reads an image file. A failure has told its cause on the display.
-TextureElement ReadImage(const std::string& file)
-{
-    const auto progress = MakeObject<ConsoleProgress>();
-    ComPtr<IImageFile> image;
-    if (FAILED(
-            CoCreateInstance(CLSID_ImageFile, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<IImageFile>, image.OutVoid())))
-        throw std::runtime_error("The image reader, which lies beside the program's libraries, can't be loaded.");
-    image->SetProgressWindow(progress.Get());
-    image->SetFileName(BstrHolder(file).Get());
-    TextureElement element;
-    UINT width = 0;
-    UINT height = 0;
-    WORD bits = 0;
-    VARIANT pixels;
-    if (FAILED(image->Open()) || FAILED(image->GetWidth(&width)) || FAILED(image->GetHeight(&height)) ||
-        FAILED(image->ReadPixels()) || FAILED(image->GetPixels(&pixels)) || FAILED(image->GetBitsPerPixel(&bits)))
-        throw std::runtime_error("Nothing was imported.");
-    element.width = width;
-    element.height = height;
-    element.bitsPerPixel = bits;
-    const auto* first = static_cast<const std::uint8_t*>(pixels.byref);
-    element.pixels.assign(first, first + element.PixelSize().value_or(0));
-    image->Close();
-    return element;
 }
 
 void Import(const TexturesOptions& options)

@@ -97,15 +97,39 @@ void TerrainPainter::BeginShaded(const Camera& camera, double clear, double haze
     Set(*program_, "hazeColor", atmosphere_.hazeColor);
     program_->Set("hazeStart", clear);
     program_->Set("hazeLength", haze);
-    program_->Set("lightMap", 0);
-    program_->Set("waterMap", 1);
+    SetTextures();
+    program_->Set("lightMap", 2);
+    program_->Set("waterMap", 3);
     program_->Set("hasWater", hasWater_ ? 1 : 0);
+    gl_.ActiveTexture(GL_TEXTURE2);
+    light_->Bind();
     if (water_) {
-        gl_.ActiveTexture(GL_TEXTURE1);
+        gl_.ActiveTexture(GL_TEXTURE3);
         water_->Bind();
     }
     gl_.ActiveTexture(GL_TEXTURE0);
-    light_->Bind();
+}
+
+/// The surface binds its source texture on unit 0 and its detail texture on unit 1. The source covers the cells of the
+/// grid, without the border around it.
+void TerrainPainter::SetTextures() const
+{
+    LONG source = 0;
+    LONG detail = 0;
+    int brightness = 1;
+    terrain_.Surface().IsUsingTextureSource(&source);
+    terrain_.Surface().IsUsingTextureDetail(&detail);
+    terrain_.Surface().GetTextureDetailRGBGamma(&brightness);
+    const double columns = terrain_.Columns() - 2 * terrain_.Border();
+    const double rows = terrain_.Rows() - 2 * terrain_.Border();
+    const Vector3 units = terrain_.Ground().DrawUnits();
+    program_->Set("sourceMap", 0);
+    program_->Set("detailMap", 1);
+    program_->Set("hasSource", source);
+    program_->Set("hasDetail", detail);
+    program_->Set("detailScale", static_cast<double>(brightness));
+    program_->Set("sourceScale", 1.0 / (columns * units.x), 0.0, 1.0 / (rows * units.z));
+    program_->Set("sourceOrigin", 0.5 / columns, 0.0, 0.5 / rows);
 }
 
 void TerrainPainter::BeginFixed() const

@@ -31,6 +31,7 @@ public:
 
 private:
     void BeginShaded(const Camera& camera, double clear, double haze) const;
+    void SetTextures() const;
     void BeginFixed() const;
     void CutEdges() const;
 

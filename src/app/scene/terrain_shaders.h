@@ -7,18 +7,27 @@ inline constexpr char kTerrainVertexShader[] = R"(#version 120
 uniform vec3 toGround;      // tree units and normalised height to metres of true space
 uniform vec3 groundOrigin;
 varying vec3 ground;
-varying vec3 albedo;
+varying vec3 color;
+varying vec2 detailPlace;
 
 void main()
 {
     ground = gl_Vertex.xyz * toGround + groundOrigin;
-    albedo = pow(gl_Color.rgb, vec3(2.2));
+    color = gl_Color.rgb;
+    detailPlace = (gl_TextureMatrix[1] * gl_MultiTexCoord1).st;
     gl_Position = ftransform();
     gl_ClipVertex = gl_ModelViewMatrix * gl_Vertex;
 }
 )";
 
 inline constexpr char kTerrainFragmentShader[] = R"(#version 120
+uniform sampler2D sourceMap;   // the terrain's own two textures, on the units where it binds them
+uniform sampler2D detailMap;
+uniform int hasSource;
+uniform int hasDetail;
+uniform float detailScale;
+uniform vec3 sourceScale;      // ground x and z to the place in the source texture
+uniform vec3 sourceOrigin;
 uniform sampler2D lightMap;    // normal x and z, sunlight, skylight
 uniform sampler2D waterMap;
 uniform int hasWater;
@@ -33,7 +42,18 @@ uniform vec3 hazeColor;
 uniform float hazeStart;
 uniform float hazeLength;
 varying vec3 ground;
-varying vec3 albedo;
+varying vec3 color;
+varying vec2 detailPlace;
+
+// What the terrain's two texture units make of a colour: times the source, plus the detail's departure from mid-grey.
+vec3 Textured(vec3 base)
+{
+    if (hasSource != 0)
+        base *= texture2D(sourceMap, ground.xz * sourceScale.xz + sourceOrigin.xz).rgb;
+    if (hasDetail != 0)
+        base = clamp((base + texture2D(detailMap, detailPlace).rgb - 0.5) * detailScale, 0.0, 1.0);
+    return base;
+}
 
 vec3 Encode(vec3 light)
 {
@@ -54,10 +74,12 @@ void main()
     float sun = max(dot(normal, sunDirection), 0.0) * texel.b;
     // Steep ground is bare: it shows rock in place of what grows on it.
     vec3 rock = vec3(0.27, 0.235, 0.20);
-    vec3 cover = mix(rock, albedo, smoothstep(0.62, 0.88, normal.y) * 0.65 + 0.35);
+    vec3 albedo = pow(Textured(color), vec3(2.2));
+    float grown = hasSource != 0 ? 1.0 : smoothstep(0.62, 0.88, normal.y) * 0.65 + 0.35;
+    vec3 cover = mix(rock, albedo, grown);
     vec3 ambient = mix(groundColor, skyColor, 0.5 + 0.5 * normal.y) * texel.a;
-    vec3 color = cover * (sunColor * sun + ambient);
-    if (hasWater != 0) {
+    vec3 lit = cover * (sunColor * sun + ambient);
+    if (hasWater != 0 && hasSource == 0) {
         float water = smoothstep(0.35, 0.65, texture2D(waterMap, place).r);
         float grazing = pow(1.0 - max(toEye.y, 0.0), 4.0);
         vec3 mirrored = vec3(-toEye.x, toEye.y, -toEye.z);
@@ -65,10 +87,10 @@ void main()
         float offshore = texture2D(waterMap, place, 4.0).r;  // averaged over the neighbourhood: less near a shore
         vec3 depths = mix(vec3(0.02, 0.125, 0.18), vec3(0.008, 0.06, 0.125), smoothstep(0.45, 1.0, offshore));
         vec3 sea = mix(depths * (0.7 + texel.b), hazeColor, 0.03 + 0.7 * grazing) + sunColor * glint * 0.25;
-        color = mix(color, sea, water);
+        lit = mix(lit, sea, water);
     }
     float haze = 1.0 - exp(-max(distance - hazeStart, 0.0) / hazeLength);
-    gl_FragColor = vec4(Encode(mix(color, hazeColor, haze)), 1.0);
+    gl_FragColor = vec4(Encode(mix(lit, hazeColor, haze)), 1.0);
 }
 )";
 

@@ -1,0 +1,115 @@
+#include "app/commands/commands.h"
+#include "app/options/terrain_input.h"
+#include "app/output/png_file.h"
+#include "app/output/temporary_file.h"
+#include "app/scene/palettes.h"
+#include "host/console_progress.h"
+#include "host/kvo_host.h"
+#include "host/terrain_session.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+namespace tessara {
+
+namespace {
+
+struct MapOptions {
+    TerrainInput input;
+    std::string output;
+    std::string palette = "classic";
+};
+
+/// A texture service that keeps the picture of the last texture in place of uploading it: so the map comes out pixel
+/// for pixel as the surface paints it, at any size and without OpenGL.
+class PictureKeeper final : public ComObject<ITextureMgr> {
+public:
+    HRESULT STDMETHODCALLTYPE CreateTexture(LONG width, LONG height, LONG bitsPerPixel, const void* pixels,
+                                            ULONG* id) override
+    {
+        const auto* first = static_cast<const std::uint8_t*>(pixels);
+        pixels_.assign(first, first + static_cast<std::ptrdiff_t>(width) * height * bitsPerPixel / 8);
+        width_ = width;
+        height_ = height;
+        *id = 1;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE UnbindTexture() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE ReleaseTexture(ULONG) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE BindTexture(ULONG) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetTextureData(ULONG, LONG*, LONG*, LONG*, LONG, void**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SelectTextureUnit(ULONG) override { return E_NOTIMPL; }
+    LONG STDMETHODCALLTYPE HasMultitexture() override { return 0; }
+    HRESULT STDMETHODCALLTYPE SetElementName(BSTR) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE SetTextureName(BSTR) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetImplementation(CTextureMgrImp** implementation) override
+    {
+        *implementation = nullptr;
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE ResetTextureUnit() override { return S_OK; }
+
+    int Width() const noexcept { return width_; }
+    int Height() const noexcept { return height_; }
+
+    /// The picture as red, green and blue, the top row first; the surface gives blue first and the bottom row first.
+    std::vector<std::uint8_t> TopDown() const
+    {
+        std::vector<std::uint8_t> picture;
+        picture.reserve(pixels_.size());
+        const std::size_t row = static_cast<std::size_t>(width_) * 3;
+        for (std::size_t first = pixels_.size(); first >= row && row > 0; first -= row) {
+            for (std::size_t at = first - row; at < first; at += 3)
+                picture.insert(picture.end(), {pixels_[at + 2], pixels_[at + 1], pixels_[at]});
+        }
+        return picture;
+    }
+
+private:
+    std::vector<std::uint8_t> pixels_;
+    int width_ = 0;
+    int height_ = 0;
+};
+
+void WriteMap(const MapOptions& options)
+{
+    RequireWritable(options.output, options.input.file);
+    const auto progress = MakeObject<ConsoleProgress>();
+    const ElevationData data = LoadTerrain(options.input, *progress);
+    const auto keeper = MakeObject<PictureKeeper>();
+    const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(keeper.Get()), ComPtr<IProgressWindow>(progress.Get()));
+    const auto palette = MakePalette(options.palette);
+    TerrainOptions terrainOptions;
+    terrainOptions.palette = palette.get();
+    const TerrainSession terrain(data, terrainOptions, ComPtr<IKvoHost>(host.Get()));
+    if (FAILED(terrain.Surface().CreateTextureSurface2D()) || keeper->Width() == 0)
+        throw std::runtime_error("There is not enough memory for the map.");
+    WritePng(options.output, keeper->Width(), keeper->Height(), keeper->TopDown());
+    progress->Clear();
+    std::cout << keeper->Width() << " x " << keeper->Height() << " pixels\n" << options.output << '\n';
+}
+
+}  // namespace
+
+void AddMapCommand(CLI::App& program)
+{
+    const auto options = std::make_shared<MapOptions>();
+    CLI::App& command =
+        *program.add_subcommand("map", "Write the heights as a flat picture, one pixel a cell, north up")
+             ->group("Commands");
+    AddTerrainInput(command, options->input);
+    command.add_option("-o,--output", options->output, "The picture to write")->required()->option_text("MAP.png");
+    command.add_option("--palette", options->palette, "Colours of the heights [classic]")
+        ->check(CLI::IsMember(PaletteNames()))
+        ->option_text("classic|natural|desert|grey");
+    command.callback([options] { WriteMap(*options); });
+}
+
+}  // namespace tessara

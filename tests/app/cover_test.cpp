@@ -1,0 +1,112 @@
+// What covers a terrain: images, detail textures, colours, and the flat map.
+
+#include "app/output/png_file.h"
+#include "app/picture.h"
+#include "app/program.h"
+
+#include <gtest/gtest.h>
+
+namespace tessara {
+namespace {
+
+class Cover : public testing::Test {
+protected:
+    Cover()
+    {
+        WriteGrid(plain, 32, 32, [](int, int) { return 5; });
+    }
+
+    /// The plain from above, north up, in even light.
+    Picture FromAbove(std::vector<std::string> options)
+    {
+        std::vector<std::string> arguments = {"render",    plain,     "-o",     scratch / "picture.png",
+                                              "--size",    "200x200", "--tilt", "90",
+                                              "--azimuth", "0",       "--sun",  "0,90",
+                                              "--palette", "grey"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const ProgramRun run = RunTessara(arguments);
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+        EXPECT_EQ(run.errors.find("texture"), std::string::npos) << run.errors;  // a search leaves no message
+        return ReadPicture(scratch / "picture.png");
+    }
+
+    /// Mean brightness of the middle of a picture.
+    static int Middle(const Picture& picture)
+    {
+        const Picture::Pixel mean = picture.Mean(70, 70, 60, 60);
+        return mean.red + mean.green + mean.blue;
+    }
+
+    ScratchFolder scratch;
+    std::string plain = scratch / "plain.asc";
+};
+
+TEST_F(Cover, AnImageLiesNorthUpAndIsNotMirrored)
+{
+    // Red in the north-west, green in the north-east, blue in the south-west, black in the south-east.
+    std::vector<std::uint8_t> pixels;
+    for (int y = 0; y < 8; ++y) {
+        for (int x = 0; x < 8; ++x) {
+            const bool west = x < 4;
+            const bool north = y < 4;
+            for (const bool on : {west && north, !west && north, west && !north})
+                pixels.push_back(on ? 255 : 0);
+        }
+    }
+    const std::string image = scratch / "corners.png";
+    WritePng(image, 8, 8, pixels);
+    const Picture picture = FromAbove({"--source", image, "--no-color"});
+    const auto at = [&](int x, int y) { return picture.Mean(x - 8, y - 8, 16, 16); };
+    const Picture::Pixel northWest = at(65, 65);
+    EXPECT_GT(northWest.red, northWest.green + 60);
+    const Picture::Pixel northEast = at(135, 65);
+    EXPECT_GT(northEast.green, northEast.red + 60);
+    const Picture::Pixel southWest = at(65, 135);
+    EXPECT_GT(southWest.blue, southWest.red + 60);
+    const Picture::Pixel southEast = at(135, 135);
+    EXPECT_LT(southEast.red + southEast.green + southEast.blue, 90);
+}
+
+TEST_F(Cover, ADetailTextureShowsAndHighBrightnessBrightens)
+{
+    const int plainLight = Middle(FromAbove({}));
+    const Picture low = FromAbove({"--detail", "Rock", "--tiling", "4", "4"});
+    const Picture high = FromAbove({"--detail", "Rock", "--tiling", "4", "4", "--brightness", "high"});
+    int differing = 0;
+    for (int i = 0; i < 60; ++i)
+        differing += Difference(low.At(70 + i, 100), low.At(100, 100)) > 10 ? 1 : 0;
+    EXPECT_GT(differing, 15);                   // the plain itself has one colour
+    EXPECT_NEAR(Middle(low), plainLight, 130);  // grey around the middle
+    EXPECT_GT(Middle(high), Middle(low) + 40);
+    EXPECT_GT(Middle(FromAbove({"--no-color"})), plainLight + 40);  // white in place of the palette
+}
+
+TEST_F(Cover, WhatIsNotThereIsSaidAndNothingIsWritten)
+{
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{"--detail", "No such texture"}, {"--source", scratch / "missing.png"}}) {
+        std::vector<std::string> arguments = {"render", plain, "-o", scratch / "picture.png"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const ProgramRun run = RunTessara(arguments);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_NE(run.errors.find(options[1]), std::string::npos) << run.errors;
+        EXPECT_EQ(scratch.List(), std::vector<std::string>{"plain.asc"});
+    }
+}
+
+TEST_F(Cover, TheMapHasAPixelACellWithTheNorthernRowAtTheTop)
+{
+    const std::string slope = scratch / "slope.asc";
+    WriteGrid(slope, 5, 3, [](int x, int y) { return x == 4 && y == 0 ? 255 : 10 * y; });
+    const ProgramRun run = RunTessara({"map", slope, "-o", scratch / "map.png"});
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    const Picture map = ReadPicture(scratch / "map.png");
+    ASSERT_EQ(map.width, 5);
+    ASSERT_EQ(map.height, 3);
+    EXPECT_EQ(Difference(map.At(4, 0), {255, 255, 255}), 0);  // the top of the ramp
+    EXPECT_EQ(Difference(map.At(0, 0), {0, 136, 0}), 0);      // the bottom
+    EXPECT_EQ(Difference(map.At(0, 2), {0, 168, 0}), 0);      // entry 20
+}
+
+}  // namespace
+}  // namespace tessara
