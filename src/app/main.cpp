@@ -55,6 +55,7 @@ int Run(int argc, char** argv)
     AddSampleCommand(program);
     AddMapCommand(program);
     AddTexturesCommand(program);
+    AddRegistrationCommands(program);
     program.footer(kFooter);
     if (argc < 2) {
         std::cerr << program.help();

@@ -15,4 +15,7 @@ void AddSampleCommand(CLI::App& program);
 void AddMapCommand(CLI::App& program);
 void AddTexturesCommand(CLI::App& program);
 
+/// Adds the commands register, unregister and classes.
+void AddRegistrationCommands(CLI::App& program);
+
 }  // namespace tessara
