@@ -33,6 +33,8 @@ TEST_F(Usage, MistakesOnTheCommandLineEndWithTwo)
         {"render", grid, "-o", out, "--camera", "1,2"},
         {"render", grid, "-o", out, "--camera", "1,2,nan"},
         {"render", grid, "-o", out, "--fov", "180"},
+        {"render", grid, "-o", out, "--azimuth", "nan"},
+        {"render", grid, "-o", out, "--exaggeration", "-1"},
         {"render", grid, "-o", out, "--fill", "holes"},
         {"render", grid, "-o", out, "--sun", "10,95"},
         {"render", grid, "-o", out, "--frames", "0"},

@@ -1,4 +1,5 @@
 #include "app/commands/commands.h"
+#include "app/options/number_range.h"
 #include "app/output/temporary_file.h"
 #include "host/console_progress.h"
 #include "host/elevation/elevation_writer.h"
@@ -46,7 +47,7 @@ void AddSampleCommand(CLI::App& program)
         ->required()
         ->option_text("FILE");
     command.add_option("--size", options->size, "Heights along an edge [513]")
-        ->check(CLI::Range(kSmallestSampleSize, kLargestSampleSize))
+        ->check(NumberBetween(kSmallestSampleSize, kLargestSampleSize))
         ->option_text("N");
     command.add_option("--seed", options->seed, "Another number makes another terrain")->option_text("N");
     command.callback([options] { WriteSample(*options); });

@@ -1,5 +1,6 @@
 #include "app/options/terrain_input.h"
 
+#include "app/options/number_range.h"
 #include "host/console_progress.h"
 #include "host/elevation/sample_terrain.h"
 
@@ -7,7 +8,6 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <cstdint>
 #include <map>
 
 namespace tessara {
@@ -28,17 +28,17 @@ void AddTerrainInput(CLI::App& command, TerrainInput& input)
         ->transform(CLI::CheckedTransformer(fills))
         ->option_text("smooth|lowest");
     command.add_option("--spacing", input.reading.spacing, "Metres from one cell to the next [as the file says]")
-        ->check(CLI::Range(1e-6, 1e6))
+        ->check(NumberBetween(1e-6, 1e6))
         ->option_text("METRES");
     command.add_option("--no-data", input.reading.noData, "A height that means no data [as the file says]")
         ->option_text("HEIGHT");
     command
         .add_option("--max-cells", input.reading.maximumCells,
                     "A file of more cells is read at a lower resolution [16785409]")
-        ->check(CLI::Range(std::int64_t{4}, std::int64_t{1} << 30))
+        ->check(NumberBetween(4, 1 << 30))
         ->option_text("N");
     command.add_option("--exaggeration", input.exaggeration, "Factor on heights; 1 shows true proportions [1]")
-        ->check(CLI::Range(0.001, 1000.0))
+        ->check(NumberBetween(0.001, 1000.0))
         ->option_text("FACTOR");
 }
 

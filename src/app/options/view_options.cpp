@@ -1,6 +1,7 @@
 #include "app/options/view_options.h"
 
 #include "app/options/number_list.h"
+#include "app/options/number_range.h"
 #include "app/scene/framing.h"
 #include "host/ground_frame.h"
 
@@ -103,27 +104,28 @@ void AddViewOptions(CLI::App& command, ViewOptions& view)
         .add_option("--azimuth", view.azimuth,
                     "Compass direction that a camera without a place looks in:\n"
                     "0 is north, 90 east [24]")
+        ->check(NumberBetween(-360.0, 360.0))
         ->option_text("DEGREES");
     command
         .add_option("--tilt", view.tilt,
                     "How far it looks down: 90 gives a map, with north at the top\n"
                     "for azimuth 0 [30]")
-        ->check(CLI::Range(-90.0, 90.0))
+        ->check(NumberBetween(-90.0, 90.0))
         ->option_text("DEGREES");
     command.add_option("--fov", view.fieldOfView, "Field of view across the picture [36]")
-        ->check(CLI::Range(1.0, 170.0))
+        ->check(NumberBetween(1.0, 170.0))
         ->option_text("DEGREES");
     command
         .add_option("--lod", view.levelOfDetail,
                     "Level of detail: a height that would be 1 m off is put right out\n"
                     "to this distance [such that errors stay below a pixel]")
-        ->check(CLI::Range(0.0, 1e9))
+        ->check(NumberBetween(0.0, 1e9))
         ->option_text("METRES");
     command
         .add_option("--frames", view.frames,
                     "Frames for which the detail adapts to the camera\n"
                     "[until the triangles stay the same]")
-        ->check(CLI::Range(1, 10000))
+        ->check(NumberBetween(1, 10000))
         ->option_text("N");
 }
 
