@@ -23,6 +23,8 @@ Examples:
   tessara render alps.tif -o alps.png    a picture of a file
   tessara dump alps.tif -o alps.stl      its triangles, for a 3D printer
   tessara info alps.tif                  what the file holds
+  tessara project create alps.tif -o alps.tessara --sun 135,30
+                                         a project, which every command reads
 
 tessara COMMAND --help tells the options of a command. A command that writes a
 file prints the file's path as its last line.
@@ -56,6 +58,7 @@ int Run(int argc, char** argv)
     AddMapCommand(program);
     AddTexturesCommand(program);
     AddRegistrationCommands(program);
+    AddProjectCommand(program);
     program.footer(kFooter);
     if (argc < 2) {
         std::cerr << program.help();

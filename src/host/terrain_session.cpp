@@ -55,7 +55,7 @@ TerrainSession::TerrainSession(const ElevationData& data, const TerrainOptions& 
       surface_(CreateSurface()),
       border_(options.border)
 {
-    FillMatrix(data);
+    FillMatrix(data, options.elevations);
     if (options.palette)
         matrix_->SetPalette(new ElevationPalette(*options.palette));
     surface_->InitServer();
@@ -72,7 +72,7 @@ TerrainSession::~TerrainSession()
     surface_->StopServer();
 }
 
-void TerrainSession::FillMatrix(const ElevationData& data)
+void TerrainSession::FillMatrix(const ElevationData& data, const std::vector<float>* elevations)
 {
     columns_ = data.width + 2 * border_;
     rows_ = data.height + 2 * border_;
@@ -85,10 +85,10 @@ void TerrainSession::FillMatrix(const ElevationData& data)
                                  std::to_string(rows_) + " cells.");
     for (LONG row = 0; row < rows_; ++row) {
         const auto y = static_cast<std::size_t>(std::clamp(row - border_, 0, data.height - 1));
-        const float* metres = data.metres.data() + y * static_cast<std::size_t>(data.width);
+        const float* from = (elevations ? *elevations : data.metres).data() + y * static_cast<std::size_t>(data.width);
         for (LONG column = 0; column < columns_; ++column, ++element) {
             const LONG x = std::clamp(column - border_, 0, data.width - 1);
-            element->value = static_cast<float>(ground_.Normalise(static_cast<double>(metres[x])));
+            element->value = elevations ? from[x] : static_cast<float>(ground_.Normalise(static_cast<double>(from[x])));
         }
     }
 }
@@ -100,7 +100,9 @@ void TerrainSession::Start(const TerrainOptions& options, IKvoHost& host)
     surface_->SetElevationScale(static_cast<float>(ground_.ElevationScale()));
     surface_->SetLOD(static_cast<float>(options.levelOfDetail));
     const auto border = static_cast<float>(border_);
-    surface_->SetTranslation3D(-border, 0.0f, -border);
+    surface_->SetTranslation3D(0.0f - border, 0.0f, 0.0f - border);
+    if (!options.buildTree)
+        return;
     const std::size_t before = ResidentBytes();
     if (FAILED(surface_->InitQuadTree()))
         throw std::runtime_error("There is not enough memory for the terrain's tree over " + std::to_string(columns_) +

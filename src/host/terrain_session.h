@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace tessara {
 
@@ -23,6 +24,13 @@ struct TerrainOptions {
     /// Cells that repeat the outermost heights around the grid, so that whatever the surface draws beyond the grid's
     /// outermost points can be cut off. The terrain stands at the same place with and without.
     int border = 0;
+
+    /// Normalised elevations to take, to the bit, in place of the data's heights; as many as those. Null takes the
+    /// heights.
+    const std::vector<float>* elevations = nullptr;
+
+    /// False leaves the tree out: the terrain can be saved but not drawn.
+    bool buildTree = true;
 };
 
 /// A terrain of the component, made of elevation data: from the load of the module to a built quadtree, and down again.
@@ -51,7 +59,7 @@ public:
     void DumpPolygons(const std::string& path, ICameraObject& camera) const;
 
 private:
-    void FillMatrix(const ElevationData& data);
+    void FillMatrix(const ElevationData& data, const std::vector<float>* elevations);
     void Start(const TerrainOptions& options, IKvoHost& host);
 
     GroundFrame ground_;

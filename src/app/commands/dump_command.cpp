@@ -30,16 +30,21 @@ void Dump(const DumpOptions& options)
 {
     RequireWritable(options.output, options.input.file);
     const auto progress = MakeObject<ConsoleProgress>();
-    const ElevationData data = LoadTerrain(options.input, *progress);
+    ViewOptions view = options.view;
+    const LoadedTerrain loaded = LoadTerrain(options.input, view, *progress);
+    const ElevationData& data = loaded.data;
     progress->Show("Building the terrain", 0.0);
     const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
-    const TerrainSession terrain(data, {options.input.exaggeration, LevelOfDetailOf(options.view)},
+    const TerrainSession terrain(data,
+                                 {.exaggeration = loaded.exaggeration,
+                                  .levelOfDetail = LevelOfDetailOf(view),
+                                  .elevations = loaded.SavedElevations()},
                                  ComPtr<IKvoHost>(host.Get()));
-    const auto camera = MakeCamera(options.view, terrain.Ground(), OutlineOf(data, terrain.Ground()));
+    const auto camera = MakeCamera(view, terrain.Ground(), OutlineOf(data, terrain.Ground()));
 
     progress->Show("Writing the triangles", 0.5);
     TemporaryFile dump(options.output);
-    const std::uint64_t triangles = DumpFrame(terrain, *camera, options.view.frames, dump.Path());
+    const std::uint64_t triangles = DumpFrame(terrain, *camera, view.frames, dump.Path());
     const MeshFormat format = MeshFormatOf(options.output);
     if (format == MeshFormat::Text)
         dump.Commit();

@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
 #include "app/options/terrain_input.h"
+#include "app/options/view_options.h"
 #include "app/output/png_file.h"
 #include "app/output/temporary_file.h"
 #include "app/scene/palettes.h"
@@ -24,7 +25,7 @@ namespace {
 struct MapOptions {
     TerrainInput input;
     std::string output;
-    std::string palette = "classic";
+    std::string palette;
 };
 
 /// A texture service that keeps the picture of the last texture in place of uploading it: so the map comes out pixel
@@ -82,13 +83,16 @@ void WriteMap(const MapOptions& options)
 {
     RequireWritable(options.output, options.input.file);
     const auto progress = MakeObject<ConsoleProgress>();
-    const ElevationData data = LoadTerrain(options.input, *progress);
+    ViewOptions view;
+    const LoadedTerrain loaded = LoadTerrain(options.input, view, *progress);
     const auto keeper = MakeObject<PictureKeeper>();
     const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(keeper.Get()), ComPtr<IProgressWindow>(progress.Get()));
-    const auto palette = MakePalette(options.palette);
+    const auto palette = loaded.Colours(options.palette, "classic");
     TerrainOptions terrainOptions;
     terrainOptions.palette = palette.get();
-    const TerrainSession terrain(data, terrainOptions, ComPtr<IKvoHost>(host.Get()));
+    terrainOptions.elevations = loaded.SavedElevations();
+    terrainOptions.buildTree = false;
+    const TerrainSession terrain(loaded.data, terrainOptions, ComPtr<IKvoHost>(host.Get()));
     if (FAILED(terrain.Surface().CreateTextureSurface2D()) || keeper->Width() == 0)
         throw std::runtime_error("There is not enough memory for the map.");
     WritePng(options.output, keeper->Width(), keeper->Height(), keeper->TopDown());
@@ -106,7 +110,7 @@ void AddMapCommand(CLI::App& program)
              ->group("Commands");
     AddTerrainInput(command, options->input);
     command.add_option("-o,--output", options->output, "The picture to write")->required()->option_text("MAP.png");
-    command.add_option("--palette", options->palette, "Colours of the heights [classic]")
+    command.add_option("--palette", options->palette, "Colours of the heights [classic, or those of the project]")
         ->check(CLI::IsMember(PaletteNames()))
         ->option_text("classic|natural|desert|grey");
     command.callback([options] { WriteMap(*options); });

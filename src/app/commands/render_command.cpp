@@ -1,5 +1,5 @@
 #include "app/commands/commands.h"
-#include "app/options/number_list.h"
+#include "app/options/look_options.h"
 #include "app/options/terrain_input.h"
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
@@ -23,7 +23,6 @@
 #include <iostream>
 #include <memory>
 #include <numbers>
-#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -45,33 +44,15 @@ struct RenderOptions {
     ViewOptions view;
     TextureOptions textures;
     std::string output;
-    std::optional<std::pair<double, double>> sun;  ///< compass direction and height in degrees
-    std::string palette = PaletteNames().front();
+    LookOptions look;
     bool wireframe = false;
     bool antialias = true;
 };
 
-void AddSun(CLI::App& command, RenderOptions& options)
-{
-    command
-        .add_option_function<std::string>(
-            "--sun",
-            [&options](const std::string& text) {
-                const auto numbers = ParseNumbers(text, ',', 2);
-                if (numbers.empty() || numbers[1] < 0.0 || numbers[1] > 90.0)
-                    throw CLI::ValidationError("--sun", "expects a compass direction and a height from 0 to 90 such as "
-                                                        "315,40, not " +
-                                                            text);
-                options.sun = {numbers[0], numbers[1]};
-            },
-            "Compass direction and height of the sun in degrees\n[left of the camera, 38 high]")
-        ->option_text("DIRECTION,HEIGHT");
-}
-
 Atmosphere AtmosphereOf(const RenderOptions& options, const Camera& camera)
 {
-    if (options.sun)
-        return SunlitAtmosphere(options.sun->first, options.sun->second);
+    if (options.look.sun)
+        return SunlitAtmosphere(options.look.sun->first, options.look.sun->second);
     const Vector3 left = camera.Right() * -1.0;
     const double azimuth = std::atan2(left.x, -left.z) * 180.0 / std::numbers::pi;
     return SunlitAtmosphere(azimuth + 10.0, 38.0);
@@ -89,11 +70,16 @@ std::uint32_t Settle(const Scene& scene, Camera& camera, int frames)
     return triangles;
 }
 
-void Render(const RenderOptions& options)
+void Render(RenderOptions options)
 {
     RequireWritable(options.output, options.input.file);
     const auto progress = MakeObject<ConsoleProgress>();
-    const ElevationData data = LoadTerrain(options.input, *progress);
+    const LoadedTerrain loaded = LoadTerrain(options.input, options.view, *progress);
+    const ElevationData& data = loaded.data;
+    if (!options.look.sun)
+        options.look.sun = loaded.view.sun;
+    if (!options.textures.color)
+        options.textures.color = loaded.view.color;
 
     OffscreenContext context;
     GlFunctions gl;
@@ -104,17 +90,17 @@ void Render(const RenderOptions& options)
     progress->Show("Building the terrain", 0.0);
     const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(MakeObject<TextureService>().Get()),
                                           ComPtr<IProgressWindow>(progress.Get()));
-    const auto palette = MakePalette(options.palette);
+    const auto palette = loaded.Colours(options.look.palette, PaletteNames().front());
     const double detail =
         options.wireframe ? LevelOfDetailOf(options.view, kWirePixels) : LevelOfDetailOf(options.view);
-    const TerrainSession terrain(data, {options.input.exaggeration, detail, palette.get(), kBorder},
+    const TerrainSession terrain(data, {loaded.exaggeration, detail, palette.get(), kBorder, loaded.SavedElevations()},
                                  ComPtr<IKvoHost>(host.Get()));
-    ApplyTextures(terrain.Surface(), options.textures);
+    ApplyTextures(terrain.Surface(), loaded.place.Get(), options.textures, *progress);
     const auto outline = OutlineOf(data, terrain.Ground());
     const auto camera = MakeCamera(options.view, terrain.Ground(), outline);
     const Atmosphere atmosphere = AtmosphereOf(options, *camera);
     progress->Show("Lighting", 0.3);
-    const LightMap light = MakeLightMap(data, options.input.exaggeration, atmosphere.sunDirection, kLightMapSide);
+    const LightMap light = MakeLightMap(data, loaded.exaggeration, atmosphere.sunDirection, kLightMapSide);
     progress->Show("Drawing", 0.6);
     const Scene scene(gl, data, terrain, light, outline, {atmosphere, options.wireframe});
     target.Bind();
@@ -137,11 +123,8 @@ void AddRenderCommand(CLI::App& program)
     AddTerrainInput(command, options->input);
     command.add_option("-o,--output", options->output, "The picture to write")->required()->option_text("PICTURE.png");
     AddViewOptions(command, options->view);
-    AddSun(command, *options);
+    AddLookOptions(command, options->look);
     AddTextureOptions(command, options->textures);
-    command.add_option("--palette", options->palette, "Colours of the heights [natural]")
-        ->check(CLI::IsMember(PaletteNames()))
-        ->option_text("natural|classic|desert|grey");
     command.add_flag("--wireframe", options->wireframe, "Draw the edges of the triangles only");
     command.add_flag_callback(
         "--no-antialias", [options] { options->antialias = false; }, "Leave edges jagged, which is quicker");

@@ -35,4 +35,21 @@ TextureElement ReadImage(const std::string& file)
     return element;
 }
 
+std::vector<std::uint8_t> NorthFirst(const TextureElement& image)
+{
+    const std::size_t depth = image.bitsPerPixel / 8u;
+    const std::size_t columns = image.width;
+    std::vector<std::uint8_t> pixels;
+    pixels.reserve(columns * image.height * 4);
+    for (std::size_t y = image.height; y-- > 0;) {
+        const std::uint8_t* pixel = image.pixels.data() + y * columns * depth;
+        for (std::size_t x = 0; x < columns; ++x, pixel += depth) {
+            for (const std::size_t channel : {0u, 1u, 2u})
+                pixels.push_back(pixel[depth == 1 ? 0 : channel]);
+            pixels.push_back(depth == 4 ? pixel[3] : 255);
+        }
+    }
+    return pixels;
+}
+
 }  // namespace tessara

@@ -2,6 +2,8 @@
 
 #include "host/textures/database_place.h"
 
+#include <stdexcept>
+
 namespace tessara {
 
 std::optional<std::string> KeyOf(TextureStore& store, const std::string& name)
@@ -11,6 +13,21 @@ std::optional<std::string> KeyOf(TextureStore& store, const std::string& name)
             return name;
     }
     return store.FindName(kDetailTable, name);
+}
+
+DetailTexture FindDetailTexture(const std::string& name)
+{
+    for (const bool ofUser : {true, false}) {
+        const auto store = (ofUser ? UserDatabase() : SystemDatabase()).Open();
+        const auto key = store ? KeyOf(*store, name) : std::nullopt;
+        if (!key)
+            continue;
+        for (const TextureEntry& entry : store->List(kDetailTable)) {
+            if (entry.key == *key)
+                return {*key, entry.displayName, ofUser};
+        }
+    }
+    throw std::runtime_error("There is no texture \"" + name + "\". \"tessara textures list\" tells what there is.");
 }
 
 }  // namespace tessara

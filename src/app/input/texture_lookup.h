@@ -10,4 +10,15 @@ namespace tessara {
 /// Key of the detail texture that has the name as its key, or else as its display name.
 std::optional<std::string> KeyOf(TextureStore& store, const std::string& name);
 
+/// A detail texture and the database that has it.
+struct DetailTexture {
+    std::string key;
+    std::string displayName;
+    bool ofUser = false;
+};
+
+/// Looks a detail texture up by key or display name, among the user's own first.
+/// \throws std::runtime_error where no database has it
+DetailTexture FindDetailTexture(const std::string& name);
+
 }  // namespace tessara

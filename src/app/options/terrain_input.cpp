@@ -1,14 +1,20 @@
 #include "app/options/terrain_input.h"
 
 #include "app/options/number_range.h"
+#include "app/options/view_options.h"
+#include "app/scene/palettes.h"
 #include "host/console_progress.h"
 #include "host/elevation/sample_terrain.h"
+#include "host/project/project_file.h"
+#include "host/project/project_terrain.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
 #include <map>
+#include <stdexcept>
+#include <utility>
 
 namespace tessara {
 
@@ -17,8 +23,9 @@ void AddTerrainInput(CLI::App& command, TerrainInput& input)
     command
         .add_option("FILE", input.file,
                     "Elevation file: GeoTIFF, SRTM HGT, ESRI ASCII grid, USGS DEM,\n"
-                    "16-bit PNG and others [the built-in sample]")
+                    "16-bit PNG and others; or a project [the built-in sample]")
         ->option_text(" ");
+    command.add_option("--terrain", input.element, "Which terrain of a project [the first]")->option_text("NAME");
     const std::map<std::string, ElevationFill> fills{{"lowest", ElevationFill::Lowest},
                                                      {"smooth", ElevationFill::Smooth}};
     command
@@ -42,21 +49,67 @@ void AddTerrainInput(CLI::App& command, TerrainInput& input)
         ->option_text("FACTOR");
 }
 
-ElevationData LoadTerrain(const TerrainInput& input, ConsoleProgress& progress)
+namespace {
+
+ElevationData ReadElevations(const TerrainInput& input, ConsoleProgress& progress)
 {
     const auto show = [&](const char* title) {
         return [&progress, title](double fraction) { progress.Show(title, fraction); };
     };
-    if (input.file.empty()) {
-        ElevationData data = MakeSampleTerrain(kSampleTerrainSize, kSampleTerrainSeed, show("Making the sample"));
-        progress.Clear();
-        return data;
-    }
-    ElevationData data = ReadElevationFile(input.file, input.reading, show("Reading"));
+    ElevationData data = input.file.empty()
+                             ? MakeSampleTerrain(kSampleTerrainSize, kSampleTerrainSeed, show("Making the sample"))
+                             : ReadElevationFile(input.file, input.reading, show("Reading"));
     progress.Clear();
-    for (const std::string& note : data.notes)
-        progress.Say(input.file + ": " + note);
+    if (!input.file.empty()) {
+        for (const std::string& note : data.notes)
+            progress.Say(input.file + ": " + note);
+    }
     return data;
+}
+
+LoadedTerrain ReadProject(const TerrainInput& input)
+{
+    LoadedTerrain loaded;
+    loaded.place = OpenElement(input.file, input.element);
+    ProjectTerrain terrain = ReadTerrain(*loaded.place);
+    loaded.data = std::move(terrain.data);
+    loaded.exaggeration = terrain.exaggeration;
+    loaded.elevations = std::move(terrain.elevations);
+    loaded.palette = std::make_unique<ElevationPalette>(terrain.palette);
+    loaded.view = std::move(terrain.view);
+    return loaded;
+}
+
+}  // namespace
+
+ComPtr<ProjectPlace> OpenElement(const std::string& project, const std::string& element)
+{
+    const ProjectFile file(project);
+    if (file.Elements().empty())
+        throw std::runtime_error("The project \"" + project + "\" has no terrain.");
+    ComPtr<ProjectPlace> place = file.Open(element.empty() ? file.Elements().front() : element);
+    if (!place)
+        throw std::runtime_error("The project \"" + project + "\" has no terrain of the name \"" + element + "\".");
+    return place;
+}
+
+LoadedTerrain LoadTerrain(const TerrainInput& input, ViewOptions& view, ConsoleProgress& progress)
+{
+    LoadedTerrain loaded;
+    if (!input.file.empty() && IsProjectFile(input.file))
+        loaded = ReadProject(input);
+    else
+        loaded.data = ReadElevations(input, progress);
+    loaded.exaggeration = input.exaggeration.value_or(loaded.exaggeration);
+    FillIn(view, loaded.view);
+    return loaded;
+}
+
+std::unique_ptr<ElevationPalette> LoadedTerrain::Colours(const std::string& asked, const std::string& otherwise) const
+{
+    if (asked.empty() && palette)
+        return std::make_unique<ElevationPalette>(*palette);
+    return MakePalette(asked.empty() ? otherwise : asked);
 }
 
 std::string NameOf(const TerrainInput& input)

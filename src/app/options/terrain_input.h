@@ -1,8 +1,14 @@
 #pragma once
 
 #include "host/elevation/elevation_file.h"
+#include "host/project/project_place.h"
+#include "host/project/project_view.h"
+#include "textures/elevation_palette.h"
 
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -11,20 +17,44 @@ class App;
 namespace tessara {
 
 class ConsoleProgress;
+struct ViewOptions;
 
 /// Which terrain a command works on.
 struct TerrainInput {
-    std::string file;  ///< empty for the built-in sample
+    std::string file;     ///< an elevation file or a project; empty for the built-in sample
+    std::string element;  ///< which terrain of a project; empty for the first one
     ElevationReadOptions reading;
+    std::optional<double> exaggeration;
+};
+
+/// A terrain that was read, from an elevation file or from a project.
+struct LoadedTerrain {
+    ElevationData data;
     double exaggeration = 1.0;
+
+    // Of a project only.
+    ComPtr<ProjectPlace> place;
+    std::vector<float> elevations;  ///< as they were saved
+    std::unique_ptr<ElevationPalette> palette;
+    ProjectView view;
+
+    /// Those of a palette's name, else those of a project, else those of `otherwise`, a name as well.
+    std::unique_ptr<ElevationPalette> Colours(const std::string& asked, const std::string& otherwise) const;
+
+    /// What TerrainOptions::elevations takes.
+    const std::vector<float>* SavedElevations() const { return place ? &elevations : nullptr; }
 };
 
 /// Adds FILE and its options to a command. \param input outlives the command
 void AddTerrainInput(CLI::App& command, TerrainInput& input);
 
 /// Reads the file, or makes the sample, and tells the user what had to be done to it.
-/// \throws std::runtime_error with one sentence that names the file
-ElevationData LoadTerrain(const TerrainInput& input, ConsoleProgress& progress);
+/// \param view takes what it leaves open from a project \throws std::runtime_error with one sentence that names the
+/// file
+LoadedTerrain LoadTerrain(const TerrainInput& input, ViewOptions& view, ConsoleProgress& progress);
+
+/// The terrain of that name in a project, or the first one. \throws std::runtime_error where there is none
+ComPtr<ProjectPlace> OpenElement(const std::string& project, const std::string& element);
 
 /// How messages call the terrain.
 std::string NameOf(const TerrainInput& input);

@@ -3,9 +3,11 @@
 #include "app/input/image_reader.h"
 #include "app/input/texture_lookup.h"
 #include "app/options/number_list.h"
-#include "host/textures/database_place.h"
+#include "host/console_progress.h"
+#include "host/project/project_place.h"
 #include "platform/com/bstr.h"
 #include "platform/com/com_object.h"
+#include "platform/gl/gl.h"
 #include "services/parser.h"
 #include "surface/itessara.h"
 
@@ -24,6 +26,9 @@ namespace tessara {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::int32_t kLowBrightness = 1;
+constexpr std::int32_t kHighBrightness = 2;
 
 Bytes BytesOf(std::int32_t value)
 {
@@ -78,24 +83,6 @@ private:
     std::vector<Value> values_;
 };
 
-/// Pixels of an image as blue, green, red and alpha, the top row first: north is the first row of the terrain.
-Bytes NorthFirst(const TextureElement& image)
-{
-    const std::size_t depth = image.bitsPerPixel / 8u;
-    const std::size_t columns = image.width;
-    Bytes pixels;
-    pixels.reserve(columns * image.height * 4);
-    for (std::size_t y = image.height; y-- > 0;) {
-        const std::uint8_t* pixel = image.pixels.data() + y * columns * depth;
-        for (std::size_t x = 0; x < columns; ++x, pixel += depth) {
-            for (const std::size_t channel : {0u, 1u, 2u})
-                pixels.push_back(pixel[depth == 1 ? 0 : channel]);
-            pixels.push_back(depth == 4 ? pixel[3] : 255);
-        }
-    }
-    return pixels;
-}
-
 void ApplySource(ITessara& surface, const std::string& file)
 {
     const TextureElement image = ReadImage(file);
@@ -107,30 +94,79 @@ void ApplySource(ITessara& surface, const std::string& file)
         throw std::runtime_error("OpenGL can't hold the image " + file + ".");
 }
 
-/// Takes the texture from a database that has it. \return whether it did
-bool TakeDetail(ITessara& surface, const DatabasePlace& place, const std::string& name, VARIANT* selector)
+void ApplyDetail(ITessara& surface, const std::string& name)
 {
-    const auto store = place.Open();
-    const auto key = store ? KeyOf(*store, name) : std::nullopt;
-    if (!key)
-        return false;
-    return SUCCEEDED(surface.SetTextureDetailFromDB(BstrHolder(*key).Get(), BstrHolder(kDetailTable).Get(), selector));
-}
-
-/// The user's own textures come first.
-void ApplyDetail(ITessara& surface, const TextureOptions& options)
-{
+    const DetailTexture found = FindDetailTexture(name);
     VARIANT user;
     VariantInit(&user);
-    if (!TakeDetail(surface, UserDatabase(), options.detail, &user) &&
-        !TakeDetail(surface, SystemDatabase(), options.detail, nullptr))
-        throw std::runtime_error("There is no texture \"" + options.detail +
-                                 "\". \"tessara textures list\" tells what there is.");
-    float x = options.tilingX;
-    float y = options.tilingY;
-    surface.SetTextureDetailTiling(&x, &y);
-    surface.SetTextureDetailRGBGamma(options.brighten ? 2 : 1);
+    if (FAILED(surface.SetTextureDetailFromDB(BstrHolder(found.key).Get(), BstrHolder(kDetailTable).Get(),
+                                              found.ofUser ? &user : nullptr)))
+        throw std::runtime_error("The texture \"" + name + "\" can't be taken from its database.");
+    surface.SetTextureDetailRGBGamma(kLowBrightness);
     surface.UseTextureDetail(1);
+}
+
+/// Name of the detail texture that the terrain has.
+std::string DetailName(ITessara& surface)
+{
+    BstrHolder name;
+    BstrHolder table;
+    surface.GetDBTextureDetailName(name.Out(), table.Out());
+    return name.Narrow();
+}
+
+/// A project's switches may be on for textures that it doesn't have, or has no longer.
+void ApplySaved(ITessara& surface, ProjectPlace& saved, ConsoleProgress& progress)
+{
+    const HRESULT result = surface.LoadSerializedTextures(&saved);
+    if (FAILED(result))
+        throw std::runtime_error("OpenGL can't hold the source image of the terrain \"" + saved.Name() + "\".");
+    if (FAILED(surface.ActivateSourceTexture()))
+        surface.UseTextureSource(0);
+    surface.ActivateDetailTexture();
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    surface.ActivateCanvasTexture();  // there is none: both units are off again
+    if (bound != 0)
+        return;
+    surface.UseTextureDetail(0);
+    if (result == S_FALSE)
+        progress.Say("The detail texture \"" + DetailName(surface) + "\" of the terrain \"" + saved.Name() +
+                     "\" is in no database any more: it is left out.");
+}
+
+void WriteInteger(ProjectPlace& place, const char* name, std::int32_t number)
+{
+    place.Write(name, 2, &number, sizeof number);
+}
+
+void WriteText(ProjectPlace& place, const char* name, const std::string& text)
+{
+    place.Write(name, 0x40, text.c_str(), text.size() + 1);
+}
+
+void SaveSource(ProjectPlace& place, const std::string& file)
+{
+    const TextureElement image = ReadImage(file);
+    const Bytes pixels = NorthFirst(image);
+    const auto width = static_cast<std::int32_t>(image.width);
+    const auto height = static_cast<std::int32_t>(image.height);
+    place.Write("TEXTURE_SRC_WIDTH", 8, &width, sizeof width);
+    place.Write("TEXTURE_SRC_HEIGHT", 8, &height, sizeof height);
+    place.Write("TEXTURE_SRC_DATA", 0x280, pixels.data(), pixels.size());
+    WriteInteger(place, "TEXTURE_SRC_BITS", 32);
+    WriteInteger(place, "IS_USING_SOURCE", 1);
+}
+
+void SaveDetail(ProjectPlace& place, const std::string& name)
+{
+    const DetailTexture found = FindDetailTexture(name);
+    WriteText(place, "TEXTURE_DET_NAME", found.key);
+    WriteText(place, "TEXTURE_DET_TABLE", kDetailTable);
+    WriteText(place, "TEXTURE_DET_NAME_USER", found.displayName);
+    WriteText(place, "DATABASE", found.ofUser ? "USERDB" : "APPDB");
+    WriteInteger(place, "DETAIL_RGBGAMMA", kLowBrightness);
+    WriteInteger(place, "IS_USING_DETAIL", 1);
 }
 
 }  // namespace
@@ -144,8 +180,7 @@ void AddTextureOptions(CLI::App& command, TextureOptions& options)
         .add_option_function<std::vector<float>>(
             "--tiling",
             [&options](const std::vector<float>& repeats) {
-                options.tilingX = repeats[0];
-                options.tilingY = repeats[1];
+                options.tiling = {repeats[0], repeats[1]};
             },
             "Repeats of the detail texture, eastwards and southwards [16 16]")
         ->expected(2)
@@ -156,17 +191,52 @@ void AddTextureOptions(CLI::App& command, TextureOptions& options)
             "Brightness under the detail texture; high doubles it [low]")
         ->check(CLI::IsMember({"low", "high"}))
         ->option_text("low|high");
+    command.add_flag("--no-source", options.withoutSource, "Leave the image of a project out")->excludes("--source");
+    command.add_flag("--no-detail", options.withoutDetail, "Leave the detail texture of a project out")
+        ->excludes("--detail");
+    command.add_flag_callback(
+        "--color", [&options] { options.color = true; }, "Show the colours of the heights where a project doesn't");
     command.add_flag_callback(
         "--no-color", [&options] { options.color = false; }, "Leave the colours of the heights out");
 }
 
-void ApplyTextures(ITessara& surface, const TextureOptions& options)
+void ApplyTextures(ITessara& surface, ProjectPlace* saved, const TextureOptions& options, ConsoleProgress& progress)
 {
+    if (saved)
+        ApplySaved(surface, *saved, progress);
     if (!options.source.empty())
         ApplySource(surface, options.source);
     if (!options.detail.empty())
-        ApplyDetail(surface, options);
-    surface.UseColor(options.color ? 1 : 0);
+        ApplyDetail(surface, options.detail);
+    if (options.withoutSource)
+        surface.UseTextureSource(0);
+    if (options.withoutDetail)
+        surface.UseTextureDetail(0);
+    if (options.tiling) {
+        auto [x, y] = *options.tiling;
+        surface.SetTextureDetailTiling(&x, &y);
+    }
+    if (options.brighten)
+        surface.SetTextureDetailRGBGamma(*options.brighten ? kHighBrightness : kLowBrightness);
+    surface.UseColor(options.color.value_or(true) ? 1 : 0);
+}
+
+void SaveTextures(ProjectPlace& place, const TextureOptions& options)
+{
+    if (!options.source.empty())
+        SaveSource(place, options.source);
+    if (!options.detail.empty())
+        SaveDetail(place, options.detail);
+    if (options.withoutSource)
+        WriteInteger(place, "IS_USING_SOURCE", 0);
+    if (options.withoutDetail)
+        WriteInteger(place, "IS_USING_DETAIL", 0);
+    if (options.tiling) {
+        place.Write("DETAIL_TILINGX", 0x10, &options.tiling->first, sizeof(float));
+        place.Write("DETAIL_TILINGY", 0x10, &options.tiling->second, sizeof(float));
+    }
+    if (options.brighten)
+        WriteInteger(place, "DETAIL_RGBGAMMA", *options.brighten ? kHighBrightness : kLowBrightness);
 }
 
 }  // namespace tessara

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace CLI {
 class App;
@@ -10,21 +12,30 @@ struct ITessara;
 
 namespace tessara {
 
-/// What a terrain is covered with.
+class ConsoleProgress;
+class ProjectPlace;
+
+/// What a terrain is covered with. What isn't set is as a project has it, or else: no image, no texture, 16 x 16
+/// repeats, low brightness, colours of the heights.
 struct TextureOptions {
-    std::string source;     ///< image that is stretched over the terrain, north up; empty for none
-    std::string detail;     ///< key or display name of a detail texture; empty for none
-    float tilingX = 16.0f;  ///< repeats of the detail texture from west to east
-    float tilingY = 16.0f;  ///< and from north to south
-    bool brighten = false;  ///< twice the brightness under the detail texture
-    bool color = true;      ///< colours of the heights
+    std::string source;                             ///< image that is stretched over the terrain, north up
+    std::string detail;                             ///< key or display name of a detail texture
+    std::optional<std::pair<float, float>> tiling;  ///< repeats of it from west to east and from north to south
+    std::optional<bool> brighten;                   ///< twice the brightness under it
+    bool withoutSource = false;                     ///< of a project
+    bool withoutDetail = false;                     ///< likewise
+    std::optional<bool> color;                      ///< colours of the heights
 };
 
 /// Adds the options to a command. \param options outlives the command
 void AddTextureOptions(CLI::App& command, TextureOptions& options);
 
 /// Puts the textures on a surface, whose host has the texture service and the databases. The OpenGL context is current.
+/// \param saved the terrain's place in a project, whose textures come first, or null
 /// \throws std::runtime_error with one sentence that names the image or the texture
-void ApplyTextures(ITessara& surface, const TextureOptions& options);
+void ApplyTextures(ITessara& surface, ProjectPlace* saved, const TextureOptions& options, ConsoleProgress& progress);
+
+/// Writes the textures into a project. What isn't set stays. \throws as ApplyTextures, and StorageError
+void SaveTextures(ProjectPlace& place, const TextureOptions& options);
 
 }  // namespace tessara

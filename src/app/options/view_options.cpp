@@ -4,6 +4,7 @@
 #include "app/options/number_range.h"
 #include "app/scene/framing.h"
 #include "host/ground_frame.h"
+#include "host/project/project_view.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -22,6 +23,10 @@ constexpr double kMaximumPixels = 8192.0 * 8192.0;
 
 /// Share of the picture that stays free around a terrain shown whole.
 constexpr double kMargin = 0.04;
+
+constexpr double kAzimuth = 24.0;
+constexpr double kTilt = 30.0;
+constexpr double kFieldOfView = 36.0;
 
 double Radians(double degrees)
 {
@@ -76,7 +81,7 @@ void Aim(Camera& camera, const ViewOptions& view, const GroundFrame& ground, con
 {
     const auto place = [&](const Vector3& map) { return ground.FromMap(map.x, map.y, map.z); };
     const Vector3 middle{ground.Width() / 2.0, ground.Relief() / 3.0, ground.Depth() / 2.0};
-    camera.SetDirection(Direction(view.azimuth, view.tilt));
+    camera.SetDirection(Direction(view.azimuth.value_or(kAzimuth), view.tilt.value_or(kTilt)));
     if (view.camera) {
         camera.SetPosition(place(*view.camera));
         camera.LookAt(view.target ? place(*view.target) : middle);
@@ -129,22 +134,54 @@ void AddViewOptions(CLI::App& command, ViewOptions& view)
         ->option_text("N");
 }
 
+ProjectView ToRemember(const ViewOptions& view)
+{
+    ProjectView remembered;
+    remembered.camera = view.camera;
+    remembered.target = view.target;
+    remembered.azimuth = view.azimuth;
+    remembered.tilt = view.tilt;
+    remembered.fieldOfView = view.fieldOfView;
+    remembered.levelOfDetail = view.levelOfDetail;
+    return remembered;
+}
+
+void FillIn(ViewOptions& view, const ProjectView& remembered)
+{
+    const auto fill = [](auto& option, const auto& value) {
+        if (!option)
+            option = value;
+    };
+    const bool aimed = view.camera || view.target || view.azimuth || view.tilt;
+    if (!aimed) {
+        view.camera = remembered.camera;
+        view.target = remembered.target;
+    }
+    if (!view.camera) {
+        fill(view.azimuth, remembered.azimuth);
+        fill(view.tilt, remembered.tilt);
+    }
+    fill(view.fieldOfView, remembered.fieldOfView);
+    fill(view.levelOfDetail, remembered.levelOfDetail);
+}
+
 ComPtr<Camera> MakeCamera(const ViewOptions& view, const GroundFrame& ground, const std::vector<Vector3>& outline)
 {
+    const double fieldOfView = view.fieldOfView.value_or(kFieldOfView);
     auto camera = MakeObject<Camera>();
     camera->SetDrawUnits(ground.DrawUnits());
     camera->SetViewport(view.width, view.height);
-    camera->SetLens(view.fieldOfView, 1.0, 2.0);
+    camera->SetLens(fieldOfView, 1.0, 2.0);
     Aim(*camera, view, ground, outline);
     const DepthRange depth = DepthOf(*camera, outline);
     const double farthest = std::max(depth.farthest, ground.DrawUnits().x) * 1.01;
-    camera->SetLens(view.fieldOfView, std::max(depth.nearest * 0.9, farthest / 20000.0), farthest);
+    camera->SetLens(fieldOfView, std::max(depth.nearest * 0.9, farthest / 20000.0), farthest);
     return camera;
 }
 
 double LevelOfDetailOf(const ViewOptions& view, double pixels)
 {
-    const double pixelsAtOne = view.width / (2.0 * std::tan(Radians(view.fieldOfView) / 2.0));
+    const double pixelsAtOne = view.width / (2.0 * std::tan(Radians(view.fieldOfView.value_or(kFieldOfView)) / 2.0));
     return view.levelOfDetail.value_or(pixelsAtOne / pixels);
 }
 

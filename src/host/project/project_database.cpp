@@ -181,6 +181,11 @@ void ProjectDatabase::WriteSetting(std::int64_t element, std::string_view name, 
     insert.Step();
 }
 
+void ProjectDatabase::RemoveSetting(std::int64_t element, std::string_view name)
+{
+    SqliteStatement(File(), "DELETE FROM setting WHERE element = ? AND name = ?").Bind(element).Bind(name).Step();
+}
+
 void ProjectDatabase::CopyElement(ProjectDatabase& from, std::int64_t source, std::int64_t target)
 {
     SqliteStatement rows(from.File(), "SELECT name, part, type, bytes FROM value WHERE element = ?"

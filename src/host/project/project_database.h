@@ -56,6 +56,7 @@ public:
 
     ProjectSettings Settings(std::int64_t element);
     void WriteSetting(std::int64_t element, std::string_view name, const ProjectSetting& value);
+    void RemoveSetting(std::int64_t element, std::string_view name);
 
     /// Copies all values and settings of an element of another project.
     void CopyElement(ProjectDatabase& from, std::int64_t source, std::int64_t target);

@@ -158,10 +158,15 @@ std::optional<std::vector<std::uint8_t>> ProjectPlace::Read(std::string_view nam
     return bytes;
 }
 
-void ProjectPlace::Write(std::string_view name, std::int32_t typeCode, const void* bytes, std::size_t size)
+void ProjectPlace::RequireWritable() const
 {
     if (!writable_)
         throw StorageError("The project \"" + database_->Path() + "\" is open for reading only");
+}
+
+void ProjectPlace::Write(std::string_view name, std::int32_t typeCode, const void* bytes, std::size_t size)
+{
+    RequireWritable();
     database_->WriteValue(element_, name, typeCode, {static_cast<const std::uint8_t*>(bytes), size});
     Reload();
 }
@@ -173,9 +178,14 @@ ProjectSettings ProjectPlace::Settings() const
 
 void ProjectPlace::Set(std::string_view name, const ProjectSetting& value)
 {
-    if (!writable_)
-        throw StorageError("The project \"" + database_->Path() + "\" is open for reading only");
+    RequireWritable();
     database_->WriteSetting(element_, name, value);
+}
+
+void ProjectPlace::Forget(std::string_view name)
+{
+    RequireWritable();
+    database_->RemoveSetting(element_, name);
 }
 
 }  // namespace tessara

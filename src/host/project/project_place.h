@@ -54,6 +54,7 @@ public:
 
     ProjectSettings Settings() const;
     void Set(std::string_view name, const ProjectSetting& value);
+    void Forget(std::string_view name);
 
 protected:
     ~ProjectPlace() override;
@@ -66,6 +67,7 @@ private:
     bool IsDeliverable(const ProjectValue& value) const;
     bool Deliver(const ProjectValue& value, void* buffer) const;
     void Reload();
+    void RequireWritable() const;
 
     std::shared_ptr<ProjectDatabase> database_;
     std::int64_t element_;

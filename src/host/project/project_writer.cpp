@@ -38,9 +38,9 @@ ComPtr<ProjectPlace> ProjectWriter::AddElement(const std::string& name)
     return MakeObject<ProjectPlace>(database_, database_->AddElement(name), name, true);
 }
 
-ComPtr<ProjectPlace> ProjectWriter::CopyElement(const ProjectPlace& from)
+ComPtr<ProjectPlace> ProjectWriter::CopyElement(const ProjectPlace& from, const std::string& name)
 {
-    ComPtr<ProjectPlace> place = AddElement(from.name_);
+    ComPtr<ProjectPlace> place = AddElement(name);
     database_->CopyElement(*from.database_, from.element_, place->element_);
     place->Reload();
     return place;

@@ -23,8 +23,12 @@ public:
     /// Adds an element without values. \param name not empty, and new to this version
     ComPtr<ProjectPlace> AddElement(const std::string& name);
 
-    /// Adds an element with all values and settings of one of another project, its name too.
-    ComPtr<ProjectPlace> CopyElement(const ProjectPlace& from);
+    /// Adds an element with all values and settings of one of another project.
+    /// \param name not empty, and new to this version
+    ComPtr<ProjectPlace> CopyElement(const ProjectPlace& from, const std::string& name);
+
+    /// The same under the name that it has there.
+    ComPtr<ProjectPlace> CopyElement(const ProjectPlace& from) { return CopyElement(from, from.Name()); }
 
     /// What is remembered for the project as a whole.
     void Set(std::string_view name, const ProjectSetting& value);

@@ -1,0 +1,125 @@
+#include "app/commands/project/project_commands.h"
+#include "app/options/look_options.h"
+#include "app/options/terrain_input.h"
+#include "app/options/texture_options.h"
+#include "app/options/view_options.h"
+#include "app/output/temporary_file.h"
+#include "app/scene/palettes.h"
+#include "host/console_progress.h"
+#include "host/kvo_host.h"
+#include "host/project/project_file.h"
+#include "host/project/project_terrain.h"
+#include "host/project/project_writer.h"
+#include "host/terrain_session.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+namespace tessara {
+
+namespace {
+
+struct CreateOptions {
+    TerrainInput input;
+    ViewOptions view;
+    LookOptions look;
+    TextureOptions textures;
+    std::string project;
+    std::string name;
+    bool add = false;
+    bool replace = false;
+};
+
+std::string TerrainName(const CreateOptions& options)
+{
+    if (!options.name.empty())
+        return options.name;
+    return options.input.file.empty() ? "sample" : std::filesystem::path(options.input.file).stem().string();
+}
+
+void CheckOptions(const CreateOptions& options)
+{
+    RequireWritable(options.project, options.input.file);
+    if (IsProjectFile(options.input.file))
+        throw std::runtime_error("The file " + options.input.file +
+                                 " is a project already; \"tessara project set\" changes it.");
+    std::error_code error;
+    if (!options.add && !options.replace && std::filesystem::exists(options.project, error))
+        throw std::runtime_error("There is a file " + options.project +
+                                 " already; --add adds the terrain to it, --replace puts a new project in its place.");
+}
+
+/// What the project has had, but for a terrain of the name.
+void CopyOthers(const CreateOptions& options, const std::string& name, ProjectWriter& writer)
+{
+    if (!options.add || !std::filesystem::exists(options.project))
+        return;
+    const ProjectFile old(options.project);
+    for (const auto& [setting, value] : old.Settings())
+        writer.Set(setting, value);
+    for (const std::string& element : old.Elements()) {
+        if (element != name)
+            writer.CopyElement(*old.Open(element));
+    }
+}
+
+void Create(CreateOptions options)
+{
+    CheckOptions(options);
+    const auto progress = MakeObject<ConsoleProgress>();
+    ProjectView remembered = ToRemember(options.view);
+    Remember(options.look, remembered);
+    remembered.color = options.textures.color;
+    if (remembered.palette.empty())
+        remembered.palette = PaletteNames().front();
+    const LoadedTerrain loaded = LoadTerrain(options.input, options.view, *progress);
+    const auto palette = MakePalette(remembered.palette);
+    const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
+    const TerrainSession terrain(loaded.data,
+                                 {.exaggeration = loaded.exaggeration,
+                                  .levelOfDetail = LevelOfDetailOf(options.view),
+                                  .palette = palette.get(),
+                                  .buildTree = false},
+                                 ComPtr<IKvoHost>(host.Get()));
+    progress->Show("Saving", 0.5);
+    const std::string name = TerrainName(options);
+    ProjectWriter writer(options.project);
+    CopyOthers(options, name, writer);
+    const auto place = writer.AddElement(name);
+    WriteTerrain(*place, terrain, loaded.data, loaded.exaggeration, remembered);
+    SaveTextures(*place, options.textures);
+    writer.Commit();
+    progress->Clear();
+    std::cout << name << ": " << loaded.data.width << " x " << loaded.data.height << " heights\n"
+              << options.project << '\n';
+}
+
+}  // namespace
+
+void AddProjectCreate(CLI::App& project)
+{
+    const auto options = std::make_shared<CreateOptions>();
+    CLI::App& command = *project.add_subcommand("create", "Make a project of an elevation file");
+    AddTerrainInput(command, options->input);
+    command.add_option("-o,--output", options->project, "The project to write")
+        ->required()
+        ->option_text("PROJECT.tessara");
+    command.add_option("--name", options->name, "Name of the terrain in the project [that of the file]")
+        ->option_text("NAME");
+    CLI::Option* add = command.add_flag("--add", options->add, "Add the terrain to a project that is there");
+    command.add_flag("--replace", options->replace, "Put the new project in the place of one that is there")
+        ->excludes(add);
+    AddViewOptions(command, options->view);
+    AddLookOptions(command, options->look);
+    AddTextureOptions(command, options->textures);
+    command.callback([options] { Create(*options); });
+}
+
+}  // namespace tessara

@@ -1,0 +1,51 @@
+#include "app/commands/project/project_commands.h"
+#include "app/options/terrain_input.h"
+#include "app/output/temporary_file.h"
+#include "host/elevation/elevation_writer.h"
+#include "host/project/project_terrain.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <iostream>
+#include <memory>
+
+namespace tessara {
+
+namespace {
+
+struct ExportOptions {
+    std::string project;
+    std::string element;
+    std::string output;
+};
+
+void Export(const ExportOptions& options)
+{
+    RequireWritable(options.output, options.project);
+    const auto place = OpenElement(options.project, options.element);
+    const ProjectTerrain terrain = ReadTerrain(*place);
+    WriteElevationFile(terrain.data, options.output);
+    std::cout << place->Name() << ": " << terrain.data.width << " x " << terrain.data.height << " heights\n"
+              << options.output << '\n';
+}
+
+}  // namespace
+
+void AddProjectExport(CLI::App& project)
+{
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App& command = *project.add_subcommand("export", "Write the heights of a terrain as an elevation file");
+    command.add_option("PROJECT", options->project, "The project")->required()->option_text(" ");
+    command.add_option("--terrain", options->element, "Which terrain of the project [the first]")->option_text("NAME");
+    command
+        .add_option("-o,--output", options->output,
+                    "The elevation file to write: .tif for a GeoTIFF, .asc for an\n"
+                    "ESRI ASCII grid, .png for whole metres")
+        ->required()
+        ->option_text("FILE");
+    command.callback([options] { Export(*options); });
+}
+
+}  // namespace tessara

@@ -1,0 +1,96 @@
+#include "app/commands/project/project_commands.h"
+#include "app/options/look_options.h"
+#include "app/options/number_range.h"
+#include "app/options/terrain_input.h"
+#include "app/options/texture_options.h"
+#include "app/options/view_options.h"
+#include "app/scene/palettes.h"
+#include "host/project/project_file.h"
+#include "host/project/project_terrain.h"
+#include "host/project/project_writer.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+
+namespace tessara {
+
+namespace {
+
+struct SetOptions {
+    std::string project;
+    std::string element;
+    std::optional<double> exaggeration;
+    ViewOptions view;
+    LookOptions look;
+    TextureOptions textures;
+    std::string name;
+    bool forgetView = false;
+    bool remove = false;
+};
+
+void Change(ProjectPlace& place, const SetOptions& options)
+{
+    if (options.forgetView)
+        ForgetView(place);
+    ProjectView remembered = ToRemember(options.view);
+    Remember(options.look, remembered);
+    remembered.color = options.textures.color;
+    RememberView(place, remembered);
+    SaveTextures(place, options.textures);
+    if (options.exaggeration)
+        WriteExaggeration(place, *options.exaggeration);
+    if (options.view.levelOfDetail)
+        WriteLevelOfDetail(place, *options.view.levelOfDetail);
+    if (!options.look.palette.empty())
+        WritePalette(place, *MakePalette(options.look.palette));
+}
+
+void Set(const SetOptions& options)
+{
+    const ProjectFile old(options.project);
+    const std::string chosen = OpenElement(options.project, options.element)->Name();
+    if (options.remove && old.Elements().size() == 1)
+        throw std::runtime_error("The project \"" + options.project + "\" has no other terrain.");
+    ProjectWriter writer(options.project);
+    for (const auto& [setting, value] : old.Settings())
+        writer.Set(setting, value);
+    for (const std::string& element : old.Elements()) {
+        const bool isChosen = element == chosen;
+        if (isChosen && options.remove)
+            continue;
+        const auto place =
+            writer.CopyElement(*old.Open(element), isChosen && !options.name.empty() ? options.name : element);
+        if (isChosen)
+            Change(*place, options);
+    }
+    writer.Commit();
+    std::cout << options.project << '\n';
+}
+
+}  // namespace
+
+void AddProjectSet(CLI::App& project)
+{
+    const auto options = std::make_shared<SetOptions>();
+    CLI::App& command = *project.add_subcommand("set", "Change the settings of a terrain in a project");
+    command.add_option("PROJECT", options->project, "The project")->required()->option_text(" ");
+    command.add_option("--terrain", options->element, "Which terrain of the project [the first]")->option_text("NAME");
+    command.add_option("--exaggeration", options->exaggeration, "Factor on heights; 1 shows true proportions")
+        ->check(NumberBetween(0.001, 1000.0))
+        ->option_text("FACTOR");
+    command.add_option("--name", options->name, "A new name for the terrain")->option_text("NAME");
+    command.add_flag("--forget-view", options->forgetView, "Leave camera, detail and sun to the program again");
+    command.add_flag("--remove", options->remove, "Take the terrain out of the project");
+    AddViewOptions(command, options->view);
+    AddLookOptions(command, options->look);
+    AddTextureOptions(command, options->textures);
+    command.callback([options] { Set(*options); });
+}
+
+}  // namespace tessara

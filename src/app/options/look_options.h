@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace CLI {
+class App;
+}
+
+namespace tessara {
+
+struct ProjectView;
+
+/// Light and colours of a picture. What isn't set is chosen by the command.
+struct LookOptions {
+    std::optional<std::pair<double, double>> sun;  ///< compass direction and height in degrees
+    std::string palette;                           ///< one of PaletteNames, or empty
+};
+
+/// Adds the options to a command. \param look outlives the command
+void AddLookOptions(CLI::App& command, LookOptions& look);
+
+/// What was asked for, added to what a project is to remember.
+void Remember(const LookOptions& look, ProjectView& remembered);
+
+}  // namespace tessara

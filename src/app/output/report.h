@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace tessara {
+
+struct ElevationData;
+
+/// A number with a decimal point and without needless zeros.
+std::string NumberText(double value, int decimals);
+
+std::string MebibytesText(double bytes);
+
+/// Prints a line of a report: a name, and what there is to say in a column of its own.
+void Line(const char* name, const std::string& text);
+
+/// Prints size, spacing, extent and range of a grid of heights.
+void PrintGrid(const ElevationData& data);
+
+/// Prints where it lies.
+void PrintReference(const ElevationData& data);
+
+}  // namespace tessara
