@@ -24,7 +24,8 @@ public:
     /// The module's DllGetClassObject.
     HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** out) const { return getClassObject_(clsid, iid, out); }
 
-    /// Whether the module says that nothing of it is in use. One without the export DllCanUnloadNow never does.
+    /// Whether the module says that nothing of it is in use. One without the export DllCanUnloadNow never does. The
+    /// class table asks under its lock: the export doesn't come back to it.
     bool CanUnload() const { return canUnloadNow_ && canUnloadNow_() == S_OK; }
 
     /// An export without arguments, as DllRegisterServer, or null.
