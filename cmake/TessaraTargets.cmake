@@ -1,6 +1,7 @@
 # Compiler settings shared by every target of the project.
 option(TESSARA_WERROR "Treat warnings as errors" OFF)
 option(TESSARA_SANITIZE "Build with the address and undefined behaviour sanitizers" OFF)
+option(TESSARA_FUZZ "Build the fuzz targets, with the sanitizers; needs Clang" OFF)
 
 function(tessara_compile_settings target)
     target_compile_features(${target} PUBLIC cxx_std_20)
@@ -10,6 +11,9 @@ function(tessara_compile_settings target)
     # root.
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wno-psabi
         $<$<BOOL:${TESSARA_WERROR}>:-Werror> -ffp-contract=off -fno-math-errno -fno-semantic-interposition)
+    if(TESSARA_FUZZ)
+        target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    endif()
     if(TESSARA_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-omit-frame-pointer
             -fno-sanitize-recover=undefined)
