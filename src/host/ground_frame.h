@@ -17,6 +17,9 @@ public:
     /// \param exaggeration 1 shows true proportions
     GroundFrame(const ElevationData& data, double exaggeration);
 
+    void SetExaggeration(double exaggeration) noexcept { exaggeration_ = exaggeration; }
+    double Exaggeration() const noexcept { return exaggeration_; }
+
     /// Distance between the first and the last column, and between the first and the last row, in metres.
     double Width() const noexcept { return (columns_ - 1) * spacingX_; }
     double Depth() const noexcept { return (rows_ - 1) * spacingY_; }

@@ -53,7 +53,8 @@ TerrainSession::TerrainSession(const ElevationData& data, const TerrainOptions& 
     : ground_(data, options.exaggeration),
       matrix_(MakeObject<ElevationMatrix>()),
       surface_(CreateSurface()),
-      border_(options.border)
+      border_(options.border),
+      levelOfDetail_(options.levelOfDetail)
 {
     FillMatrix(data, options.elevations);
     if (options.palette)
@@ -97,8 +98,7 @@ void TerrainSession::Start(const TerrainOptions& options, IKvoHost& host)
 {
     surface_->SetKVO(&host);
     surface_->SetMatrix(matrix_.Get());
-    surface_->SetElevationScale(static_cast<float>(ground_.ElevationScale()));
-    surface_->SetLOD(static_cast<float>(options.levelOfDetail));
+    SetExaggeration(options.exaggeration);
     const auto border = static_cast<float>(border_);
     surface_->SetTranslation3D(0.0f - border, 0.0f, 0.0f - border);
     if (!options.buildTree)
@@ -109,6 +109,20 @@ void TerrainSession::Start(const TerrainOptions& options, IKvoHost& host)
                                  " x " + std::to_string(rows_) + " cells.");
     const std::size_t after = ResidentBytes();
     treeMemory_ = after > before ? after - before : 0;
+}
+
+/// The surface takes its scale into the level of detail when that is set.
+void TerrainSession::SetExaggeration(double exaggeration)
+{
+    ground_.SetExaggeration(exaggeration);
+    surface_->SetElevationScale(static_cast<float>(ground_.ElevationScale()));
+    SetLevelOfDetail(levelOfDetail_);
+}
+
+void TerrainSession::SetLevelOfDetail(double metres)
+{
+    levelOfDetail_ = metres;
+    surface_->SetLOD(static_cast<float>(metres));
 }
 
 void TerrainSession::DumpPolygons(const std::string& path, ICameraObject& camera) const

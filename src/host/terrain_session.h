@@ -51,6 +51,12 @@ public:
     LONG Rows() const noexcept { return rows_; }
     LONG Border() const noexcept { return border_; }
 
+    /// Draws heights multiplied with another factor, positive, from the next frame on.
+    void SetExaggeration(double exaggeration);
+
+    /// A drawn height error of 1 m counts out to this many metres.
+    void SetLevelOfDetail(double metres);
+
     /// What the process grew by while the tree was built, in bytes; 0 where the system doesn't tell.
     std::size_t TreeMemory() const noexcept { return treeMemory_; }
 
@@ -68,6 +74,7 @@ private:
     LONG columns_ = 0;
     LONG rows_ = 0;
     LONG border_ = 0;
+    double levelOfDetail_;
     std::size_t treeMemory_ = 0;
 };
 

@@ -44,33 +44,54 @@ struct HeightGrid {
     }
 };
 
-HeightGrid Reduce(const ElevationData& data, double exaggeration, int maximumSide)
+/// How the grid of a light map lies over the terrain's.
+struct Reduction {
+    int step;  // cells of the terrain, along each axis, that a point stands for
+    int width;
+    int height;
+    float spacingX;
+    float spacingZ;
+};
+
+Reduction ReductionTo(const ElevationData& data, int maximumSide)
 {
     const int step = (std::max(data.width, data.height) + maximumSide - 1) / maximumSide;
-    HeightGrid grid{(data.width + step - 1) / step, (data.height + step - 1) / step, 0.0f, 0.0f, {}};
-    grid.heights.reserve(static_cast<std::size_t>(grid.width) * static_cast<std::size_t>(grid.height));
     const auto spread = [](double spacing, int from, int to) {
         return static_cast<float>(to > 1 ? spacing * (from - 1) / (to - 1) : spacing);
     };
-    grid.spacingX = spread(data.spacingX, data.width, grid.width);
-    grid.spacingZ = spread(data.spacingY, data.height, grid.height);
-    const auto source = [&](int texel, int texels, int cells) {
-        return texels > 1 ? static_cast<int>(static_cast<std::int64_t>(texel) * (cells - 1) / (texels - 1)) : 0;
-    };
-    for (int z = 0; z < grid.height; ++z) {
-        for (int x = 0; x < grid.width; ++x) {
-            const int left = source(x, grid.width, data.width) - step / 2;
-            const int top = source(z, grid.height, data.height) - step / 2;
-            double sum = 0.0;
-            for (int dz = 0; dz < step; ++dz) {
-                const auto row = static_cast<std::size_t>(std::clamp(top + dz, 0, data.height - 1));
-                for (int dx = 0; dx < step; ++dx) {
-                    const auto column = static_cast<std::size_t>(std::clamp(left + dx, 0, data.width - 1));
-                    sum += static_cast<double>(data.metres[column + row * static_cast<std::size_t>(data.width)]);
-                }
-            }
-            grid.heights.push_back(static_cast<float>(sum / (step * step) * exaggeration));
+    const int width = (data.width + step - 1) / step;
+    const int height = (data.height + step - 1) / step;
+    return {step, width, height, spread(data.spacingX, data.width, width), spread(data.spacingY, data.height, height)};
+}
+
+/// The cell in the middle of those that a point of the light map stands for.
+int SourceCell(int point, int points, int cells)
+{
+    return points > 1 ? static_cast<int>(static_cast<std::int64_t>(point) * (cells - 1) / (points - 1)) : 0;
+}
+
+float ReducedHeight(const ElevationData& data, const Reduction& grid, double exaggeration, int x, int z)
+{
+    const int left = SourceCell(x, grid.width, data.width) - grid.step / 2;
+    const int top = SourceCell(z, grid.height, data.height) - grid.step / 2;
+    double sum = 0.0;
+    for (int dz = 0; dz < grid.step; ++dz) {
+        const auto row = static_cast<std::size_t>(std::clamp(top + dz, 0, data.height - 1));
+        for (int dx = 0; dx < grid.step; ++dx) {
+            const auto column = static_cast<std::size_t>(std::clamp(left + dx, 0, data.width - 1));
+            sum += static_cast<double>(data.metres[column + row * static_cast<std::size_t>(data.width)]);
         }
+    }
+    return static_cast<float>(sum / (grid.step * grid.step) * exaggeration);
+}
+
+HeightGrid Reduce(const ElevationData& data, const Reduction& reduction, double exaggeration)
+{
+    HeightGrid grid{reduction.width, reduction.height, reduction.spacingX, reduction.spacingZ, {}};
+    grid.heights.reserve(static_cast<std::size_t>(grid.width) * static_cast<std::size_t>(grid.height));
+    for (int z = 0; z < grid.height; ++z) {
+        for (int x = 0; x < grid.width; ++x)
+            grid.heights.push_back(ReducedHeight(data, reduction, exaggeration, x, z));
     }
     return grid;
 }
@@ -165,6 +186,23 @@ std::vector<std::uint8_t> FindSea(const ElevationData& data, const HeightGrid& g
     return water;
 }
 
+/// Sets the normal of a point. \param heights gives the height of a point of the grid
+template <class Heights>
+void SetNormal(LightMap::Texel& texel, const Reduction& grid, int x, int z, const Heights& heights)
+{
+    const int west = std::max(x - 1, 0);
+    const int east = std::min(x + 1, grid.width - 1);
+    const int north = std::max(z - 1, 0);
+    const int south = std::min(z + 1, grid.height - 1);
+    const float runX = static_cast<float>(std::max(east - west, 1)) * grid.spacingX;
+    const float runZ = static_cast<float>(std::max(south - north, 1)) * grid.spacingZ;
+    const float slopeX = (heights(east, z) - heights(west, z)) / runX;
+    const float slopeZ = (heights(x, south) - heights(x, north)) / runZ;
+    const float length = std::sqrt(slopeX * slopeX + slopeZ * slopeZ + 1.0f);
+    texel.normalX = Pack(0.5f - 0.5f * slopeX / length);
+    texel.normalZ = Pack(0.5f - 0.5f * slopeZ / length);
+}
+
 /// Sunlight of all points, with the steps of shadows' edges from cell to cell smoothed.
 std::vector<float> SunlightOf(const HeightGrid& grid, const Vector3& sun)
 {
@@ -191,26 +229,37 @@ std::vector<float> SunlightOf(const HeightGrid& grid, const Vector3& sun)
 
 LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vector3& sun, int maximumSide)
 {
-    const HeightGrid grid = Reduce(data, exaggeration, maximumSide);
+    const Reduction reduction = ReductionTo(data, maximumSide);
+    const HeightGrid grid = Reduce(data, reduction, exaggeration);
     const std::vector<float> sunlight = SunlightOf(grid, sun);
     LightMap map{grid.width, grid.height, {}, FindSea(data, grid)};
-    map.texels.reserve(grid.heights.size());
+    map.texels.resize(grid.heights.size());
     for (int z = 0; z < grid.height; ++z) {
         for (int x = 0; x < grid.width; ++x) {
-            const int west = std::max(x - 1, 0);
-            const int east = std::min(x + 1, grid.width - 1);
-            const int north = std::max(z - 1, 0);
-            const int south = std::min(z + 1, grid.height - 1);
-            const float runX = static_cast<float>(std::max(east - west, 1)) * grid.spacingX;
-            const float runZ = static_cast<float>(std::max(south - north, 1)) * grid.spacingZ;
-            const float slopeX = (grid.At(east, z) - grid.At(west, z)) / runX;
-            const float slopeZ = (grid.At(x, south) - grid.At(x, north)) / runZ;
-            const float length = std::sqrt(slopeX * slopeX + slopeZ * slopeZ + 1.0f);
-            map.texels.push_back({Pack(0.5f - 0.5f * slopeX / length), Pack(0.5f - 0.5f * slopeZ / length),
-                                  Pack(sunlight[grid.Index(x, z)]), Pack(Skylight(grid, x, z))});
+            LightMap::Texel& texel = map.texels[grid.Index(x, z)];
+            SetNormal(texel, reduction, x, z, [&](int column, int row) { return grid.At(column, row); });
+            texel.sunlight = Pack(sunlight[grid.Index(x, z)]);
+            texel.skylight = Pack(Skylight(grid, x, z));
         }
     }
     return map;
+}
+
+GridArea RenewNormals(LightMap& map, const ElevationData& data, double exaggeration, const GridArea& cells)
+{
+    const Reduction reduction = ReductionTo(data, std::max(map.width, map.height));
+    const auto first = [&](int cell) { return std::max(cell / reduction.step - 2, 0); };
+    const auto end = [&](int cell, int points) { return std::min(cell / reduction.step + 3, points); };
+    const GridArea area{first(cells.left), first(cells.top), end(cells.right, map.width),
+                        end(cells.bottom, map.height)};
+    const auto heights = [&](int x, int z) { return ReducedHeight(data, reduction, exaggeration, x, z); };
+    for (int z = area.top; z < area.bottom; ++z) {
+        for (int x = area.left; x < area.right; ++x)
+            SetNormal(map.texels[static_cast<std::size_t>(x) +
+                                 static_cast<std::size_t>(z) * static_cast<std::size_t>(map.width)],
+                      reduction, x, z, heights);
+    }
+    return area;
 }
 
 }  // namespace tessara

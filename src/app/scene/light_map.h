@@ -30,4 +30,18 @@ struct LightMap {
 /// \param maximumSide texels along an edge; a larger grid is averaged down to it
 LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vector3& sun, int maximumSide);
 
+/// A rectangle of a grid; the right column and the bottom row lie outside.
+struct GridArea {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+
+    bool IsEmpty() const noexcept { return left >= right || top >= bottom; }
+};
+
+/// Works the normals out again where heights changed, and leaves the rest of the light to the next MakeLightMap.
+/// \param map of the same terrain \param cells whose heights changed \return the texels that may have changed
+GridArea RenewNormals(LightMap& map, const ElevationData& data, double exaggeration, const GridArea& cells);
+
 }  // namespace tessara

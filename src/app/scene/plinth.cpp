@@ -61,9 +61,14 @@ double PlinthBase(const GroundFrame& ground)
 }
 
 Plinth::Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere)
+    : Plinth(data, ground, atmosphere, PlinthBase(ground))
+{
+}
+
+Plinth::Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere, double floor)
 {
     const Vector3 units = ground.DrawUnits();
-    const double base = PlinthBase(ground) / units.y;
+    const double base = floor / units.y;
     const auto add = [&](const Vector3& at, const Vector3& albedo, const Vector3& light) {
         const auto shade = [](double reflected) { return static_cast<float>(EncodeLight(reflected)); };
         faces_.back().strip.push_back(

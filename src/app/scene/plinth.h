@@ -19,6 +19,9 @@ class Plinth {
 public:
     Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere);
 
+    /// \param floor its height in true space
+    Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere, double floor);
+
     /// Draws the faces that are turned to the camera, whose matrices are loaded. The others can't be seen, but for the
     /// edge of a wall behind terrain that is drawn in less detail.
     void Draw(const Camera& camera) const;

@@ -3,6 +3,7 @@
 #include "app/scene/terrain_shaders.h"
 #include "host/camera.h"
 #include "host/terrain_session.h"
+#include "platform/com/bstr.h"
 
 #include <stdexcept>
 
@@ -41,11 +42,32 @@ TerrainPainter::TerrainPainter(const GlFunctions& gl, const TerrainSession& terr
     } catch (const std::runtime_error&) {
         return;  // an old driver: OpenGL's own light still works
     }
-    light_ = std::make_unique<Texture>(gl, GL_RGBA16, light.width, light.height, GL_RGBA, GL_UNSIGNED_SHORT,
+    SetLight(light);
+}
+
+void TerrainPainter::SetLight(const LightMap& light)
+{
+    if (!program_)
+        return;
+    lightWidth_ = light.width;
+    lightHeight_ = light.height;
+    light_ = std::make_unique<Texture>(gl_, GL_RGBA16, light.width, light.height, GL_RGBA, GL_UNSIGNED_SHORT,
                                        light.texels.data());
+    hasWater_ = !light.water.empty();
+    water_.reset();
     if (hasWater_)
-        water_ = std::make_unique<Texture>(gl, GL_LUMINANCE8, light.width, light.height, GL_LUMINANCE, GL_UNSIGNED_BYTE,
-                                           light.water.data());
+        water_ = std::make_unique<Texture>(gl_, GL_LUMINANCE8, light.width, light.height, GL_LUMINANCE,
+                                           GL_UNSIGNED_BYTE, light.water.data());
+}
+
+void TerrainPainter::UpdateLight(const LightMap& light, const GridArea& texels)
+{
+    if (!light_ || texels.IsEmpty())
+        return;
+    const auto first = static_cast<std::size_t>(texels.left) +
+                       static_cast<std::size_t>(texels.top) * static_cast<std::size_t>(light.width);
+    light_->Update(texels.left, texels.top, texels.right - texels.left, texels.bottom - texels.top, light.width,
+                   GL_RGBA, GL_UNSIGNED_SHORT, &light.texels[first]);
 }
 
 void TerrainPainter::Draw(Camera& camera, double clear, double haze) const
@@ -125,8 +147,12 @@ void TerrainPainter::SetTextures() const
     const Vector3 units = terrain_.Ground().DrawUnits();
     program_->Set("sourceMap", 0);
     program_->Set("detailMap", 1);
-    program_->Set("hasSource", source);
-    program_->Set("hasDetail", detail);
+    // Without a texture in a slot the surface binds none.
+    BstrHolder detailName;
+    terrain_.Surface().GetDBTextureDetailName(detailName.Out(), nullptr);
+    const bool hasSource = source != 0 && SUCCEEDED(terrain_.Surface().ActivateSourceTexture());
+    program_->Set("hasSource", hasSource ? 1 : 0);
+    program_->Set("hasDetail", detail != 0 && SysStringLen(detailName.Get()) != 0 ? 1 : 0);
     program_->Set("detailScale", static_cast<double>(brightness));
     program_->Set("sourceScale", 1.0 / (columns * units.x), 0.0, 1.0 / (rows * units.z));
     program_->Set("sourceOrigin", 0.5 / columns, 0.0, 0.5 / rows);

@@ -20,6 +20,14 @@ public:
     TerrainPainter(const GlFunctions& gl, const TerrainSession& terrain, const Atmosphere& atmosphere,
                    const LightMap& light, bool withShaders);
 
+    void SetAtmosphere(const Atmosphere& atmosphere) { atmosphere_ = atmosphere; }
+
+    /// Takes the light of another map of the same terrain.
+    void SetLight(const LightMap& light);
+
+    /// Takes a part of the light anew. \param light the map of the last SetLight, changed within \param texels
+    void UpdateLight(const LightMap& light, const GridArea& texels);
+
     bool HasShaders() const noexcept { return program_ != nullptr; }
 
     /// Draws the terrain as the camera, whose matrices are loaded, sees it. \param haze distance in metres over which

@@ -16,4 +16,13 @@ Texture::Texture(const GlFunctions& gl, GLint internalFormat, int width, int hei
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
 }
 
+void Texture::Update(int x, int y, int width, int height, int rowLength, GLenum format, GLenum type, const void* pixels)
+{
+    Bind();
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, rowLength);
+    glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, format, type, pixels);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+}
+
 }  // namespace tessara

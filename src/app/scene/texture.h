@@ -14,6 +14,10 @@ public:
     Texture& operator=(const Texture&) = delete;
     ~Texture() { glDeleteTextures(1, &name_); }
 
+    /// Replaces a part of the picture, of the same format and type; the smaller mipmaps stay. The texture is bound.
+    /// \param pixels the first one of the part, in rows of `rowLength` pixels
+    void Update(int x, int y, int width, int height, int rowLength, GLenum format, GLenum type, const void* pixels);
+
     void Bind() const { glBindTexture(GL_TEXTURE_2D, name_); }
 
 private:
