@@ -70,7 +70,7 @@ void TerrainPainter::UpdateLight(const LightMap& light, const GridArea& texels)
                    GL_RGBA, GL_UNSIGNED_SHORT, &light.texels[first]);
 }
 
-void TerrainPainter::Draw(Camera& camera, double clear, double haze) const
+void TerrainPainter::Draw(const Camera& camera, ICameraObject& detail, double clear, double haze) const
 {
     glPushAttrib(GL_ENABLE_BIT | GL_LIGHTING_BIT | GL_TRANSFORM_BIT);
     glEnable(GL_DEPTH_TEST);
@@ -79,16 +79,16 @@ void TerrainPainter::Draw(Camera& camera, double clear, double haze) const
         BeginShaded(camera, clear, haze);
     else
         BeginFixed();
-    terrain_.Surface().Draw3D(&camera);
+    terrain_.Surface().Draw3D(&detail);
     if (program_)
         gl_.UseProgram(0);
     glPopAttrib();
 }
 
-void TerrainPainter::DrawWires(Camera& camera) const
+void TerrainPainter::DrawUnlit(ICameraObject& camera, GLenum mode) const
 {
     ITessara& surface = terrain_.Surface();
-    glPushAttrib(GL_ENABLE_BIT | GL_TRANSFORM_BIT | GL_POLYGON_BIT | GL_LINE_BIT | GL_COLOR_BUFFER_BIT);
+    glPushAttrib(GL_ENABLE_BIT | GL_TRANSFORM_BIT | GL_POLYGON_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_COLOR_BUFFER_BIT);
     glEnable(GL_DEPTH_TEST);
     CutEdges();
     glEnable(GL_POLYGON_OFFSET_FILL);
@@ -97,7 +97,8 @@ void TerrainPainter::DrawWires(Camera& camera) const
     surface.Draw3D(&camera);  // hides the lines behind it
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     glLineWidth(1.5f);
-    surface.SetGLPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+    glPointSize(2.0f);
+    surface.SetGLPolygonMode(GL_FRONT_AND_BACK, mode);
     surface.Draw3D(&camera);
     surface.SetGLPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     glPopAttrib();

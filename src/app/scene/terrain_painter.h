@@ -4,12 +4,12 @@
 #include "app/scene/light_map.h"
 #include "app/scene/shader_program.h"
 #include "app/scene/texture.h"
+#include "host/camera.h"
 
 #include <memory>
 
 namespace tessara {
 
-class Camera;
 class TerrainSession;
 
 /// Colours and lights what a terrain draws: each pixel by the light map where shaders work, else by OpenGL's own light
@@ -32,10 +32,16 @@ public:
 
     /// Draws the terrain as the camera, whose matrices are loaded, sees it. \param haze distance in metres over which
     /// the air takes away about two thirds of a colour \param clear distance over which it takes away nothing
-    void Draw(Camera& camera, double clear, double haze) const;
+    void Draw(Camera& camera, double clear, double haze) const { Draw(camera, camera, clear, haze); }
+
+    /// The same with the detail that another camera needs, and without what that one doesn't see.
+    void Draw(const Camera& camera, ICameraObject& detail, double clear, double haze) const;
 
     /// Draws the edges of the triangles that the camera sees, in the colours of the palette.
-    void DrawWires(Camera& camera) const;
+    void DrawWires(ICameraObject& camera) const { DrawUnlit(camera, GL_LINE); }
+
+    /// Draws the edges (GL_LINE) or the vertices (GL_POINT) of the triangles, but for hidden ones.
+    void DrawUnlit(ICameraObject& camera, GLenum mode) const;
 
 private:
     void BeginShaded(const Camera& camera, double clear, double haze) const;

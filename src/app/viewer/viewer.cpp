@@ -1,0 +1,319 @@
+#include "app/viewer/viewer.h"
+
+#include "app/output/png_file.h"
+#include "app/output/temporary_file.h"
+#include "app/scene/framing.h"
+#include "app/viewer/view_overlay.h"
+#include "app/viewer/view_text.h"
+#include "platform/gl/render_target.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace tessara {
+
+namespace {
+
+constexpr int kMostSettling = 60;
+
+Vector3 SunOf(const ViewSettings& settings)
+{
+    return SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection;
+}
+
+}  // namespace
+
+Viewer::Viewer(ComPtr<IKvoHost> host, GlLookup lookup, const ViewSettings& settings,
+               std::function<void(const ViewerChange&)> changed, std::function<void()> lightReady)
+    : host_(std::move(host)),
+      lookup_(lookup),
+      settings_(settings),
+      changed_(std::move(changed)),
+      light_(std::move(lightReady))
+{
+    if (!gl_.Load(lookup))
+        throw std::runtime_error("The viewer needs OpenGL 3.0, which this system's driver doesn't have.");
+}
+
+Viewer::~Viewer()
+{
+    view_ = nullptr;
+}
+
+void Viewer::Open(LoadedTerrain terrain)
+{
+    auto document = std::make_unique<TerrainDocument>(std::move(terrain.path), std::move(terrain.data),
+                                                      settings_.exaggeration, 500.0, host_);
+    auto view = std::make_unique<TerrainView>(gl_, lookup_, *document, std::move(terrain.light), settings_);
+    auto camera = MakeObject<tessara::Camera>();
+    auto controller = std::make_unique<CameraController>(*camera, document->Ground(), document->Session().Ground());
+    light_.Forget();
+    drag_ = DragKind::None;
+    view_ = std::move(view);
+    controller_ = std::move(controller);
+    camera_ = std::move(camera);
+    document_ = std::move(document);
+    SetOutline();
+    controller_->ShowAll();
+    ResetColors();
+    settings_.frozen = false;
+    changed_({true, true, true});
+}
+
+void Viewer::SetOutline()
+{
+    controller_->SetOutline(OutlineOf(document_->Data(), document_->Session().Ground()));
+}
+
+void Viewer::Apply(const ViewSettings& settings)
+{
+    const ViewSettings before = std::exchange(settings_, settings);
+    if (!document_)
+        return;
+    view_->Apply(settings_);
+    Restyle(before);
+    changed_({true, false, true});
+}
+
+/// What follows from settings beyond the next frame.
+void Viewer::Restyle(const ViewSettings& before)
+{
+    if (before.exaggeration != settings_.exaggeration) {
+        controller_->ScaleHeights(settings_.exaggeration / before.exaggeration);
+        SetOutline();
+    }
+    if (before.exaggeration != settings_.exaggeration || before.sunAzimuth != settings_.sunAzimuth ||
+        before.sunHeight != settings_.sunHeight)
+        light_.Order(document_->Data(), settings_.exaggeration, SunOf(settings_));
+    if (before.ramp != settings_.ramp)
+        SetColors(colors_.low, colors_.high);
+    if (before.sourceTexture != settings_.sourceTexture)
+        view_->UseSource(settings_.sourceTexture);
+}
+
+void Viewer::SetColors(double low, double high)
+{
+    colors_ = {settings_.ramp, low, std::max(high, low + 1e-3)};
+    if (!document_)
+        return;
+    view_->SetColors(colors_);
+    mapStale_ = true;
+    changed_({true, true, true});
+}
+
+void Viewer::ResetColors()
+{
+    const ElevationData& data = document_->Data();
+    SetColors(static_cast<double>(data.minimum), static_cast<double>(data.maximum));
+}
+
+void Viewer::TakeLight()
+{
+    const std::unique_ptr<LightMap> map = light_.Take();
+    if (!map || !view_)
+        return;
+    view_->SetLight(std::move(*map));
+    changed_({true, false, false});
+}
+
+void Viewer::DrawPicture(int width, int height, double factor, TextPainter& text)
+{
+    glViewport(0, 0, width, height);
+    if (!document_) {
+        glClearColor(0.2f, 0.22f, 0.25f, 1.0f);
+        glClear(GL_COLOR_BUFFER_BIT);
+        return;
+    }
+    controller_->Resize(width, height);
+    view_->Draw(*camera_, Ring());
+    DrawScaleBar(width, height, MetresPerPixel(*controller_, width, height), factor, text);
+    DrawCompass(width, height, controller_->Azimuth(), factor, text);
+}
+
+bool Viewer::WantsFrame() const
+{
+    return document_ && !view_->Figures().settled;
+}
+
+void Viewer::Measure()
+{
+    if (document_)
+        view_->Measure(*camera_);
+}
+
+const FrameFigures& Viewer::Figures() const
+{
+    static const FrameFigures none;
+    return view_ ? view_->Figures() : none;
+}
+
+void Viewer::CameraMoved()
+{
+    changed_({true, true, false});
+}
+
+void Viewer::Hover(const PicturePoint& point)
+{
+    mouse_ = point;
+    if (brushShown_)
+        changed_({true, false, false});
+}
+
+void Viewer::Leave()
+{
+    mouse_.reset();
+    if (brushShown_)
+        changed_({true, false, false});
+}
+
+void Viewer::SetBrushShown(bool shown)
+{
+    brushShown_ = shown;
+    changed_({true, false, false});
+}
+
+void Viewer::BeginOrbit(const PicturePoint& point)
+{
+    controller_->Grab(point);
+    drag_ = DragKind::Orbit;
+}
+
+void Viewer::BeginPan(const PicturePoint& point)
+{
+    controller_->Grab(point);
+    drag_ = DragKind::Pan;
+}
+
+void Viewer::BeginStroke(const PicturePoint& point)
+{
+    mouse_ = point;
+    const auto ground = controller_->PointAt(point);
+    if (!ground || !settings_.realTime)
+        return;
+    strokeLevel_ = document_->Ground().MetresAt(ground->x, ground->z);
+    strokeArea_ = {};
+    drag_ = DragKind::Stroke;
+    document_->BeginStroke();
+    Stroke(0.03);
+}
+
+void Viewer::Drag(const PicturePoint& point)
+{
+    mouse_ = point;
+    switch (drag_) {
+    case DragKind::Orbit:
+        controller_->OrbitTo(point);
+        break;
+    case DragKind::Pan:
+        controller_->PanTo(point);
+        break;
+    case DragKind::Stroke:
+    case DragKind::None:
+        return;
+    }
+    CameraMoved();
+}
+
+void Viewer::EndDrag()
+{
+    if (std::exchange(drag_, DragKind::None) != DragKind::Stroke)
+        return;
+    document_->EndStroke();
+    HeightsChanged(strokeArea_, true);
+}
+
+void Viewer::ContinueStroke(double seconds)
+{
+    if (IsStroking())
+        Stroke(std::clamp(seconds, 0.0, 0.1));
+}
+
+void Viewer::Stroke(double seconds)
+{
+    const auto ground = mouse_ ? controller_->PointAt(*mouse_) : std::nullopt;
+    if (!ground)
+        return;
+    const BrushPoint point{ground->x, ground->z, strokeLevel_, seconds};
+    const GridArea area = BrushArea(document_->Data(), point, settings_.brush.radius);
+    const auto floor = static_cast<float>(document_->Floor());
+    document_->Write(area, Brushed(document_->Data(), area, settings_.brush, point, floor));
+    strokeArea_ = Union(strokeArea_, area);
+    HeightsChanged(area, false);
+}
+
+/// \param finished the stroke is over: what takes long follows now
+void Viewer::HeightsChanged(const GridArea& cells, bool finished)
+{
+    if (!cells.IsEmpty())
+        view_->HeightsChanged(cells);
+    if (finished) {
+        SetOutline();
+        light_.Order(document_->Data(), settings_.exaggeration, SunOf(settings_));
+        mapStale_ = true;
+    }
+    changed_({true, finished, finished});
+}
+
+void Viewer::Undo()
+{
+    HeightsChanged(document_->Undo(), true);
+}
+
+void Viewer::Redo()
+{
+    HeightsChanged(document_->Redo(), true);
+}
+
+void Viewer::Zoom(const PicturePoint& point, double steps)
+{
+    controller_->Zoom(point, steps);
+    CameraMoved();
+}
+
+std::optional<GroundRing> Viewer::Ring() const
+{
+    if (!brushShown_ || !mouse_)
+        return std::nullopt;
+    const auto ground = controller_->PointAt(*mouse_);
+    if (!ground)
+        return std::nullopt;
+    return GroundRing{ground->x, ground->z, settings_.brush.radius};
+}
+
+std::string Viewer::PlaceUnderMouse() const
+{
+    const auto ground = document_ && mouse_ ? controller_->PointAt(*mouse_) : std::nullopt;
+    return ground ? PlaceText(document_->Data(), ground->x, ground->z) : std::string();
+}
+
+std::string Viewer::HeightUnderMouse() const
+{
+    const auto ground = document_ && mouse_ ? controller_->PointAt(*mouse_) : std::nullopt;
+    if (!ground)
+        return {};
+    return HeightText(document_->Ground().MetresAt(ground->x, ground->z)) + "   " +
+           SlopeText(document_->Ground().SlopeAt(ground->x, ground->z));
+}
+
+void Viewer::SavePicture(const std::string& path, int width, int height)
+{
+    RequireWritable(path, document_->Path());
+    const RenderTarget target(gl_, width, height, true);
+    const int oldWidth = camera_->Width();
+    const int oldHeight = camera_->Height();
+    target.Bind();
+    controller_->Resize(width, height);
+    for (int frame = 0; frame < kMostSettling; ++frame) {
+        view_->Draw(*camera_, std::nullopt);
+        if (view_->Figures().settled)
+            break;
+    }
+    const std::vector<std::uint8_t> pixels = target.ReadPixels();
+    gl_.BindFramebuffer(GL_FRAMEBUFFER, 0);
+    controller_->Resize(oldWidth, oldHeight);
+    WritePng(path, width, height, pixels);
+    changed_({true, false, false});
+}
+
+}  // namespace tessara

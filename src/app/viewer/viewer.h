@@ -1,0 +1,132 @@
+#pragma once
+
+#include "app/viewer/background_light.h"
+#include "app/viewer/camera_controller.h"
+#include "app/viewer/map_view.h"
+#include "app/viewer/terrain_document.h"
+#include "app/viewer/terrain_loader.h"
+#include "app/viewer/terrain_view.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tessara {
+
+class TextPainter;
+
+/// What the window must do about a change.
+struct ViewerChange {
+    bool picture = false;  ///< draw the terrain again
+    bool map = false;      ///< draw the map again
+    bool state = false;    ///< show menus, fields and titles anew
+};
+
+/// The viewer without its window: one open terrain, the camera over it, and what a person does with both. Every method
+/// runs on the window's thread with the OpenGL context of its canvases current.
+class Viewer {
+public:
+    /// \param host serves the terrain \param lookup finds OpenGL's entry points \param changed hears of changes, on the
+    /// window's thread \param lightReady called on another thread when TakeLight has something to take
+    /// \throws std::runtime_error when the system's OpenGL is too old
+    Viewer(ComPtr<IKvoHost> host, GlLookup lookup, const ViewSettings& settings,
+           std::function<void(const ViewerChange&)> changed, std::function<void()> lightReady);
+    Viewer(const Viewer&) = delete;
+    Viewer& operator=(const Viewer&) = delete;
+    ~Viewer();
+
+    /// Replaces the open terrain; after a failure the old one stays. \throws std::runtime_error for the user
+    void Open(LoadedTerrain terrain);
+
+    bool HasTerrain() const noexcept { return document_ != nullptr; }
+    TerrainDocument& Document() noexcept { return *document_; }
+    CameraController& Camera() noexcept { return *controller_; }
+
+    const ViewSettings& Settings() const noexcept { return settings_; }
+    void Apply(const ViewSettings& settings);
+
+    const HeightColors& Colors() const noexcept { return colors_; }
+    void SetColors(double low, double high);
+    void ResetColors();
+
+    /// Light that was worked out anew has become ready.
+    void TakeLight();
+    bool IsLightBusy() { return light_.IsBusy(); }
+
+    // Drawing, each into a viewport of its own over the whole canvas, whose size is in pixels.
+    void DrawPicture(int width, int height, double factor, TextPainter& text);
+    void DrawMap(int width, int height, double factor, TextPainter& text);
+
+    /// Whether the picture isn't final yet: another frame shows more.
+    bool WantsFrame() const;
+
+    /// Takes the figures of the frame that can't be had in passing.
+    void Measure();
+    const FrameFigures& Figures() const;
+
+    /// The map's content no longer fits the heights or their colours.
+    bool IsMapStale() const noexcept { return mapStale_; }
+    void MakeMapStale() noexcept { mapStale_ = true; }
+
+    // The mouse, in pixels of the picture.
+    void Hover(const PicturePoint& point);
+    void Leave();
+    void BeginOrbit(const PicturePoint& point);
+    void BeginPan(const PicturePoint& point);
+    void BeginStroke(const PicturePoint& point);
+    void Drag(const PicturePoint& point);
+    void EndDrag();
+    void Zoom(const PicturePoint& point, double steps);
+    void GoToMap(const PicturePoint& point, int width, int height, double factor);
+
+    /// Whether time must go on: a stroke is held.
+    bool IsStroking() const noexcept { return drag_ == DragKind::Stroke; }
+    void ContinueStroke(double seconds);
+
+    void SetBrushShown(bool shown);
+    void Undo();
+    void Redo();
+
+    /// The camera has moved, by whoever.
+    void CameraMoved();
+
+    /// What is under the mouse, for the status bar; empty where there is no ground.
+    std::string PlaceUnderMouse() const;
+    std::string HeightUnderMouse() const;
+
+    /// Draws a picture of another size and writes it. \throws std::runtime_error for the user
+    void SavePicture(const std::string& path, int width, int height);
+
+private:
+    enum class DragKind { None, Orbit, Pan, Stroke };
+
+    void HeightsChanged(const GridArea& cells, bool finished);
+    void Restyle(const ViewSettings& before);
+    void SetOutline();
+    void RenewMap();
+    void DrawCone(const MapView& map, int width, int height, double factor) const;
+    MapView MapFor(int width, int height, double factor) const;
+    void Stroke(double seconds);
+    std::optional<GroundRing> Ring() const;
+
+    ComPtr<IKvoHost> host_;
+    GlLookup lookup_;
+    GlFunctions gl_;
+    ViewSettings settings_;
+    std::function<void(const ViewerChange&)> changed_;
+    BackgroundLight light_;
+    std::unique_ptr<TerrainDocument> document_;
+    ComPtr<tessara::Camera> camera_;
+    std::unique_ptr<CameraController> controller_;
+    std::unique_ptr<TerrainView> view_;
+    HeightColors colors_;
+    DragKind drag_ = DragKind::None;
+    std::optional<PicturePoint> mouse_;
+    double strokeLevel_ = 0.0;
+    GridArea strokeArea_;
+    bool brushShown_ = false;
+    bool mapStale_ = true;
+};
+
+}  // namespace tessara

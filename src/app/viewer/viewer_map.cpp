@@ -1,0 +1,109 @@
+#include "app/viewer/view_overlay.h"
+#include "app/viewer/viewer.h"
+#include "surface/itessara.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessara {
+
+namespace {
+
+constexpr double kMapMargin = 8.0;
+
+}  // namespace
+
+MapView Viewer::MapFor(int width, int height, double factor) const
+{
+    const GroundFrame& ground = document_->Session().Ground();
+    const Vector3 units = ground.DrawUnits();
+    return MapView(width, height, ground.Width() + units.x, ground.Depth() + units.z,
+                   static_cast<int>(std::lround(kMapMargin * factor)));
+}
+
+void Viewer::RenewMap()
+{
+    mapStale_ = false;
+    document_->Session().Surface().CreateTextureSurface2D();
+}
+
+/// The surface's own picture of the heights, without the border around the grid, and the camera on it.
+void Viewer::DrawMap(int width, int height, double factor, TextPainter& text)
+{
+    glViewport(0, 0, width, height);
+    glClearColor(0.16f, 0.17f, 0.19f, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    if (!document_)
+        return;
+    if (mapStale_)
+        RenewMap();
+    const TerrainSession& session = document_->Session();
+    const MapView map = MapFor(width, height, factor);
+    const auto frame = map.Frame();
+    {
+        const PixelSpace space(width, height);
+        const Vector3 units = session.Ground().DrawUnits();
+        const double border = static_cast<double>(session.Border());
+        glEnable(GL_SCISSOR_TEST);
+        glScissor(static_cast<GLint>(std::lround(frame[0])), static_cast<GLint>(std::lround(height - frame[3])),
+                  static_cast<GLsizei>(std::lround(frame[2] - frame[0])),
+                  static_cast<GLsizei>(std::lround(frame[3] - frame[1])));
+        glColor3f(1.0f, 1.0f, 1.0f);
+        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
+        glTranslated(frame[0], frame[1], 0.0);
+        glScaled(units.x / map.MetresPerPixel(), units.z / map.MetresPerPixel(), 1.0);
+        glTranslated(-border, -border, 0.0);
+        session.Surface().Draw2D(0, 0, 0, 0);
+        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+        glDisable(GL_SCISSOR_TEST);
+    }
+    DrawCone(map, width, height, factor);
+    DrawScaleBar(width, height, map.MetresPerPixel(), factor, text);
+}
+
+void Viewer::DrawCone(const MapView& map, int width, int height, double factor) const
+{
+    const GroundFrame& ground = document_->Session().Ground();
+    const Vector3 units = ground.DrawUnits();
+    const auto cone = ViewCone(*controller_, static_cast<double>(camera_->Width()) / camera_->Height());
+    const auto place = [&](const Vector3& point) {
+        return map.ToPane(point.x + units.x * 0.5, point.z + units.z * 0.5);
+    };
+    const PicturePoint eye = place(cone[0]);
+    const PicturePoint left = place(cone[1]);
+    const PicturePoint right = place(cone[2]);
+    const PixelSpace space(width, height);
+    glColor4f(1.0f, 0.93f, 0.35f, 0.28f);
+    glBegin(GL_TRIANGLES);
+    glVertex2d(eye.x, eye.y);
+    glVertex2d(left.x, left.y);
+    glVertex2d(right.x, right.y);
+    glEnd();
+    glLineWidth(static_cast<GLfloat>(1.5 * factor));
+    glColor4f(1.0f, 0.93f, 0.35f, 0.9f);
+    glBegin(GL_LINE_STRIP);
+    glVertex2d(left.x, left.y);
+    glVertex2d(eye.x, eye.y);
+    glVertex2d(right.x, right.y);
+    glEnd();
+    glPointSize(static_cast<GLfloat>(7.0 * factor));
+    glColor3f(0.85f, 0.15f, 0.1f);
+    glBegin(GL_POINTS);
+    glVertex2d(eye.x, eye.y);
+    glEnd();
+}
+
+void Viewer::GoToMap(const PicturePoint& point, int width, int height, double factor)
+{
+    if (!document_)
+        return;
+    const GroundFrame& ground = document_->Session().Ground();
+    const Vector3 units = ground.DrawUnits();
+    const Vector3 place = MapFor(width, height, factor).ToGround(point);
+    const double x = std::clamp(place.x - units.x * 0.5, 0.0, ground.Width());
+    const double z = std::clamp(place.z - units.z * 0.5, 0.0, ground.Depth());
+    controller_->GoTo(x, z);
+    CameraMoved();
+}
+
+}  // namespace tessara
