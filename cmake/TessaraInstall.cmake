@@ -25,7 +25,7 @@ foreach(name headers platform host)
 endforeach()
 
 # Modules lie beside the libraries; nobody links with them.
-foreach(name module imagefile ui-wx)
+foreach(name module imagefile ui-wx viewer)
     if(TARGET tessara-${name})
         set_target_properties(tessara-${name} PROPERTIES INSTALL_RPATH "$ORIGIN")
         install(TARGETS tessara-${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime)

@@ -19,6 +19,7 @@ constexpr int kUsageError = 2;
 
 constexpr char kFooter[] = R"(
 Examples:
+  tessara view alps.tif                  a window to explore a file
   tessara render -o sample.png           a picture of the built-in sample
   tessara render alps.tif -o alps.png    a picture of a file
   tessara dump alps.tif -o alps.stl      its triangles, for a 3D printer
@@ -51,6 +52,7 @@ int Run(int argc, char** argv)
     program.set_help_flag("-h,--help", "Print this help and exit");
     program.failure_message(UsageMessage);
     program.require_subcommand(1);
+    AddViewCommand(program);
     AddRenderCommand(program);
     AddDumpCommand(program);
     AddInfoCommand(program);

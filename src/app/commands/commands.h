@@ -14,6 +14,7 @@ void AddInfoCommand(CLI::App& program);
 void AddSampleCommand(CLI::App& program);
 void AddMapCommand(CLI::App& program);
 void AddTexturesCommand(CLI::App& program);
+void AddViewCommand(CLI::App& program);
 void AddProjectCommand(CLI::App& program);
 
 /// Adds the commands register, unregister and classes.

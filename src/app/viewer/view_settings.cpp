@@ -102,6 +102,8 @@ void Visit(Archive& archive, WindowPlace& window)
     archive.Switch("Window/Maximised", window.maximised);
     archive.Whole("Window/SideWidth", window.sideWidth, 100, 100000);
     archive.Whole("Window/MapHeight", window.mapHeight, 50, 100000);
+    archive.Switch("Window/SideShown", window.sideShown);
+    archive.Switch("Window/MapShown", window.mapShown);
 }
 
 }  // namespace

@@ -39,6 +39,8 @@ struct WindowPlace {
     bool maximised = false;
     int sideWidth = 330;  ///< of the panes beside the terrain
     int mapHeight = 280;
+    bool sideShown = true;
+    bool mapShown = true;
 };
 
 /// Files that were opened, the youngest first, each once.

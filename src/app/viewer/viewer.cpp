@@ -316,4 +316,10 @@ void Viewer::SavePicture(const std::string& path, int width, int height)
     changed_({true, false, false});
 }
 
+std::uint64_t Viewer::ExportTriangles(const std::string& path)
+{
+    const double pixels = camera_->Width() / (2.0 * camera_->HalfWidth());
+    return document_->ExportTriangles(path, *camera_, pixels / settings_.errorPixels);
+}
+
 }  // namespace tessara

@@ -98,6 +98,9 @@ public:
     /// Draws a picture of another size and writes it. \throws std::runtime_error for the user
     void SavePicture(const std::string& path, int width, int height);
 
+    /// Writes the triangles of the picture. \return their number \throws std::runtime_error for the user
+    std::uint64_t ExportTriangles(const std::string& path);
+
 private:
     enum class DragKind { None, Orbit, Pan, Stroke };
 

@@ -57,7 +57,7 @@ bool SaveSettings(const KeptSettings& settings)
     if (!wxFileName::Mkdir(path.GetPath(), wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL) && !path.DirExists())
         return false;
     wxFileConfig file(wxEmptyString, wxEmptyString, path.GetFullPath(), wxEmptyString,
-                       wxCONFIG_USE_LOCAL_FILE | wxCONFIG_USE_NO_ESCAPE_CHARACTERS, wxConvUTF8);
+                      wxCONFIG_USE_LOCAL_FILE | wxCONFIG_USE_NO_ESCAPE_CHARACTERS, wxConvUTF8);
     file.DisableAutoSave();
     file.SetExpandEnvVars(false);
     for (long cookie = 0;;) {

@@ -1,20 +1,23 @@
 #include "app/viewer/window/status_progress.h"
 
+#include "app/viewer/window/load_bar.h"
+#include "app/viewer/window/window_text.h"
 #include "platform/com/bstr.h"
 #include "platform/com/guard.h"
 
-#include <wx/gauge.h>
 #include <wx/msgdlg.h>
-#include <wx/statusbr.h>
 
-#include <algorithm>
+#include <utility>
 
 namespace tessara {
 
 namespace {
 
+/// Work that takes less than this passes without a bar.
+constexpr auto kPatience = std::chrono::milliseconds(400);
+
 /// Drawing the bar takes longer than a step of most tasks.
-constexpr LONG kShownSteps = 20;
+constexpr auto kBetweenSteps = std::chrono::milliseconds(60);
 
 }  // namespace
 
@@ -35,53 +38,55 @@ HRESULT StatusProgress::SetProgressRange(LONG count)
 HRESULT StatusProgress::BeginProgress(LONG)
 {
     done_ = 0;
-    if (!window_ || !status_)
-        return S_OK;
-    status_->SetStatusText(wxString::FromUTF8(title_), field_);
-    gauge_->SetRange(kShownSteps);
-    gauge_->SetValue(0);
-    gauge_->Show();
-    status_->Update();
+    shown_ = false;
+    begin_ = lastStep_ = Clock::now();
     return S_OK;
 }
 
 HRESULT StatusProgress::StepProgress(LONG steps)
 {
-    const auto shown = [&] { return range_ > 0 ? std::min<std::int64_t>(std::int64_t{done_} * kShownSteps / range_, kShownSteps) : 0; };
-    const auto before = shown();
-    done_ += steps;
-    if (window_ && gauge_ && shown() != before) {
-        gauge_->SetValue(static_cast<int>(shown()));
-        gauge_->Update();
-    }
-    return S_OK;
+    return Guard([&] {
+        done_ += steps;
+        const Clock::time_point now = Clock::now();
+        if (!window_ || range_ <= 0 || now - begin_ < kPatience || now - lastStep_ < kBetweenSteps)
+            return S_OK;
+        lastStep_ = now;
+        if (!std::exchange(shown_, true))
+            bar_.Begin(title_, nullptr);
+        bar_.Step(static_cast<double>(done_) / static_cast<double>(range_));
+        bar_.Update();
+        return S_OK;
+    });
 }
 
 HRESULT StatusProgress::EndProgress(LONG)
 {
-    if (window_ && status_) {
-        gauge_->Hide();
-        status_->SetStatusText(wxEmptyString, field_);
-    }
-    return S_OK;
+    return Guard([&] {
+        if (std::exchange(shown_, false) && window_)
+            bar_.End();
+        return S_OK;
+    });
 }
 
 HRESULT StatusProgress::ShowMessage(BSTR message)
 {
     return Guard([&] {
         if (window_)
-            wxMessageBox(wxString::FromUTF8(NarrowText(message)), "Tessara", wxOK | wxICON_WARNING, window_);
+            wxMessageBox(Wide(NarrowText(message)), "Tessara", wxOK | wxICON_WARNING, window_);
         return S_OK;
     });
 }
 
 HRESULT StatusProgress::RequestRedraw(LONG, LONG)
 {
-    if (window_)
-        redraw_();
-    return S_OK;
+    return Guard([&] {
+        if (window_)
+            redraw_();
+        return S_OK;
+    });
 }
 
+/// The window has one state for all that can be done in it.
 HRESULT StatusProgress::SetViewState(LONG, LONG)
 {
     return S_OK;

@@ -3,31 +3,28 @@
 #include "platform/com/com_object.h"
 #include "services/progress_window.h"
 
+#include <chrono>
 #include <functional>
 #include <string>
 
-class wxGauge;
-class wxStatusBar;
 class wxWindow;
 
 namespace tessara {
 
-/// The host's progress and messages in the viewer's window: a bar beside the status texts, and message boxes.
+class LoadBar;
+
+/// The host's progress and messages in the viewer's window: its bar and message boxes. Work that is done at once shows
+/// no bar.
 class StatusProgress final : public ComObject<IProgressWindow> {
 public:
-    /// \param redraw draws the picture again at once
-    StatusProgress(wxWindow& window, std::function<void()> redraw) : window_(&window), redraw_(std::move(redraw)) {}
+    /// \param bar shows the progress \param redraw draws the picture again at once
+    StatusProgress(wxWindow& window, LoadBar& bar, std::function<void()> redraw)
+        : window_(&window), bar_(bar), redraw_(std::move(redraw))
+    {
+    }
 
     /// The window is about to go; from now on nothing is shown.
     void Detach() noexcept { window_ = nullptr; }
-
-    /// Where texts and bars go: the field of the status bar, counted from 0, and the gauge in it.
-    void SetBar(wxStatusBar* status, int field, wxGauge* gauge)
-    {
-        status_ = status;
-        field_ = field;
-        gauge_ = gauge;
-    }
 
     HRESULT STDMETHODCALLTYPE StepProgress(LONG steps) override;
     HRESULT STDMETHODCALLTYPE SetProgressRange(LONG count) override;
@@ -42,13 +39,16 @@ protected:
     ~StatusProgress() override = default;
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     wxWindow* window_;  // null once it has gone
+    LoadBar& bar_;
     std::function<void()> redraw_;
-    wxStatusBar* status_ = nullptr;
-    wxGauge* gauge_ = nullptr;
-    int field_ = 0;
     LONG range_ = 0;
     LONG done_ = 0;
+    bool shown_ = false;
+    Clock::time_point begin_;
+    Clock::time_point lastStep_;
     std::string title_;
 };
 

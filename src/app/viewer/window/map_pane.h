@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/viewer/window/gl_pane.h"
+
+namespace tessara {
+
+class TextPainter;
+class Viewer;
+
+/// The terrain as a map. A click goes there.
+class MapPane final : public GlPane {
+public:
+    explicit MapPane(wxWindow* parent);
+
+    /// \param viewer,text outlive their use; null ends it
+    void Show(Viewer* viewer, TextPainter* text);
+
+protected:
+    void Draw(int width, int height, double factor) override;
+
+private:
+    void Go(const wxMouseEvent& event);
+
+    Viewer* viewer_ = nullptr;
+    TextPainter* text_ = nullptr;
+};
+
+}  // namespace tessara

@@ -1,0 +1,182 @@
+#include "app/viewer/window/picture_pane.h"
+
+#include "app/viewer/viewer.h"
+
+#include <utility>
+
+namespace tessara {
+
+namespace {
+
+constexpr int kStrokeTick = 25;  // milliseconds
+constexpr auto kMeasureEvery = std::chrono::milliseconds(700);
+
+/// Share of the last frame in the pace that is shown.
+constexpr double kNewest = 0.2;
+
+}  // namespace
+
+PicturePane::PicturePane(wxWindow* parent, Listener listener)
+    : GlPane(parent),
+      listener_(std::move(listener)),
+      fly_(
+          *this, [this] { viewer_->CameraMoved(); }, [this] { listener_.state(); })
+{
+    SetMinSize(FromDIP(wxSize(200, 150)));
+    BindMouse();
+    stroke_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { ContinueStroke(); });
+}
+
+void PicturePane::BindMouse()
+{
+    for (const auto& pressed : {wxEVT_LEFT_DOWN, wxEVT_MIDDLE_DOWN, wxEVT_RIGHT_DOWN})
+        Bind(pressed, [this](wxMouseEvent& event) { OnPress(event); });
+    for (const auto& released : {wxEVT_LEFT_UP, wxEVT_MIDDLE_UP, wxEVT_RIGHT_UP})
+        Bind(released, [this](wxMouseEvent&) { OnRelease(); });
+    Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { OnMotion(event); });
+    Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) { OnWheel(event); });
+    Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent& event) {
+        event.Skip();
+        if (!IsReady() || dragging_)
+            return;
+        viewer_->Leave();
+        listener_.hovered();
+    });
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent& event) {
+        OnRelease();
+        event.Skip();
+    });
+}
+
+void PicturePane::Show(Viewer* viewer, TextPainter* text)
+{
+    fly_.Stop();
+    stroke_.Stop();
+    viewer_ = viewer;
+    text_ = text;
+    RequestDraw();
+}
+
+bool PicturePane::IsReady() const
+{
+    return viewer_ && viewer_->HasTerrain();
+}
+
+void PicturePane::SetFlying(bool flying)
+{
+    if (!flying)
+        fly_.Stop();
+    else if (IsReady()) {
+        OnRelease();
+        fly_.Start(viewer_->Camera());
+    }
+}
+
+void PicturePane::SetBrush(bool atHand)
+{
+    if (!viewer_ || brush_ == atHand)
+        return;
+    OnRelease();
+    brush_ = atHand;
+    SetCursor(atHand ? wxCursor(wxCURSOR_CROSS) : wxNullCursor);
+    viewer_->SetBrushShown(atHand);
+    listener_.state();
+}
+
+void PicturePane::OnPress(const wxMouseEvent& event)
+{
+    SetFocus();
+    if (!IsReady() || fly_.IsOn() || dragging_ || !MakeCurrent())
+        return;
+    const PicturePoint point = PixelAt(event.GetPosition());
+    if (event.LeftDown() && brush_ && !event.ControlDown() && !event.ShiftDown()) {
+        viewer_->BeginStroke(point);
+        lastStroke_ = Clock::now();
+        stroke_.Start(kStrokeTick);
+    } else if (event.LeftDown() && !event.ShiftDown())
+        viewer_->BeginOrbit(point);
+    else
+        viewer_->BeginPan(point);
+    dragging_ = true;
+    CaptureMouse();
+}
+
+void PicturePane::OnMotion(wxMouseEvent& event)
+{
+    event.Skip();
+    if (!IsReady() || fly_.IsOn())
+        return;
+    const PicturePoint point = PixelAt(event.GetPosition());
+    if (dragging_)
+        viewer_->Drag(point);
+    else
+        viewer_->Hover(point);
+    listener_.hovered();
+}
+
+void PicturePane::OnRelease()
+{
+    if (!std::exchange(dragging_, false))
+        return;
+    stroke_.Stop();
+    if (HasCapture())
+        ReleaseMouse();
+    if (IsReady() && MakeCurrent())
+        viewer_->EndDrag();
+}
+
+void PicturePane::OnWheel(const wxMouseEvent& event)
+{
+    if (!IsReady() || fly_.IsOn() || event.GetWheelAxis() != wxMOUSE_WHEEL_VERTICAL)
+        return;
+    const double steps = static_cast<double>(event.GetWheelRotation()) / event.GetWheelDelta();
+    viewer_->Zoom(PixelAt(event.GetPosition()), steps);
+    listener_.hovered();
+}
+
+void PicturePane::ContinueStroke()
+{
+    const Clock::time_point now = Clock::now();
+    const double seconds = std::chrono::duration<double>(now - std::exchange(lastStroke_, now)).count();
+    if (IsReady() && MakeCurrent())
+        viewer_->ContinueStroke(seconds);
+}
+
+void PicturePane::Draw(int width, int height, double factor)
+{
+    frameStart_ = Clock::now();
+    if (viewer_)
+        viewer_->DrawPicture(width, height, factor, *text_);
+}
+
+void PicturePane::Drawn()
+{
+    if (!IsReady())
+        return;
+    const double seconds = std::chrono::duration<double>(Clock::now() - frameStart_).count();
+    frameSeconds_ = frameSeconds_ > 0.0 ? frameSeconds_ + kNewest * (seconds - frameSeconds_) : seconds;
+    MeasureFrame();
+    listener_.drawn();
+    if (viewer_->WantsFrame())
+        RequestDraw();
+}
+
+/// What costs extra is measured when the picture has come to rest, and now and then while it moves.
+void PicturePane::MeasureFrame()
+{
+    const bool settled = !viewer_->WantsFrame();
+    if ((!settled || measured_) && Clock::now() - lastMeasure_ < kMeasureEvery) {
+        measured_ = measured_ && settled;
+        return;
+    }
+    viewer_->Measure();
+    lastMeasure_ = Clock::now();
+    measured_ = settled;
+}
+
+double PicturePane::FramesPerSecond() const
+{
+    return frameSeconds_ > 0.0 ? 1.0 / frameSeconds_ : 0.0;
+}
+
+}  // namespace tessara

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "app/viewer/window/fly_mode.h"
+#include "app/viewer/window/gl_pane.h"
+
+#include <chrono>
+#include <functional>
+
+namespace tessara {
+
+class TextPainter;
+class Viewer;
+
+/// The terrain in space, and the mouse over it.
+class PicturePane final : public GlPane {
+public:
+    struct Listener {
+        std::function<void()> hovered;  ///< the mouse points at something else
+        std::function<void()> drawn;    ///< a frame is on the screen, its figures are there
+        std::function<void()> state;    ///< flying, or the brush, began or ended
+    };
+
+    PicturePane(wxWindow* parent, Listener listener);
+
+    /// \param viewer,text outlive their use; null ends it
+    void Show(Viewer* viewer, TextPainter* text);
+
+    void SetFlying(bool flying);
+    bool IsFlying() const noexcept { return fly_.IsOn(); }
+
+    /// Whether the left mouse button works on the heights.
+    void SetBrush(bool atHand);
+    bool HasBrush() const noexcept { return brush_; }
+
+    /// Frames that a second would hold at the pace of the last ones; 0 before the first one.
+    double FramesPerSecond() const;
+
+protected:
+    void Draw(int width, int height, double factor) override;
+    void Drawn() override;
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    bool IsReady() const;
+    void BindMouse();
+    void OnPress(const wxMouseEvent& event);
+    void OnMotion(wxMouseEvent& event);
+    void OnRelease();
+    void OnWheel(const wxMouseEvent& event);
+    void ContinueStroke();
+    void MeasureFrame();
+
+    Listener listener_;
+    Viewer* viewer_ = nullptr;
+    TextPainter* text_ = nullptr;
+    FlyMode fly_;
+    wxTimer stroke_;
+    Clock::time_point lastStroke_;
+    Clock::time_point frameStart_;
+    Clock::time_point lastMeasure_;
+    double frameSeconds_ = 0.0;  // smoothed
+    bool brush_ = false;
+    bool dragging_ = false;
+    bool measured_ = false;
+};
+
+}  // namespace tessara
