@@ -34,7 +34,10 @@ public:
     /// reaches.
     void SetOutline(std::vector<Vector3> outline);
 
-    /// \param width,height of the picture in pixels, positive
+    /// The ground was changed: it may have risen above the camera.
+    void GroundChanged();
+
+    /// A camera that shows all of the terrain goes on doing so. \param width,height of the picture in pixels, positive
     void Resize(int width, int height);
 
     /// The factor on heights changed by this much: the camera stays over the same point of the ground at the same
@@ -82,11 +85,14 @@ public:
     /// Moves until the focus stands at a place, at the same distance.
     void GoTo(double x, double z);
 
-    /// Puts the camera somewhere.
+    /// Puts the camera somewhere; what isn't finite leaves it where it is.
     void Place(const Vector3& position, double azimuth, double tilt);
 
 private:
     void TurnAround(const Vector3& pivot, double azimuth, double tilt);
+    void MoveTo(const Vector3& place, double reach);
+    void MoveHolding(const Vector3& place, const PicturePoint& point, const Vector3& target);
+    void AimAt(const PicturePoint& point, const Vector3& target);
     void KeepAboveGround();
     void Apply();
     void SetLens();
@@ -106,6 +112,7 @@ private:
     int height_ = 1;
     Vector3 grabbed_;         // the point under the mouse
     PicturePoint grabbedAt_;  // where the mouse was last
+    bool showsAll_ = false;   // nobody has moved the camera since ShowAll
 };
 
 }  // namespace tessara

@@ -33,30 +33,20 @@ bool ClipAxis(double origin, double step, double low, double high, double& from,
     return from <= to;
 }
 
-/// The least root of a t^2 + b t + c within [from, to].
-std::optional<double> LeastRoot(double a, double b, double c, double from, double to)
+/// The least root of a t^2 + b t + c that is positive. \return nothing where there is none
+std::optional<double> LeastRoot(double a, double b, double c)
 {
-    double roots[2];
-    int count = 0;
-    if (std::fabs(a) < 1e-12) {
-        if (b == 0.0)
-            return std::nullopt;
-        roots[count++] = -c / b;
-    } else {
-        const double discriminant = b * b - 4.0 * a * c;
-        if (discriminant < 0.0)
-            return std::nullopt;
-        const double q = -0.5 * (b + std::copysign(std::sqrt(discriminant), b));
-        roots[count++] = q / a;
-        if (q != 0.0)
-            roots[count++] = c / q;
+    const double discriminant = b * b - 4.0 * a * c;
+    if (discriminant < 0.0)
+        return std::nullopt;
+    // Nothing is subtracted here that could cancel out, so small factors of t^2 do no harm.
+    const double q = -0.5 * (b + std::copysign(std::sqrt(discriminant), b));
+    std::optional<double> least;
+    for (const double root : {a == 0.0 ? 0.0 : q / a, q == 0.0 ? 0.0 : c / q}) {
+        if (root > 0.0 && (!least || root < *least))
+            least = root;
     }
-    std::sort(roots, roots + count);
-    for (int i = 0; i < count; ++i) {
-        if (roots[i] >= from && roots[i] <= to)
-            return roots[i];
-    }
-    return std::nullopt;
+    return least;
 }
 
 }  // namespace
@@ -93,8 +83,14 @@ double GroundModel::HeightAt(double x, double z) const
 
 double GroundModel::SlopeAt(double x, double z) const
 {
-    const double east = (MetresAt(x + data_.spacingX, z) - MetresAt(x - data_.spacingX, z)) / (2.0 * data_.spacingX);
-    const double south = (MetresAt(x, z + data_.spacingY) - MetresAt(x, z - data_.spacingY)) / (2.0 * data_.spacingY);
+    // At an edge there is ground on one side only.
+    const auto slope = [](double at, double reach, double extent, const auto& metres) {
+        const double low = std::clamp(at - reach, 0.0, extent);
+        const double high = std::clamp(at + reach, 0.0, extent);
+        return high > low ? (metres(high) - metres(low)) / (high - low) : 0.0;
+    };
+    const double east = slope(x, data_.spacingX, ground_.Width(), [&](double at) { return MetresAt(at, z); });
+    const double south = slope(z, data_.spacingY, ground_.Depth(), [&](double at) { return MetresAt(x, at); });
     return std::atan(std::hypot(east, south)) * 180.0 / std::numbers::pi;
 }
 
@@ -113,18 +109,20 @@ bool GroundModel::Clip(Ray& ray) const
                     static_cast<double>(data_.maximum) + 1.0, ray.from, ray.to);
 }
 
-/// The height within a cell is bilinear, so along a ray it is a parabola.
+/// The height within a cell is bilinear, so along a ray it is a parabola. Counted from where the ray enters the cell,
+/// so that a far origin costs no precision.
 std::optional<double> GroundModel::MeetInCell(const Ray& ray, int column, int row, double from, double to) const
 {
     const double h00 = Cell(column, row);
     const double h10 = Cell(column + 1, row);
     const double h01 = Cell(column, row + 1);
     const double h11 = Cell(column + 1, row + 1);
+    const Vector3 start = ray.At(from);
     // Beyond the outermost points the ground is level across the edge.
     const bool pastX = column < 0 || column >= data_.width - 1;
     const bool pastZ = row < 0 || row >= data_.height - 1;
-    const double u = pastX ? 0.0 : ray.origin.x - column;
-    const double v = pastZ ? 0.0 : ray.origin.z - row;
+    const double u = pastX ? 0.0 : start.x - column;
+    const double v = pastZ ? 0.0 : start.z - row;
     const double du = pastX ? 0.0 : ray.step.x;
     const double dv = pastZ ? 0.0 : ray.step.z;
     const double hu = h10 - h00;
@@ -132,24 +130,19 @@ std::optional<double> GroundModel::MeetInCell(const Ray& ray, int column, int ro
     const double huv = h11 - h10 - h01 + h00;
     const double a = -huv * du * dv;
     const double b = ray.step.y - hu * du - hv * dv - huv * (u * dv + v * du);
-    const double c = ray.origin.y - h00 - hu * u - hv * v - huv * u * v;
-    return LeastRoot(a, b, c, from, to);
+    const double c = start.y - h00 - hu * u - hv * v - huv * u * v;
+    if (c <= 0.0)
+        return from;  // it met the ground between two cells, but for rounding
+    const double length = to - from;
+    const auto root = LeastRoot(a, b, c);
+    if (root && *root <= length)
+        return from + *root;
+    return (a * length + b) * length + c < 0.0 ? std::optional<double>(to) : std::nullopt;
 }
 
-std::optional<Vector3> GroundModel::Pick(const Vector3& origin, const Vector3& direction) const
+/// Looks at one cell after the other along the ray.
+std::optional<double> GroundModel::Walk(const Ray& ray) const
 {
-    const double lift = ground_.FromMap(0.0, 0.0, 1.0).y - ground_.FromMap(0.0, 0.0, 0.0).y;
-    const double base = ground_.FromMap(0.0, 0.0, 0.0).y;
-    if (lift <= 0.0)
-        return std::nullopt;
-    Ray ray{{origin.x / data_.spacingX, (origin.y - base) / lift, origin.z / data_.spacingY},
-            {direction.x / data_.spacingX, direction.y / lift, direction.z / data_.spacingY},
-            0.0,
-            1e30};
-    if (Contains(origin.x, origin.z) && origin.y < HeightAt(origin.x, origin.z))
-        return std::nullopt;
-    if (!Clip(ray))
-        return std::nullopt;
     const Vector3 start = ray.At(ray.from);
     int column = static_cast<int>(std::floor(start.x));
     int row = static_cast<int>(std::floor(start.z));
@@ -159,18 +152,38 @@ std::optional<Vector3> GroundModel::Pick(const Vector3& origin, const Vector3& d
         return step == 0.0 ? 1e30 : ((step > 0.0 ? cell + 1 : cell) - position) / step;
     };
     double from = ray.from;
-    while (from <= ray.to) {
+    while (true) {
         const double nextX = border(ray.origin.x, ray.step.x, column);
         const double nextZ = border(ray.origin.z, ray.step.z, row);
-        const double to = std::min({nextX, nextZ, ray.to});
-        if (const auto met = MeetInCell(ray, column, row, from - 1e-9, to + 1e-9))
-            return origin + direction * *met;
+        const double to = std::clamp(std::min(nextX, nextZ), from, ray.to);
+        if (const auto met = MeetInCell(ray, column, row, from, to))
+            return met;
         if (to >= ray.to)
-            break;
+            return std::nullopt;
         (nextX < nextZ ? column : row) += nextX < nextZ ? stepX : stepZ;
         from = to;
     }
-    return std::nullopt;
+}
+
+std::optional<Vector3> GroundModel::Pick(const Vector3& origin, const Vector3& direction) const
+{
+    const double lift = ground_.FromMap(0.0, 0.0, 1.0).y - ground_.FromMap(0.0, 0.0, 0.0).y;
+    const double base = ground_.FromMap(0.0, 0.0, 0.0).y;
+    const Vector3 along = Normalised(direction);
+    if (lift <= 0.0 || Length(along) == 0.0)
+        return std::nullopt;
+    Ray ray{{origin.x / data_.spacingX, (origin.y - base) / lift, origin.z / data_.spacingY},
+            {along.x / data_.spacingX, along.y / lift, along.z / data_.spacingY},
+            0.0,
+            1e30};
+    if (!Clip(ray))
+        return std::nullopt;
+    // Where it comes in through a side of the terrain it sees earth, and no ground from below.
+    const Vector3 start = ray.At(ray.from);
+    if (start.y < Metres(start.x, start.z))
+        return std::nullopt;
+    const auto met = Walk(ray);
+    return met ? std::optional<Vector3>(origin + along * *met) : std::nullopt;
 }
 
 }  // namespace tessara

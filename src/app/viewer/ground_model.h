@@ -29,7 +29,7 @@ public:
     bool Contains(double x, double z) const;
 
     /// Where a ray from above the ground first meets it. \param direction of any length
-    /// \return nothing where it meets none, or starts below the ground
+    /// \return nothing where it meets none, starts below the ground or comes in below it through a side of the terrain
     std::optional<Vector3> Pick(const Vector3& origin, const Vector3& direction) const;
 
 private:
@@ -38,6 +38,7 @@ private:
     double Cell(int column, int row) const;
     double Metres(double column, double row) const;
     bool Clip(Ray& ray) const;
+    std::optional<double> Walk(const Ray& ray) const;
     std::optional<double> MeetInCell(const Ray& ray, int column, int row, double from, double to) const;
 
     const ElevationData& data_;
