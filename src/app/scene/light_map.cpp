@@ -16,6 +16,8 @@ constexpr float kPenumbra = 0.04f;
 constexpr double kLeastSeaShare = 0.004;
 constexpr std::size_t kLeastSeaPoints = 64;
 
+constexpr double kSunlightShare = 0.4;  // of the time
+
 /// Heights in metres as they are drawn, on a grid that may be coarser than the terrain's.
 struct HeightGrid {
     int width;
@@ -203,12 +205,19 @@ void SetNormal(LightMap::Texel& texel, const Reduction& grid, int x, int z, cons
     texel.normalZ = Pack(0.5f - 0.5f * slopeZ / length);
 }
 
+void Report(const ProgressCallback& progress, double fraction)
+{
+    if (progress)
+        progress(fraction);
+}
+
 /// Sunlight of all points, with the steps of shadows' edges from cell to cell smoothed.
-std::vector<float> SunlightOf(const HeightGrid& grid, const Vector3& sun)
+std::vector<float> SunlightOf(const HeightGrid& grid, const Vector3& sun, const ProgressCallback& progress)
 {
     HeightGrid light = grid;
     const SunRay ray(grid, sun);
     for (int z = 0; z < grid.height; ++z) {
+        Report(progress, kSunlightShare * z / grid.height);
         for (int x = 0; x < grid.width; ++x)
             light.heights[grid.Index(x, z)] = ray.Sunlight(x, z);
     }
@@ -227,14 +236,16 @@ std::vector<float> SunlightOf(const HeightGrid& grid, const Vector3& sun)
 
 }  // namespace
 
-LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vector3& sun, int maximumSide)
+LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vector3& sun, int maximumSide,
+                      const ProgressCallback& progress)
 {
     const Reduction reduction = ReductionTo(data, maximumSide);
     const HeightGrid grid = Reduce(data, reduction, exaggeration);
-    const std::vector<float> sunlight = SunlightOf(grid, sun);
+    const std::vector<float> sunlight = SunlightOf(grid, sun, progress);
     LightMap map{grid.width, grid.height, {}, FindSea(data, grid)};
     map.texels.resize(grid.heights.size());
     for (int z = 0; z < grid.height; ++z) {
+        Report(progress, kSunlightShare + (1.0 - kSunlightShare) * z / grid.height);
         for (int x = 0; x < grid.width; ++x) {
             LightMap::Texel& texel = map.texels[grid.Index(x, z)];
             SetNormal(texel, reduction, x, z, [&](int column, int row) { return grid.At(column, row); });
@@ -242,6 +253,7 @@ LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vect
             texel.skylight = Pack(Skylight(grid, x, z));
         }
     }
+    Report(progress, 1.0);
     return map;
 }
 

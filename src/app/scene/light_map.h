@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/elevation/progress_callback.h"
 #include "host/vector3.h"
 
 #include <cstdint>
@@ -28,7 +29,8 @@ struct LightMap {
 
 /// \param exaggeration factor on heights \param sun unit vector of true space towards the sun
 /// \param maximumSide texels along an edge; a larger grid is averaged down to it
-LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vector3& sun, int maximumSide);
+LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vector3& sun, int maximumSide,
+                      const ProgressCallback& progress = {});
 
 /// A rectangle of a grid; the right column and the bottom row lie outside.
 struct GridArea {

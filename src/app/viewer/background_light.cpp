@@ -5,6 +5,13 @@
 
 namespace tessara {
 
+namespace {
+
+/// Nobody waits for the light any more.
+struct Abandoned {};
+
+}  // namespace
+
 BackgroundLight::BackgroundLight(std::function<void()> ready) : ready_(std::move(ready)), thread_([this] { Run(); }) {}
 
 BackgroundLight::~BackgroundLight()
@@ -61,14 +68,20 @@ void BackgroundLight::Run()
         busy_ = true;
         lock.unlock();
         std::unique_ptr<LightMap> map;
+        const auto goOn = [this, order](double) {
+            if (ending_ || orders_ != order)
+                throw Abandoned{};
+        };
         try {
-            map = std::make_unique<LightMap>(MakeLightMap(request.data, request.exaggeration, request.sun, kSide));
+            map =
+                std::make_unique<LightMap>(MakeLightMap(request.data, request.exaggeration, request.sun, kSide, goOn));
+        } catch (const Abandoned&) {
         } catch (const std::bad_alloc&) {
             // The light stays as it is.
         }
         lock.lock();
         busy_ = false;
-        if (!map || order != orders_)
+        if (!map || ending_ || order != orders_)
             continue;
         result_ = std::move(map);
         lock.unlock();

@@ -3,6 +3,7 @@
 #include "app/scene/light_map.h"
 #include "host/elevation/elevation_data.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -31,7 +32,7 @@ public:
     /// The youngest map that is ready and hasn't been taken. \return nothing while there is none
     std::unique_ptr<LightMap> Take();
 
-    /// Whether something was ordered that isn't ready.
+    /// Whether it is at work, or about to be.
     bool IsBusy();
 
     static constexpr int kSide = 2048;  ///< texels along an edge at most
@@ -50,9 +51,9 @@ private:
     std::condition_variable changed_;
     std::optional<Request> request_;
     std::unique_ptr<LightMap> result_;
-    unsigned orders_ = 0;  // so many were given; a map of an older one is dropped
+    std::atomic<unsigned> orders_{0};  // so many were given; a map of an older one is dropped
+    std::atomic<bool> ending_{false};
     bool busy_ = false;
-    bool ending_ = false;
     std::thread thread_;
 };
 

@@ -3,6 +3,8 @@
 #include "host/elevation/elevation_data.h"
 
 #include <algorithm>
+#include <cstring>
+#include <utility>
 
 namespace tessara {
 
@@ -34,7 +36,7 @@ GridArea HeightHistory::AreaOf(const ElevationData& data, const Tile& tile)
 
 std::size_t HeightHistory::SizeOf(const Stroke& stroke)
 {
-    return stroke.size() * kTile * kTile * sizeof(float);
+    return stroke.tiles.size() * kTile * kTile * sizeof(float);
 }
 
 void HeightHistory::Begin()
@@ -42,7 +44,7 @@ void HeightHistory::Begin()
     for (const Stroke& stroke : undone_)
         kept_ -= SizeOf(stroke);
     undone_.clear();
-    current_.clear();
+    current_ = {};
 }
 
 void HeightHistory::Keep(const ElevationData& data, const GridArea& area)
@@ -51,25 +53,42 @@ void HeightHistory::Keep(const ElevationData& data, const GridArea& area)
         return;
     for (int y = area.top / kTile; y <= (area.bottom - 1) / kTile; ++y) {
         for (int x = area.left / kTile; x <= (area.right - 1) / kTile; ++x) {
-            const auto [place, isNew] = current_.try_emplace({x, y});
-            if (!isNew)
+            if (current_.tiles.contains({x, y}))
                 continue;
             const GridArea tile = AreaOf(data, {x, y});
+            std::vector<float> heights;
+            heights.reserve(std::size_t{kTile} * kTile);
             for (int row = tile.top; row < tile.bottom; ++row) {
-                const auto heights = RowOf(data, tile, row);
-                place->second.insert(place->second.end(), heights, heights + (tile.right - tile.left));
+                const auto first = RowOf(data, tile, row);
+                heights.insert(heights.end(), first, first + (tile.right - tile.left));
             }
+            current_.tiles.emplace(Tile{x, y}, std::move(heights));
         }
     }
 }
 
-void HeightHistory::End()
+/// Whether the grid has those heights in a tile, bit for bit.
+bool HeightHistory::Holds(const ElevationData& data, const Tile& tile, const std::vector<float>& heights)
 {
-    if (current_.empty())
-        return;
-    kept_ += SizeOf(current_);
-    done_.push_back(std::move(current_));
-    current_.clear();
+    const GridArea area = AreaOf(data, tile);
+    const auto columns = static_cast<std::size_t>(area.right - area.left);
+    const float* kept = heights.data();
+    for (int row = area.top; row < area.bottom; ++row, kept += columns) {
+        if (std::memcmp(&*RowOf(data, area, row), kept, columns * sizeof(float)) != 0)
+            return false;
+    }
+    return true;
+}
+
+void HeightHistory::End(const ElevationData& data)
+{
+    std::erase_if(current_.tiles, [&](const auto& tile) { return Holds(data, tile.first, tile.second); });
+    if (!current_.tiles.empty()) {
+        current_.state = ++lastState_;
+        kept_ += SizeOf(current_);
+        done_.push_back(std::move(current_));
+    }
+    current_ = {};
     DropOldest();
 }
 
@@ -77,6 +96,7 @@ void HeightHistory::DropOldest()
 {
     while (kept_ > limit_ && done_.size() > 1) {
         kept_ -= SizeOf(done_.front());
+        firstState_ = done_.front().state;
         done_.pop_front();
     }
 }
@@ -84,7 +104,7 @@ void HeightHistory::DropOldest()
 GridArea HeightHistory::Swap(ElevationData& data, Stroke& stroke)
 {
     GridArea changed;
-    for (auto& [place, heights] : stroke) {
+    for (auto& [place, heights] : stroke.tiles) {
         const GridArea tile = AreaOf(data, place);
         float* other = heights.data();
         for (int row = tile.top; row < tile.bottom; ++row, other += tile.right - tile.left)
@@ -110,14 +130,6 @@ GridArea HeightHistory::Redo(ElevationData& data)
     done_.push_back(std::move(undone_.back()));
     undone_.pop_back();
     return Swap(data, done_.back());
-}
-
-void HeightHistory::Clear()
-{
-    current_.clear();
-    done_.clear();
-    undone_.clear();
-    kept_ = 0;
 }
 
 }  // namespace tessara

@@ -3,6 +3,7 @@
 #include "app/scene/light_map.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <utility>
@@ -26,7 +27,7 @@ public:
     void Keep(const ElevationData& data, const GridArea& area);
 
     /// The stroke has ended. One that changed nothing is forgotten.
-    void End();
+    void End(const ElevationData& data);
 
     bool CanUndo() const noexcept { return !done_.empty(); }
     bool CanRedo() const noexcept { return !undone_.empty(); }
@@ -36,14 +37,19 @@ public:
     GridArea Undo(ElevationData& data);
     GridArea Redo(ElevationData& data);
 
-    void Clear();
+    /// The same number means the same heights, as far as only strokes change them and none is going on.
+    std::uint64_t State() const noexcept { return done_.empty() ? firstState_ : done_.back().state; }
 
 private:
     static constexpr int kTile = 32;
-    using Tile = std::pair<int, int>;                   // column and row of tiles
-    using Stroke = std::map<Tile, std::vector<float>>;  // the other heights of each tile
+    using Tile = std::pair<int, int>;  // column and row of tiles
+    struct Stroke {
+        std::map<Tile, std::vector<float>> tiles;  // the other heights of each
+        std::uint64_t state = 0;                   // after it
+    };
     static GridArea AreaOf(const ElevationData& data, const Tile& tile);
     static GridArea Swap(ElevationData& data, Stroke& stroke);
+    static bool Holds(const ElevationData& data, const Tile& tile, const std::vector<float>& heights);
     static std::size_t SizeOf(const Stroke& stroke);
     void DropOldest();
 
@@ -52,6 +58,8 @@ private:
     Stroke current_;
     std::deque<Stroke> done_;
     std::vector<Stroke> undone_;
+    std::uint64_t firstState_ = 0;  // before the oldest stroke
+    std::uint64_t lastState_ = 0;   // the last number given
 };
 
 /// The least area that holds both; an empty one counts for nothing.

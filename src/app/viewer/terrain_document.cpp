@@ -40,8 +40,12 @@ TerrainDocument::TerrainDocument(std::string path, ElevationData data, double ex
     const double across = std::max(data_.width * data_.spacingX, data_.height * data_.spacingY);
     const double lowest = static_cast<double>(data_.minimum);
     const double highest = static_cast<double>(data_.maximum);
-    floor_ = static_cast<double>(static_cast<float>(lowest - std::max(0.015 * across, 0.1 * (highest - lowest))));
-    top_ = highest > lowest ? highest : lowest + 0.05 * across;
+    const double relief = highest - lowest;
+    // The palette's entries are spread from the floor to the top: most of them are for the ground that is there.
+    const double room = 0.015 * across;
+    floor_ = relief > 0.0 ? lowest - std::clamp(room, 0.1 * relief, 0.4 * relief) : lowest - room;
+    floor_ = static_cast<double>(static_cast<float>(floor_));
+    top_ = relief > 0.0 ? highest : lowest + 0.05 * across;
     top_ = static_cast<double>(static_cast<float>(top_));
 
     // The component's heights run from the floor to the top.
@@ -59,6 +63,7 @@ void TerrainDocument::Write(const GridArea& area, std::span<const float> heights
     if (area.IsEmpty())
         return;
     history_.Keep(data_, area);
+    writing_ = true;
     const auto columns = static_cast<std::ptrdiff_t>(area.right - area.left);
     auto source = heights.begin();
     for (int row = area.top; row < area.bottom; ++row, source += columns)
@@ -70,7 +75,6 @@ void TerrainDocument::Write(const GridArea& area, std::span<const float> heights
 /// The range only grows while a stroke lasts; it is exact again at its end.
 void TerrainDocument::Changed(const GridArea& area)
 {
-    modified_ = true;
     for (int row = area.top; row < area.bottom; ++row) {
         const auto first = data_.metres.begin() + area.left + static_cast<std::ptrdiff_t>(row) * data_.width;
         const auto [low, high] = std::minmax_element(first, first + (area.right - area.left));
@@ -100,7 +104,8 @@ void TerrainDocument::CopyToMatrix(const GridArea& area)
 
 void TerrainDocument::EndStroke()
 {
-    history_.End();
+    history_.End(data_);
+    writing_ = false;
     ScanHeights(data_);
 }
 
@@ -127,7 +132,7 @@ GridArea TerrainDocument::Redo()
 void TerrainDocument::Save(const std::string& path)
 {
     WriteElevationFile(data_, path);
-    modified_ = false;
+    savedState_ = history_.State();
 }
 
 std::uint64_t TerrainDocument::ExportTriangles(const std::string& path, Camera& camera, double levelOfDetail) const

@@ -5,6 +5,7 @@
 #include "host/elevation/elevation_data.h"
 #include "host/terrain_session.h"
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -46,7 +47,7 @@ public:
     GridArea Redo();
 
     /// Whether there are changes that no file holds.
-    bool IsModified() const noexcept { return modified_; }
+    bool IsModified() const noexcept { return writing_ || history_.State() != savedState_; }
 
     /// Writes the heights as a GeoTIFF, or what else the name's ending asks for.
     /// \throws std::runtime_error with one sentence that names the file
@@ -67,7 +68,8 @@ private:
     std::unique_ptr<TerrainSession> session_;
     std::unique_ptr<GroundModel> ground_;
     HeightHistory history_;
-    bool modified_ = false;
+    std::uint64_t savedState_ = 0;  // of the history, when the heights were as a file holds them
+    bool writing_ = false;          // a stroke that isn't ended has changed heights
 };
 
 }  // namespace tessara

@@ -43,9 +43,8 @@ void TerrainLoader::Run(const ElevationReadOptions& reading, double exaggeration
         const auto progress = [this](double fraction) { Show(kReading * fraction); };
         terrain_.data = terrain_.path.empty() ? MakeSampleTerrain(kSampleTerrainSize, kSampleTerrainSeed, progress)
                                               : ReadElevationFile(terrain_.path, reading, progress);
-        Show(kReading);
-        terrain_.light = MakeLightMap(terrain_.data, exaggeration, sun, BackgroundLight::kSide);
-        Show(1.0);
+        const auto lighting = [this](double fraction) { Show(kReading + (1.0 - kReading) * fraction); };
+        terrain_.light = MakeLightMap(terrain_.data, exaggeration, sun, BackgroundLight::kSide, lighting);
     } catch (const Cancelled&) {
     } catch (const std::bad_alloc&) {
         failure_ = std::make_exception_ptr(
@@ -61,8 +60,9 @@ std::optional<LoadedTerrain> TerrainLoader::Take()
 {
     if (thread_.joinable())
         thread_.join();
-    if (failure_)
-        std::rethrow_exception(std::exchange(failure_, nullptr));
+    const std::exception_ptr failure = std::exchange(failure_, nullptr);
+    if (failure && !cancelled_)
+        std::rethrow_exception(failure);
     if (cancelled_ || terrain_.data.metres.empty())
         return std::nullopt;
     return std::move(terrain_);

@@ -4,6 +4,11 @@
 #include "platform/system/number_text.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <system_error>
+#include <utility>
 
 namespace tessara {
 
@@ -35,17 +40,18 @@ public:
     explicit Reader(const SettingsMap& stored) : stored_(stored) {}
     void Number(const char* name, double& value, double low, double high)
     {
-        if (const std::string* text = Find(name))
-            value = std::clamp(LeadingNumber(*text), low, high);
+        if (const auto number = Parse<double>(name); number && !std::isnan(*number))
+            value = std::clamp(*number, low, high);
     }
     void Whole(const char* name, int& value, int low, int high)
     {
-        if (const std::string* text = Find(name))
-            value = std::clamp(LeadingInteger(*text), low, high);
+        if (const auto number = Parse<int>(name))
+            value = std::clamp(*number, low, high);
     }
     void Switch(const char* name, bool& value)
     {
-        if (const std::string* text = Find(name))
+        const std::string* text = Find(name);
+        if (text && (*text == "0" || *text == "1"))
             value = *text == "1";
     }
     void Text(const char* name, std::string& value, const std::vector<std::string>& allowed)
@@ -65,6 +71,19 @@ public:
     }
 
 private:
+    /// A value that is a number from its first to its last character.
+    template <class Number>
+    std::optional<Number> Parse(const char* name) const
+    {
+        const std::string* text = Find(name);
+        Number number{};
+        if (!text)
+            return std::nullopt;
+        const char* end = text->data() + text->size();
+        const auto result = std::from_chars(text->data(), end, number);
+        return result.ec == std::errc() && result.ptr == end ? std::optional(number) : std::nullopt;
+    }
+
     const std::string* Find(const char* name) const
     {
         const auto found = stored_.find(name);
@@ -108,14 +127,14 @@ void Visit(Archive& archive, WindowPlace& window)
 
 }  // namespace
 
-void RecentFiles::Add(const std::string& path)
+void RecentFiles::Add(std::string path)
 {
     Remove(path);
-    paths_.insert(paths_.begin(), path);
+    paths_.insert(paths_.begin(), std::move(path));
     paths_.resize(std::min(paths_.size(), kMost));
 }
 
-void RecentFiles::Remove(const std::string& path)
+void RecentFiles::Remove(std::string path)
 {
     std::erase(paths_, path);
 }

@@ -48,8 +48,8 @@ class RecentFiles {
 public:
     static constexpr std::size_t kMost = 9;
 
-    void Add(const std::string& path);
-    void Remove(const std::string& path);
+    void Add(std::string path);
+    void Remove(std::string path);
     const std::vector<std::string>& Paths() const noexcept { return paths_; }
 
 private:
@@ -68,7 +68,7 @@ using SettingsMap = std::map<std::string, std::string>;
 
 SettingsMap Store(const KeptSettings& settings);
 
-/// What is missing gets its default, what is out of range the nearest value that isn't.
+/// What is missing or no value gets its default, what is out of range the nearest value that isn't.
 KeptSettings Restore(const SettingsMap& stored);
 
 }  // namespace tessara

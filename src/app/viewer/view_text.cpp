@@ -10,17 +10,27 @@ namespace tessara {
 
 namespace {
 
+/// Places closer than this share of a step count as one.
+constexpr double kSame = 1e-9;
+
+/// A rounded number, where a minus before nothing but zeros is none.
+std::string Rounded(double value, int digits)
+{
+    const std::string text = FixedText(value, digits);
+    return text.find_first_of("123456789") == std::string::npos && text.starts_with('-') ? text.substr(1) : text;
+}
+
 /// A number without needless zeros behind the point.
 std::string Trimmed(double value, int digits)
 {
-    std::string text = FixedText(value, digits);
+    std::string text = Rounded(value, digits);
     if (text.find('.') == std::string::npos)
         return text;
     while (text.back() == '0')
         text.pop_back();
     if (text.back() == '.')
         text.pop_back();
-    return text == "-0" ? "0" : text;
+    return text;
 }
 
 /// Digits behind the point that tell two neighbouring cells apart.
@@ -33,12 +43,12 @@ int DigitsFor(double step)
 
 std::string LengthText(double metres)
 {
-    return std::fabs(metres) >= 1000.0 ? Trimmed(metres / 1000.0, 2) + " km" : Trimmed(metres, 2) + " m";
+    return std::fabs(metres) >= 999.995 ? Trimmed(metres / 1000.0, 2) + " km" : Trimmed(metres, 2) + " m";
 }
 
 std::string HeightText(double metres)
 {
-    return FixedText(metres, 1) + " m";
+    return Rounded(metres, 1) + " m";
 }
 
 std::string SlopeText(double degrees)
@@ -68,14 +78,14 @@ std::string PlaceText(const ElevationData& data, double x, double z)
     if (data.geographic)
         return FixedText(std::fabs(second), digits) + (second < 0.0 ? "° S  " : "° N  ") +
                FixedText(std::fabs(first), digits) + (first < 0.0 ? "° W" : "° E") + "   (" + metres + ")";
-    return FixedText(first, digits) + " E  " + FixedText(second, digits) + " N   (" + metres + ")";
+    return Rounded(first, digits) + " E  " + Rounded(second, digits) + " N   (" + metres + ")";
 }
 
 double RoundLength(double most)
 {
     const double unit = std::pow(10.0, std::floor(std::log10(most)));
     for (const double factor : {5.0, 2.0}) {
-        if (factor * unit <= most)
+        if (factor * unit <= most * (1.0 + kSame))
             return factor * unit;
     }
     return unit;
@@ -83,14 +93,16 @@ double RoundLength(double most)
 
 std::vector<double> LegendMarks(double low, double high, int most)
 {
-    std::vector<double> marks;
-    if (!(high > low))
+    if (!(high > low) || !std::isfinite(high - low))
         return {low};
     double step = RoundLength((high - low) / most);
-    while ((high - low) / step > most)
+    const auto first = [&] { return std::ceil(low / step - kSame); };
+    const auto count = [&] { return std::floor(high / step + kSame) - first() + 1.0; };
+    while (count() > most)
         step = RoundLength(step * 2.5);
-    for (double mark = std::ceil(low / step) * step; mark <= high + step * 1e-9; mark += step)
-        marks.push_back(std::fabs(mark) < step * 1e-9 ? 0.0 : mark);
+    std::vector<double> marks;
+    for (int i = 0; i < static_cast<int>(count()); ++i)
+        marks.push_back((first() + i) * step + 0.0);  // never a negative zero
     return marks;
 }
 

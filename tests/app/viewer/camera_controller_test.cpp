@@ -127,7 +127,7 @@ TEST(CameraController, NoSequenceOfMovesLosesTheTerrainOrGetsUnderIt)
                                         : RoughElevation(seed, width, 33, 0.1 * width, 25.0),
                               0.1 + 9.0 * any(random));
         CameraController& controller = view.controller;
-        for (int move = 0; move < 3000; ++move) {
+        for (int move = 0; move < 1000; ++move) {
             const PicturePoint mouse = view.AnyPoint(random);
             const double one = 2.0 * any(random) - 1.0;
             const double other = 2.0 * any(random) - 1.0;
