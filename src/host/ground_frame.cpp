@@ -20,6 +20,11 @@ Vector3 GroundFrame::FromMap(double east, double north, double height) const noe
     return {east, (height - minimum_) * exaggeration_, Depth() - north};
 }
 
+Vector3 GroundFrame::ToMap(const Vector3& point) const noexcept
+{
+    return {point.x, Depth() - point.z, minimum_ + point.y / exaggeration_};
+}
+
 Vector3 GroundFrame::FromGrid(int column, int row, double height) const noexcept
 {
     return {column * spacingX_, (height - minimum_) * exaggeration_, row * spacingY_};

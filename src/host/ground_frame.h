@@ -42,6 +42,9 @@ public:
 
     Vector3 FromMap(double east, double north, double height) const noexcept;
 
+    /// The map point of a point of true space.
+    Vector3 ToMap(const Vector3& point) const noexcept;
+
     /// The grid point of a column and a row, at a height in metres.
     Vector3 FromGrid(int column, int row, double height) const noexcept;
 

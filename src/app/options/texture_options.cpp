@@ -3,11 +3,11 @@
 #include "app/input/image_reader.h"
 #include "app/input/texture_lookup.h"
 #include "app/options/number_list.h"
+#include "app/scene/saved_textures.h"
 #include "host/console_progress.h"
 #include "host/project/project_place.h"
 #include "platform/com/bstr.h"
 #include "platform/com/com_object.h"
-#include "platform/gl/gl.h"
 #include "services/parser.h"
 #include "surface/itessara.h"
 
@@ -106,32 +106,11 @@ void ApplyDetail(ITessara& surface, const std::string& name)
     surface.UseTextureDetail(1);
 }
 
-/// Name of the detail texture that the terrain has.
-std::string DetailName(ITessara& surface)
-{
-    BstrHolder name;
-    BstrHolder table;
-    surface.GetDBTextureDetailName(name.Out(), table.Out());
-    return name.Narrow();
-}
-
-/// A project's switches may be on for textures that it doesn't have, or has no longer.
 void ApplySaved(ITessara& surface, ProjectPlace& saved, ConsoleProgress& progress)
 {
-    const HRESULT result = surface.LoadSerializedTextures(&saved);
-    if (FAILED(result))
-        throw std::runtime_error("OpenGL can't hold the source image of the terrain \"" + saved.Name() + "\".");
-    if (FAILED(surface.ActivateSourceTexture()))
-        surface.UseTextureSource(0);
-    surface.ActivateDetailTexture();
-    GLint bound = 0;
-    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
-    surface.ActivateCanvasTexture();  // there is none: both units are off again
-    if (bound != 0)
-        return;
-    surface.UseTextureDetail(0);
-    if (result == S_FALSE)
-        progress.Say("The detail texture \"" + DetailName(surface) + "\" of the terrain \"" + saved.Name() +
+    const std::string missing = TakeSavedTextures(surface, saved);
+    if (!missing.empty())
+        progress.Say("The detail texture \"" + missing + "\" of the terrain \"" + saved.Name() +
                      "\" is in no database any more: it is left out.");
 }
 

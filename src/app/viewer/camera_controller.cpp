@@ -198,10 +198,10 @@ void CameraController::Fly(const FlyInput& input, double seconds)
     Apply();
 }
 
-void CameraController::ShowAll()
+void CameraController::ShowAll(double azimuth, double tilt)
 {
-    azimuth_ = 24.0;
-    tilt_ = 30.0;
+    azimuth_ = Wrapped(azimuth);
+    tilt_ = std::clamp(tilt, kLowestTilt, 90.0);
     Apply();
     FramePoints(camera_, outline_, kMargin);
     position_ = camera_.Position();

@@ -78,7 +78,8 @@ public:
     /// Flies on for a time. Its speed grows with the height above the ground.
     void Fly(const FlyInput& input, double seconds);
 
-    void ShowAll();  ///< all of the terrain, from the south-west and above
+    void ShowAll() { ShowAll(24.0, 30.0); }  ///< all of the terrain, from the south-west and above
+    void ShowAll(double azimuth, double tilt);
     void NorthUp();  ///< turns around the focus until north is at the top
     void FromTop();  ///< turns around the focus until it looks straight down
 

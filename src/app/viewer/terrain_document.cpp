@@ -132,7 +132,16 @@ GridArea TerrainDocument::Redo()
 void TerrainDocument::Save(const std::string& path)
 {
     WriteElevationFile(data_, path);
-    savedState_ = history_.State();
+    HeightsSaved();
+}
+
+ElevationData TerrainDocument::Frame() const
+{
+    ElevationData frame = data_;
+    frame.metres.clear();
+    frame.minimum = static_cast<float>(floor_);
+    frame.maximum = static_cast<float>(top_);
+    return frame;
 }
 
 std::uint64_t TerrainDocument::ExportTriangles(const std::string& path, Camera& camera, double levelOfDetail) const

@@ -49,9 +49,18 @@ public:
     /// Whether there are changes that no file holds.
     bool IsModified() const noexcept { return writing_ || history_.State() != savedState_; }
 
+    /// Tells two states of the heights apart. Undone changes lead back to an earlier state.
+    std::uint64_t HeightState() const noexcept { return history_.State(); }
+
     /// Writes the heights as a GeoTIFF, or what else the name's ending asks for.
     /// \throws std::runtime_error with one sentence that names the file
     void Save(const std::string& path);
+
+    /// The heights as they are now are in a file.
+    void HeightsSaved() noexcept { savedState_ = history_.State(); }
+
+    /// Where the heights lie and what the component's elevations 0.0 and 1.0 stand for, without the heights.
+    ElevationData Frame() const;
 
     /// Adapts a terrain of its own to a camera and writes the triangles, as the program's command for that does.
     /// \return the number of triangles \throws std::runtime_error with one sentence that names the file

@@ -1,11 +1,15 @@
 #include "app/viewer/terrain_loader.h"
 
+#include "app/scene/atmosphere.h"
 #include "app/viewer/background_light.h"
+#include "app/viewer/work_keeper.h"
 #include "host/elevation/sample_terrain.h"
+#include "host/project/project_file.h"
 
 #include <new>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace tessara {
 
@@ -16,11 +20,10 @@ constexpr double kReading = 0.8;
 
 }  // namespace
 
-TerrainLoader::TerrainLoader(std::string path, const ElevationReadOptions& reading, double exaggeration,
-                             const Vector3& sun)
+TerrainLoader::TerrainLoader(TerrainRequest request) : request_(std::move(request))
 {
-    terrain_.path = std::move(path);
-    thread_ = std::thread([this, reading, exaggeration, sun] { Run(reading, exaggeration, sun); });
+    terrain_.path = request_.path;
+    thread_ = std::thread([this] { Run(); });
 }
 
 TerrainLoader::~TerrainLoader()
@@ -37,14 +40,50 @@ void TerrainLoader::Show(double fraction)
     fraction_ = fraction;
 }
 
-void TerrainLoader::Run(const ElevationReadOptions& reading, double exaggeration, const Vector3& sun)
+void TerrainLoader::ReadProject()
+{
+    const ProjectFile project(request_.path);
+    const std::vector<std::string>& names = project.Elements();
+    std::string element = request_.recoveredFor ? KeptTerrain(project) : request_.element;
+    if (element.empty() && !names.empty())
+        element = names.front();
+    SavedTerrain saved;
+    saved.place = project.Open(element);
+    if (!saved.place)
+        throw std::runtime_error("The project \"" + request_.path + "\" has no terrain" +
+                                 (names.empty() ? "." : " of the name \"" + element + "\"."));
+    Show(0.1 * kReading);
+    saved.terrain = ReadTerrain(*saved.place);
+    saved.project = request_.recoveredFor.value_or(request_.path);
+    saved.recovered = request_.recoveredFor.has_value();
+    saved.terrain.elevations = {};
+    terrain_.data = saved.terrain.data;
+    saved.terrain.data.metres = {};
+    ScanHeights(terrain_.data);
+    request_.exaggeration = saved.terrain.exaggeration;
+    if (saved.terrain.view.sun)
+        request_.sun = SunlitAtmosphere(saved.terrain.view.sun->first, saved.terrain.view.sun->second).sunDirection;
+    terrain_.saved = std::move(saved);
+}
+
+void TerrainLoader::Read()
+{
+    const auto progress = [this](double fraction) { Show(kReading * fraction); };
+    if (request_.path.empty())
+        terrain_.data = MakeSampleTerrain(kSampleTerrainSize, kSampleTerrainSeed, progress);
+    else if (IsProjectFile(request_.path))
+        ReadProject();
+    else
+        terrain_.data = ReadElevationFile(request_.path, request_.reading, progress);
+}
+
+void TerrainLoader::Run()
 {
     try {
-        const auto progress = [this](double fraction) { Show(kReading * fraction); };
-        terrain_.data = terrain_.path.empty() ? MakeSampleTerrain(kSampleTerrainSize, kSampleTerrainSeed, progress)
-                                              : ReadElevationFile(terrain_.path, reading, progress);
+        Read();
         const auto lighting = [this](double fraction) { Show(kReading + (1.0 - kReading) * fraction); };
-        terrain_.light = MakeLightMap(terrain_.data, exaggeration, sun, BackgroundLight::kSide, lighting);
+        terrain_.light =
+            MakeLightMap(terrain_.data, request_.exaggeration, request_.sun, BackgroundLight::kSide, lighting);
     } catch (const Cancelled&) {
     } catch (const std::bad_alloc&) {
         failure_ = std::make_exception_ptr(
@@ -56,7 +95,7 @@ void TerrainLoader::Run(const ElevationReadOptions& reading, double exaggeration
     done_ = true;
 }
 
-std::optional<LoadedTerrain> TerrainLoader::Take()
+std::optional<OpenedTerrain> TerrainLoader::Take()
 {
     if (thread_.joinable())
         thread_.join();

@@ -3,9 +3,11 @@
 #include "app/output/png_file.h"
 #include "app/output/temporary_file.h"
 #include "app/scene/framing.h"
+#include "app/scene/saved_textures.h"
 #include "app/viewer/view_overlay.h"
 #include "app/viewer/view_text.h"
 #include "platform/gl/render_target.h"
+#include "surface/itessara.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -16,6 +18,23 @@ namespace tessara {
 namespace {
 
 constexpr int kMostSettling = 60;
+
+bool HasSource(const ProjectPlace& saved)
+{
+    const auto values = saved.Values();
+    return std::any_of(values.begin(), values.end(), [](const ProjectPlace::Value& value) {
+        return value.name == "TEXTURE_SRC_DATA" && value.deliverable;
+    });
+}
+
+/// \param shown whether pictures of the ground are shown where there are any; a project that has one says so itself
+void TakeTextures(ITessara& surface, ProjectPlace& saved, bool& shown)
+{
+    TakeSavedTextures(surface, saved);
+    LONG used = 0;
+    if (HasSource(saved) && SUCCEEDED(surface.IsUsingTextureSource(&used)))
+        shown = used != 0;
+}
 
 Vector3 SunOf(const ViewSettings& settings)
 {
@@ -41,11 +60,17 @@ Viewer::~Viewer()
     view_ = nullptr;
 }
 
-void Viewer::Open(LoadedTerrain terrain)
+void Viewer::Open(OpenedTerrain terrain)
 {
+    ViewSettings settings = settings_;
+    settings.frozen = false;
+    if (terrain.saved)
+        settings = WithLook(settings, terrain.saved->terrain, terrain.saved->place->Settings());
     auto document = std::make_unique<TerrainDocument>(std::move(terrain.path), std::move(terrain.data),
-                                                      settings_.exaggeration, 500.0, host_);
-    auto view = std::make_unique<TerrainView>(gl_, lookup_, *document, std::move(terrain.light), settings_);
+                                                      settings.exaggeration, 500.0, host_);
+    if (terrain.saved)
+        TakeTextures(document->Session().Surface(), *terrain.saved->place, settings.sourceTexture);
+    auto view = std::make_unique<TerrainView>(gl_, lookup_, *document, std::move(terrain.light), settings);
     auto camera = MakeObject<tessara::Camera>();
     auto controller = std::make_unique<CameraController>(*camera, document->Ground(), document->Session().Ground());
     light_.Forget();
@@ -54,10 +79,11 @@ void Viewer::Open(LoadedTerrain terrain)
     controller_ = std::move(controller);
     camera_ = std::move(camera);
     document_ = std::move(document);
+    settings_ = settings;
     SetOutline();
     controller_->ShowAll();
     ResetColors();
-    settings_.frozen = false;
+    TakeSaved(terrain.saved);
     changed_({true, true, true});
 }
 
@@ -94,7 +120,7 @@ void Viewer::Restyle(const ViewSettings& before)
 
 void Viewer::SetColors(double low, double high)
 {
-    colors_ = {settings_.ramp, low, std::max(high, low + 1e-3)};
+    colors_ = {settings_.ramp, low, std::max(high, low + 1e-3), colors_.own};
     if (!document_)
         return;
     view_->SetColors(colors_);

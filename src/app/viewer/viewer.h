@@ -3,6 +3,7 @@
 #include "app/viewer/background_light.h"
 #include "app/viewer/camera_controller.h"
 #include "app/viewer/map_view.h"
+#include "app/viewer/project_look.h"
 #include "app/viewer/terrain_document.h"
 #include "app/viewer/terrain_loader.h"
 #include "app/viewer/terrain_view.h"
@@ -14,7 +15,17 @@
 
 namespace tessara {
 
+class ProjectWriter;
 class TextPainter;
+
+/// The work on a terrain as it is at a time, as far as it is worth to be saved.
+struct WorkState {
+    std::uint64_t heights = 0;
+    unsigned textures = 0;
+    ProjectLook look;
+
+    bool operator==(const WorkState&) const = default;
+};
 
 /// What the window must do about a change.
 struct ViewerChange {
@@ -37,7 +48,7 @@ public:
     ~Viewer();
 
     /// Replaces the open terrain; after a failure the old one stays. \throws std::runtime_error for the user
-    void Open(LoadedTerrain terrain);
+    void Open(OpenedTerrain terrain);
 
     bool HasTerrain() const noexcept { return document_ != nullptr; }
     TerrainDocument& Document() noexcept { return *document_; }
@@ -49,6 +60,31 @@ public:
     const HeightColors& Colors() const noexcept { return colors_; }
     void SetColors(double low, double high);
     void ResetColors();
+
+    // Projects.
+
+    /// The project that the terrain belongs to; empty where it was never saved into one.
+    const std::string& ProjectPath() const noexcept { return projectPath_; }
+
+    /// The terrain's name in the project.
+    const std::string& Element() const noexcept { return element_; }
+
+    /// The textures or their switches have changed, by way of the surface.
+    void TexturesChanged();
+
+    /// Whether something would be lost with the terrain: in a project every change but the camera's, else heights that
+    /// no file holds.
+    bool HasUnsavedWork() const;
+
+    /// Adds the terrain, and all other terrains of the project that it belongs to, to a project that is being written.
+    /// \throws std::runtime_error for the user
+    void WriteProject(ProjectWriter& writer);
+
+    /// Saves the terrain into a project, which it belongs to from now on. \throws std::runtime_error for the user
+    void SaveProject(const std::string& path);
+
+    /// Tells two states of the work apart.
+    WorkState Work() const;
 
     /// Light that was worked out anew has become ready.
     void TakeLight();
@@ -104,6 +140,7 @@ public:
 private:
     enum class DragKind { None, Orbit, Pan, Stroke };
 
+    void TakeSaved(const std::optional<SavedTerrain>& saved);
     void HeightsChanged(const GridArea& cells, bool finished);
     void Restyle(const ViewSettings& before);
     void SetOutline();
@@ -128,6 +165,11 @@ private:
     std::optional<PicturePoint> mouse_;
     double strokeLevel_ = 0.0;
     GridArea strokeArea_;
+    std::string projectPath_;
+    std::string element_;        // the terrain's name in the project
+    unsigned textureState_ = 0;  // counts changes
+    WorkState saved_;            // what the project holds
+    bool recovered_ = false;     // the project doesn't hold what was opened
     bool brushShown_ = false;
     bool mapStale_ = true;
 };

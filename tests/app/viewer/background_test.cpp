@@ -90,7 +90,7 @@ TEST(TerrainLoader, ReadsAFileAndItsLight)
     const std::string path = folder / "slope.tif";
     const ElevationData data = Slope(70, 3);
     WriteElevationFile(data, path);
-    TerrainLoader loader(path, {}, 2.0, kSun);
+    TerrainLoader loader({.path = path, .exaggeration = 2.0, .sun = kSun});
     double last = 0.0;
     while (!loader.IsDone()) {
         const double now = loader.Fraction();
@@ -118,7 +118,7 @@ TEST(TerrainLoader, FailuresNameTheFile)
                               folder.Write("cut.tif", bytes.substr(0, bytes.size() / 3)), folder.Write("empty.asc", ""),
                               folder / ""};
     for (const std::string& path : paths) {
-        TerrainLoader loader(path, {}, 1.0, kSun);
+        TerrainLoader loader({.path = path, .sun = kSun});
         WaitFor([&] { return loader.IsDone(); });
         try {
             loader.Take();
@@ -144,7 +144,7 @@ TEST(TerrainLoader, CanBeCancelledAtAnyTime)
     for (int round = 0; round < 50; ++round) {
         // The missing file fails at about the time of the cancelling.
         const std::string file = round % 10 == 9 ? "" : round % 3 == 2 ? folder / "missing.tif" : path;
-        TerrainLoader loader(file, {}, 1.0, kSun);
+        TerrainLoader loader({.path = file, .sun = kSun});
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 60000));
         if (round % 2) {
             loader.Cancel();

@@ -98,7 +98,7 @@ private:
     void OpenDetailDialog();
     bool MayLeave();
     void WatchLoader();
-    void Opened(LoadedTerrain terrain);
+    void Opened(OpenedTerrain terrain);
     void ShowInformation();
     void ShowError(const std::string& message);
     void Tell(const std::string& message);

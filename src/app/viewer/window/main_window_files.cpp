@@ -83,8 +83,11 @@ void MainWindow::Load(const std::string& path)
     picture_->SetFlying(false);
     const ViewSettings& settings = viewer_->Settings();
     loading_ = full;
-    loader_ = std::make_unique<TerrainLoader>(full, request_.reading, settings.exaggeration,
-                                              SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection);
+    loader_ = std::make_unique<TerrainLoader>(
+        TerrainRequest{.path = full,
+                       .reading = request_.reading,
+                       .exaggeration = settings.exaggeration,
+                       .sun = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection});
     bar_->Begin(full.empty() ? "Making the sample" : "Reading " + TerrainName(full), [this] {
         if (loader_)
             loader_->Cancel();
@@ -119,7 +122,7 @@ void MainWindow::WatchLoader()
     Changed({true, true, true});
 }
 
-void MainWindow::Opened(LoadedTerrain terrain)
+void MainWindow::Opened(OpenedTerrain terrain)
 {
     if (!picture_->MakeCurrent())
         return;

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "app/viewer/viewer.h"
+#include "host/project/autosave.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tessara {
+
+class ProjectFile;
+
+/// Keeps the unsaved work of a viewer safe, for the case that the program crashes. Ended in the ordinary way, it leaves
+/// nothing behind.
+class WorkKeeper {
+public:
+    /// Goes on with work that a viewer has recovered, and that is not to be offered again.
+    void Adopt(Recovery&& recovery);
+
+    /// Keeps what work isn't saved and isn't kept yet, and forgets what has been saved since. For every minute or so,
+    /// with the viewer's OpenGL context current. \throws std::runtime_error for the user; it is no use to go on then
+    void Update(Viewer& viewer);
+
+    /// Forgets what was kept: nobody wants it any more.
+    void Forget() noexcept;
+
+private:
+    std::unique_ptr<Autosave> autosave_;
+    std::optional<WorkState> kept_;
+};
+
+/// Name of the terrain that somebody was at work on in a project that holds unsaved work.
+std::string KeptTerrain(const ProjectFile& project);
+
+}  // namespace tessara
