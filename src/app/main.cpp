@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
 #include "host/host_classes.h"
+#include "platform/ui/window_system.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -45,6 +46,8 @@ std::string UsageMessage(const CLI::App* program, const CLI::Error& error)
 int Run(int argc, char** argv)
 {
     const HostClasses classes = RegisterHostClasses();
+    // Commands run unattended; the one that opens a window asks for the desktop's windows itself.
+    SetWindowSystem(&NullWindowSystem());
     CLI::App program("Tessara shows terrain from elevation files, with as much detail as the view needs.", "tessara");
     program.get_formatter()->column_width(28);
     program.get_formatter()->label("SUBCOMMAND", "COMMAND");

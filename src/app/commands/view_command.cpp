@@ -1,6 +1,7 @@
 #include "app/commands/commands.h"
 #include "app/options/terrain_input.h"
 #include "app/viewer/view_request.h"
+#include "platform/ui/window_system.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -28,6 +29,7 @@ ViewerEntry LoadViewer()
 
 void View(const TerrainInput& input)
 {
+    SetWindowSystem(nullptr);
     const ViewRequest request{input.file, input.reading, input.exaggeration.value_or(0.0)};
     switch (LoadViewer()(request)) {
     case ViewResult::Done:
