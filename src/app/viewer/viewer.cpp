@@ -81,6 +81,7 @@ void Viewer::Open(OpenedTerrain terrain)
     document_ = std::move(document);
     settings_ = settings;
     SetOutline();
+    controller_->Resize(width_, height_);
     controller_->ShowAll();
     ResetColors();
     TakeSaved(terrain.saved);
@@ -145,6 +146,8 @@ void Viewer::TakeLight()
 
 void Viewer::DrawPicture(int width, int height, double factor, TextPainter& text)
 {
+    width_ = width;
+    height_ = height;
     glViewport(0, 0, width, height);
     if (!document_) {
         glClearColor(0.2f, 0.22f, 0.25f, 1.0f);

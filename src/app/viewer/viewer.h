@@ -54,6 +54,7 @@ public:
     TerrainDocument& Document() noexcept { return *document_; }
     CameraController& Camera() noexcept { return *controller_; }
 
+    const GlFunctions& Gl() const noexcept { return gl_; }
     const ViewSettings& Settings() const noexcept { return settings_; }
     void Apply(const ViewSettings& settings);
 
@@ -170,6 +171,8 @@ private:
     unsigned textureState_ = 0;  // counts changes
     WorkState saved_;            // what the project holds
     bool recovered_ = false;     // the project doesn't hold what was opened
+    int width_ = 1;  // of the picture, in pixels
+    int height_ = 1;
     bool brushShown_ = false;
     bool mapStale_ = true;
 };

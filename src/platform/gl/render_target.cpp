@@ -61,15 +61,30 @@ void RenderTarget::Bind() const
     glViewport(0, 0, width_ * scale_, height_ * scale_);
 }
 
-std::vector<std::uint8_t> RenderTarget::ReadPixels() const
+/// Leaves the frame with one sample a pixel bound for reading.
+void RenderTarget::Resolve() const
 {
     gl_.BindFramebuffer(GL_READ_FRAMEBUFFER, drawn_.framebuffer);
-    if (resolved_.framebuffer != 0) {
-        gl_.BindFramebuffer(GL_DRAW_FRAMEBUFFER, resolved_.framebuffer);
-        gl_.BlitFramebuffer(0, 0, width_, height_, 0, 0, width_, height_, GL_COLOR_BUFFER_BIT, GL_NEAREST);
-        gl_.BindFramebuffer(GL_DRAW_FRAMEBUFFER, drawn_.framebuffer);
-        gl_.BindFramebuffer(GL_READ_FRAMEBUFFER, resolved_.framebuffer);
-    }
+    if (resolved_.framebuffer == 0)
+        return;
+    gl_.BindFramebuffer(GL_DRAW_FRAMEBUFFER, resolved_.framebuffer);
+    gl_.BlitFramebuffer(0, 0, width_, height_, 0, 0, width_, height_, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+    gl_.BindFramebuffer(GL_DRAW_FRAMEBUFFER, drawn_.framebuffer);
+    gl_.BindFramebuffer(GL_READ_FRAMEBUFFER, resolved_.framebuffer);
+}
+
+void RenderTarget::Show() const
+{
+    Resolve();
+    gl_.BindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
+    gl_.BlitFramebuffer(0, 0, width_ * scale_, height_ * scale_, 0, 0, width_, height_, GL_COLOR_BUFFER_BIT,
+                        scale_ > 1 ? GL_LINEAR : GL_NEAREST);
+    gl_.BindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+std::vector<std::uint8_t> RenderTarget::ReadPixels() const
+{
+    Resolve();
     const auto width = static_cast<std::size_t>(width_);
     const auto height = static_cast<std::size_t>(height_);
     const auto scale = static_cast<std::size_t>(scale_);

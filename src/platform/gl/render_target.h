@@ -21,6 +21,10 @@ public:
     /// Makes this the frame that OpenGL draws into, with the viewport over all of it.
     void Bind() const;
 
+    /// Copies the picture over the frame that the window shows, which has the same size in pixels. That frame is bound
+    /// afterwards.
+    void Show() const;
+
     /// The picture, three bytes red, green and blue a pixel, without padding, the top row first.
     std::vector<std::uint8_t> ReadPixels() const;
 
@@ -34,6 +38,7 @@ private:
         GLuint depth = 0;
     };
 
+    void Resolve() const;
     bool Create(Frame& frame, GLsizei samples, bool withDepth) const;
     void Destroy(Frame& frame) const;
 

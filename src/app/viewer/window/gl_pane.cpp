@@ -11,25 +11,11 @@ namespace tessara {
 
 namespace {
 
-/// \param samples for a pixel; 0 for jagged edges
-wxGLAttributes Attributes(int samples)
+wxGLAttributes Attributes()
 {
     wxGLAttributes attributes;
-    attributes.PlatformDefaults().RGBA().DoubleBuffer().Depth(24);
-    if (samples > 0)
-        attributes.SampleBuffers(1).Samplers(samples);
-    attributes.EndList();
+    attributes.PlatformDefaults().RGBA().DoubleBuffer().Depth(24).EndList();
     return attributes;
-}
-
-/// The best that the display has.
-const wxGLAttributes& BestAttributes()
-{
-    static const wxGLAttributes best = [] {
-        const wxGLAttributes smooth = Attributes(4);
-        return wxGLCanvas::IsDisplaySupported(smooth) ? smooth : Attributes(0);
-    }();
-    return best;
 }
 
 }  // namespace
@@ -37,11 +23,11 @@ const wxGLAttributes& BestAttributes()
 bool GlPane::CanShow()
 {
     // The canvas speaks GLX, whatever kind of display the toolkit found.
-    return GDK_IS_X11_DISPLAY(gdk_display_get_default()) && wxGLCanvas::IsDisplaySupported(Attributes(0));
+    return GDK_IS_X11_DISPLAY(gdk_display_get_default()) && wxGLCanvas::IsDisplaySupported(Attributes());
 }
 
 GlPane::GlPane(wxWindow* parent)
-    : wxGLCanvas(parent, BestAttributes(), wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS)
+    : wxGLCanvas(parent, Attributes(), wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS)
 {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Bind(wxEVT_PAINT, [this](wxPaintEvent&) {

@@ -74,7 +74,8 @@ void LegendPane::PaintMarks(wxDC& dc, const wxRect& bar) const
         dc.DrawLine(x, bar.GetBottom() + 1, x, bar.GetBottom() + 1 + FromDIP(kTick));
         const wxString text = Wide(FixedText(mark, range < 5.0 ? 1 : 0) + " m");
         const int width = dc.GetTextExtent(text).x;
-        const int left = std::clamp(x - width / 2, 0, std::max(GetClientSize().x - width, 0));
+        const int edge = FromDIP(4);
+        const int left = std::clamp(x - width / 2, edge, std::max(GetClientSize().x - width - edge, edge));
         if (left < free)
             continue;
         dc.DrawText(text, left, bar.GetBottom() + 1 + FromDIP(kTick));

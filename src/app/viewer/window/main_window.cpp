@@ -5,6 +5,7 @@
 #include "app/viewer/window/map_pane.h"
 #include "app/viewer/window/picture_pane.h"
 #include "app/viewer/window/settings_file.h"
+#include "app/viewer/window/smooth_frame.h"
 #include "app/viewer/window/status_progress.h"
 #include "app/viewer/window/status_texts.h"
 #include "app/viewer/window/text_textures.h"
@@ -73,10 +74,11 @@ MainWindow::~MainWindow()
         progress_->Detach();
     if (context_ && picture_->MakeCurrent()) {
         // Textures go while their context is still there.
-        picture_->Show(nullptr, nullptr);
+        picture_->Show(nullptr, nullptr, nullptr);
         map_->Show(nullptr, nullptr);
-        viewer_ = nullptr;
+        smooth_ = nullptr;
         text_ = nullptr;
+        viewer_ = nullptr;
     }
     picture_->SetContext(nullptr);
     map_->SetContext(nullptr);
@@ -121,7 +123,7 @@ void MainWindow::MakePanes()
 
 void MainWindow::MakeStatus()
 {
-    wxStatusBar* status = CreateStatusBar(4, wxSTB_ELLIPSIZE_END | wxSTB_SHOW_TIPS | wxSTB_SIZEGRIP);
+    wxStatusBar* status = CreateStatusBar(4, wxSTB_ELLIPSIZE_END | wxSTB_SHOW_TIPS);
     texts_ = std::make_unique<StatusTexts>(*status);
     status->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         texts_->Fit();
@@ -208,7 +210,8 @@ bool MainWindow::StartDrawing()
         return false;
     }
     text_ = std::make_unique<TextTextures>(GetFont(), picture_->Factor());
-    picture_->Show(viewer_.get(), text_.get());
+    smooth_ = std::make_unique<SmoothFrame>(viewer_->Gl());
+    picture_->Show(viewer_.get(), text_.get(), smooth_.get());
     map_->Show(viewer_.get(), text_.get());
     ShowState();
     return true;

@@ -24,6 +24,7 @@ class LegendPane;
 class LoadBar;
 class MapPane;
 class PicturePane;
+class SmoothFrame;
 class StatusProgress;
 class StatusTexts;
 class TextTextures;
@@ -131,6 +132,7 @@ private:
     std::unique_ptr<wxGLContext> context_;
     ComPtr<StatusProgress> progress_;
     std::unique_ptr<TextTextures> text_;
+    std::unique_ptr<SmoothFrame> smooth_;
     std::unique_ptr<tessara::Viewer> viewer_;
     std::unique_ptr<TerrainLoader> loader_;
 };

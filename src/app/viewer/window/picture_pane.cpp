@@ -9,6 +9,7 @@ namespace tessara {
 namespace {
 
 constexpr int kStrokeTick = 25;  // milliseconds
+constexpr int kRest = 250;
 constexpr auto kMeasureEvery = std::chrono::milliseconds(700);
 
 /// Share of the last frame in the pace that is shown.
@@ -25,6 +26,11 @@ PicturePane::PicturePane(wxWindow* parent, Listener listener)
     SetMinSize(FromDIP(wxSize(200, 150)));
     BindMouse();
     stroke_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { ContinueStroke(); });
+    rest_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+        fine_ = true;
+        DrawNow();
+        fine_ = false;
+    });
 }
 
 void PicturePane::BindMouse()
@@ -48,10 +54,12 @@ void PicturePane::BindMouse()
     });
 }
 
-void PicturePane::Show(Viewer* viewer, TextPainter* text)
+void PicturePane::Show(Viewer* viewer, TextPainter* text, SmoothFrame* smooth)
 {
     fly_.Stop();
     stroke_.Stop();
+    rest_.Stop();
+    smooth_ = smooth;
     viewer_ = viewer;
     text_ = text;
     RequestDraw();
@@ -145,20 +153,30 @@ void PicturePane::ContinueStroke()
 void PicturePane::Draw(int width, int height, double factor)
 {
     frameStart_ = Clock::now();
-    if (viewer_)
-        viewer_->DrawPicture(width, height, factor, *text_);
+    if (!viewer_)
+        return;
+    const bool smooth = (fine_ || smooth_->IsQuick()) && smooth_->Begin(width, height);
+    viewer_->DrawPicture(width, height, factor, *text_);
+    if (smooth)
+        smooth_->End();
 }
 
 void PicturePane::Drawn()
 {
     if (!IsReady())
         return;
+    if (fine_) {
+        listener_.drawn();
+        return;
+    }
     const double seconds = std::chrono::duration<double>(Clock::now() - frameStart_).count();
     frameSeconds_ = frameSeconds_ > 0.0 ? frameSeconds_ + kNewest * (seconds - frameSeconds_) : seconds;
     MeasureFrame();
     listener_.drawn();
     if (viewer_->WantsFrame())
         RequestDraw();
+    else if (!smooth_->IsQuick())
+        rest_.StartOnce(kRest);
 }
 
 /// What costs extra is measured when the picture has come to rest, and now and then while it moves.

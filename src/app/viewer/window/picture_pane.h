@@ -2,6 +2,7 @@
 
 #include "app/viewer/window/fly_mode.h"
 #include "app/viewer/window/gl_pane.h"
+#include "app/viewer/window/smooth_frame.h"
 
 #include <chrono>
 #include <functional>
@@ -22,8 +23,8 @@ public:
 
     PicturePane(wxWindow* parent, Listener listener);
 
-    /// \param viewer,text outlive their use; null ends it
-    void Show(Viewer* viewer, TextPainter* text);
+    /// \param viewer,text,smooth outlive their use; null ends it
+    void Show(Viewer* viewer, TextPainter* text, SmoothFrame* smooth);
 
     void SetFlying(bool flying);
     bool IsFlying() const noexcept { return fly_.IsOn(); }
@@ -54,8 +55,10 @@ private:
     Listener listener_;
     Viewer* viewer_ = nullptr;
     TextPainter* text_ = nullptr;
+    SmoothFrame* smooth_ = nullptr;
     FlyMode fly_;
     wxTimer stroke_;
+    wxTimer rest_;  // runs from the last frame on
     Clock::time_point lastStroke_;
     Clock::time_point frameStart_;
     Clock::time_point lastMeasure_;
@@ -63,6 +66,7 @@ private:
     bool brush_ = false;
     bool dragging_ = false;
     bool measured_ = false;
+    bool fine_ = false;  // the next frame gets smooth edges though that takes long
 };
 
 }  // namespace tessara

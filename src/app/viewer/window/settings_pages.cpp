@@ -11,8 +11,8 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/slider.h>
-#include <wx/spinctrl.h>
 #include <wx/stattext.h>
+#include <wx/textctrl.h>
 
 #include <algorithm>
 #include <cctype>
@@ -119,11 +119,19 @@ ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : Set
         });
     low_ = AddHeight("From", "Height in metres that gets the first colour");
     high_ = AddHeight("To", "Height in metres that gets the last colour");
-    const auto apply = [this, colors = listener.colors](wxSpinDoubleEvent&) {
-        colors(low_->GetValue(), high_->GetValue());
+    const auto apply = [this, colors = listener.colors] {
+        if (low_->IsModified() || high_->IsModified())
+            colors(LeadingNumber(low_->GetValue().utf8_string()), LeadingNumber(high_->GetValue().utf8_string()));
+        low_->DiscardEdits();
+        high_->DiscardEdits();
     };
-    low_->Bind(wxEVT_SPINCTRLDOUBLE, apply);
-    high_->Bind(wxEVT_SPINCTRLDOUBLE, apply);
+    for (wxTextCtrl* each : {low_, high_}) {
+        each->Bind(wxEVT_TEXT_ENTER, [apply](wxCommandEvent&) { apply(); });
+        each->Bind(wxEVT_KILL_FOCUS, [apply](wxFocusEvent& event) {
+            event.Skip();
+            apply();
+        });
+    }
     auto* reset = new wxBoxSizer(wxHORIZONTAL);
     AddButton(this, *reset, "All Heights", "From the lowest to the highest point of the terrain", listener.resetColors);
     Column().Add(reset, wxSizerFlags().Expand());
@@ -139,13 +147,12 @@ ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : Set
     Finish();
 }
 
-wxSpinCtrlDouble* ColorsPage::AddHeight(const std::string& title, const std::string& help)
+wxTextCtrl* ColorsPage::AddHeight(const std::string& title, const std::string& help)
 {
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(new wxStaticText(this, wxID_ANY, Wide(title)), wxSizerFlags(1).CenterVertical());
-    auto* field = new wxSpinCtrlDouble(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
-                                       wxSP_ARROW_KEYS | wxTE_PROCESS_ENTER, -20000.0, 20000.0, 0.0, 10.0);
-    field->SetDigits(1);
+    auto* field = new wxTextCtrl(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
+                                 wxTE_PROCESS_ENTER | wxTE_RIGHT);
     field->SetToolTip(Wide(help));
     field->SetName(Wide(title));
     row->Add(field, wxSizerFlags(2).CenterVertical());
@@ -160,9 +167,10 @@ void ColorsPage::Show(const Viewer& viewer, bool hasSource)
     colors_->SetValue(settings.vertexColors);
     const std::vector<std::string> names = PaletteNames();
     ramp_->SetSelection(static_cast<int>(std::find(names.begin(), names.end(), settings.ramp) - names.begin()));
-    const auto show = [](wxSpinCtrlDouble& field, double value) {
-        if (std::fabs(field.GetValue() - value) > 0.05)
-            field.SetValue(value);
+    const auto show = [](wxTextCtrl& field, double value) {
+        const wxString text = Wide(FixedText(value, 1));
+        if (!field.IsModified() && field.GetValue() != text)
+            field.ChangeValue(text);
     };
     show(*low_, viewer.Colors().low);
     show(*high_, viewer.Colors().high);

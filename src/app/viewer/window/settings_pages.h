@@ -8,7 +8,7 @@
 class wxButton;
 class wxCheckBox;
 class wxChoice;
-class wxSpinCtrlDouble;
+class wxTextCtrl;
 
 namespace tessara {
 
@@ -49,12 +49,12 @@ public:
     void Show(const Viewer& viewer, bool hasSource);
 
 private:
-    wxSpinCtrlDouble* AddHeight(const std::string& title, const std::string& help);
+    wxTextCtrl* AddHeight(const std::string& title, const std::string& help);
 
     wxCheckBox* colors_;
     wxChoice* ramp_;
-    wxSpinCtrlDouble* low_;
-    wxSpinCtrlDouble* high_;
+    wxTextCtrl* low_;
+    wxTextCtrl* high_;
     wxCheckBox* source_;
 };
 

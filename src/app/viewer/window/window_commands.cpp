@@ -89,7 +89,7 @@ void Append(wxMenu& menu, const MenuLine& line)
 {
     switch (line.kind) {
     case Kind::Submenu:
-        menu.AppendSubMenu(new wxMenu, line.label, line.help);
+        menu.Append(line.id, line.label, new wxMenu, line.help);
         return;
     case Kind::Plain:
         menu.Append(line.id, line.label, line.help);
