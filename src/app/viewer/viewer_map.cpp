@@ -73,7 +73,7 @@ void Viewer::DrawCone(const MapView& map, int width, int height, double factor) 
     const PicturePoint left = place(cone[1]);
     const PicturePoint right = place(cone[2]);
     const PixelSpace space(width, height);
-    glColor4f(1.0f, 0.93f, 0.35f, 0.28f);
+    glColor4f(1.0f, 0.93f, 0.35f, 0.16f);
     glBegin(GL_TRIANGLES);
     glVertex2d(eye.x, eye.y);
     glVertex2d(left.x, left.y);

@@ -124,7 +124,10 @@ void FlyMode::OnKey(wxKeyEvent& event, bool down)
         return;
     }
     input_.fast = event.GetKeyCode() == WXK_SHIFT ? down : event.ShiftDown();
-    if (!Steer(event.GetKeyCode(), down))
+    // While the mouse is captured, keys come here alone.
+    if (down && (event.GetKeyCode() == WXK_ESCAPE || event.GetKeyCode() == 'F'))
+        Stop();
+    else if (!Steer(event.GetKeyCode(), down))
         event.Skip();
 }
 

@@ -261,10 +261,7 @@ void MainWindow::OnKey(wxKeyEvent& event)
     if (key == WXK_ESCAPE && Escape())
         return;
     if (event.ControlDown() || event.AltDown() || picture_->IsFlying()) {
-        if (picture_->IsFlying() && key == 'F')
-            Run(kFly);
-        else
-            event.Skip();
+        event.Skip();
         return;
     }
     if (FindFocus() == picture_ && OnSteeringKey(key))
@@ -311,9 +308,7 @@ bool MainWindow::OnSteeringKey(int key)
 /// \return whether there was something to escape from
 bool MainWindow::Escape()
 {
-    if (picture_->IsFlying())
-        picture_->SetFlying(false);
-    else if (loader_)
+    if (loader_)
         loader_->Cancel();
     else if (picture_->HasBrush())
         picture_->SetBrush(false);

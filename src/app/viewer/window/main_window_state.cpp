@@ -70,7 +70,7 @@ void MainWindow::ShowState()
     viewPage_->Show(viewer_->Settings());
     colorsPage_->Show(*viewer_, hasSource_);
     sculptPage_->Show(*viewer_, picture_->HasBrush());
-    debugPage_->Show(*viewer_, picture_->FramesPerSecond());
+    debugPage_->Show(viewer_->Settings(), picture_->Figures(), picture_->FramesPerSecond());
     legend_->Show(viewer_->Colors());
     ShowMenus();
     ShowTitle();
@@ -140,9 +140,9 @@ void MainWindow::ShowFrame()
     if (viewer_->WantsFrame() && now - lastFigures_ < kBetweenFigures)
         return;
     lastFigures_ = now;
-    texts_->ShowFigures(*viewer_, picture_->FramesPerSecond());
+    texts_->ShowFigures(picture_->Figures(), picture_->FramesPerSecond());
     if (debugPage_->IsShownOnScreen())
-        debugPage_->Show(*viewer_, picture_->FramesPerSecond());
+        debugPage_->Show(viewer_->Settings(), picture_->Figures(), picture_->FramesPerSecond());
 }
 
 }  // namespace tessara

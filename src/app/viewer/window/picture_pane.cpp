@@ -165,13 +165,12 @@ void PicturePane::Drawn()
 {
     if (!IsReady())
         return;
-    if (fine_) {
-        listener_.drawn();
+    if (fine_)
         return;
-    }
     const double seconds = std::chrono::duration<double>(Clock::now() - frameStart_).count();
     frameSeconds_ = frameSeconds_ > 0.0 ? frameSeconds_ + kNewest * (seconds - frameSeconds_) : seconds;
     MeasureFrame();
+    figures_ = viewer_->Figures();
     listener_.drawn();
     if (viewer_->WantsFrame())
         RequestDraw();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/viewer/terrain_view.h"
 #include "app/viewer/window/fly_mode.h"
 #include "app/viewer/window/gl_pane.h"
 #include "app/viewer/window/smooth_frame.h"
@@ -36,6 +37,9 @@ public:
     /// Frames that a second would hold at the pace of the last ones; 0 before the first one.
     double FramesPerSecond() const;
 
+    /// Of the last frame, leaving out those that only smooth the edges of a picture at rest.
+    const FrameFigures& Figures() const noexcept { return figures_; }
+
 protected:
     void Draw(int width, int height, double factor) override;
     void Drawn() override;
@@ -62,6 +66,7 @@ private:
     Clock::time_point lastStroke_;
     Clock::time_point frameStart_;
     Clock::time_point lastMeasure_;
+    FrameFigures figures_;
     double frameSeconds_ = 0.0;  // smoothed
     bool brush_ = false;
     bool dragging_ = false;

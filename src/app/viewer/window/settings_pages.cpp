@@ -246,13 +246,11 @@ DebugPage::DebugPage(wxWindow* parent, const SettingsListener& listener) : Setti
     Finish();
 }
 
-void DebugPage::Show(const Viewer& viewer, double framesPerSecond)
+void DebugPage::Show(const ViewSettings& settings, const FrameFigures& figures, double framesPerSecond)
 {
-    const ViewSettings& settings = viewer.Settings();
     levels_->SetValue(settings.levelColors);
     boxes_->SetValue(settings.nodeBoxes);
     freeze_->SetValue(settings.frozen);
-    const FrameFigures& figures = viewer.Figures();
     const std::string texts[] = {FixedText(framesPerSecond, 0), CountText(figures.triangles),
                                  figures.activeNodes > 0 ? CountText(figures.activeNodes) : "–",
                                  FixedText(figures.update, 1) + " ms", FixedText(figures.draw, 1) + " ms"};

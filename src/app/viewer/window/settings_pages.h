@@ -13,6 +13,7 @@ class wxTextCtrl;
 namespace tessara {
 
 class Viewer;
+struct FrameFigures;
 
 /// What the pages of settings tell the window.
 struct SettingsListener {
@@ -81,7 +82,7 @@ private:
 class DebugPage final : public SettingsPage {
 public:
     DebugPage(wxWindow* parent, const SettingsListener& listener);
-    void Show(const Viewer& viewer, double framesPerSecond);
+    void Show(const ViewSettings& settings, const FrameFigures& figures, double framesPerSecond);
 
 private:
     wxCheckBox* levels_;

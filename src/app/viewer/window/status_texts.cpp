@@ -39,9 +39,8 @@ void StatusTexts::ShowPlace(const Viewer& viewer)
     Fit();
 }
 
-void StatusTexts::ShowFigures(const Viewer& viewer, double framesPerSecond)
+void StatusTexts::ShowFigures(const FrameFigures& figures, double framesPerSecond)
 {
-    const FrameFigures& figures = viewer.Figures();
     const wxString pace = Wide(FixedText(framesPerSecond, 0)) + " fps";
     const wxString triangles = Wide(CountText(figures.triangles)) + " triangles";
     const wxString nodes = figures.activeNodes > 0 ? Wide(CountText(figures.activeNodes)) + " nodes" : wxString();

@@ -10,6 +10,7 @@ class wxStatusBar;
 namespace tessara {
 
 class Viewer;
+struct FrameFigures;
 
 /// The texts at the lower edge of the window: the place under the mouse, its height, and what drawing took. Each gets
 /// as long a form as there is room for.
@@ -21,7 +22,7 @@ public:
     void ShowPlace(const Viewer& viewer);
 
     /// A frame was drawn.
-    void ShowFigures(const Viewer& viewer, double framesPerSecond);
+    void ShowFigures(const FrameFigures& figures, double framesPerSecond);
 
     /// The bar has another width.
     void Fit();
