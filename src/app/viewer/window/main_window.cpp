@@ -147,8 +147,10 @@ void MainWindow::Place()
     panes_->SetSashGravity(1.0);
     side_->SetMinimumPaneSize(FromDIP(kLeastMap));
     side_->SetSashGravity(1.0);
-    panes_->SplitVertically(picture_, side_, -place.sideWidth);
-    side_->SplitHorizontally(pages_, mapPanel_, -place.mapHeight);
+    // A small window keeps room for the terrain.
+    const wxSize size = GetSize();
+    panes_->SplitVertically(picture_, side_, -std::min(place.sideWidth, size.x * 2 / 5));
+    side_->SplitHorizontally(pages_, mapPanel_, -std::min(place.mapHeight, size.y * 2 / 5));
     SetMapShown(place.mapShown);
     SetSideShown(place.sideShown);
 }

@@ -82,6 +82,7 @@ private:
     bool DoHelp(int command);
     void SetBrush(int command);
     void ScaleBrush(double factor);
+    void ShowKeys();
     void SetRealTime(bool on);
     void SetMapShown(bool shown);
     void SetSideShown(bool shown);

@@ -1,7 +1,8 @@
-#include "app/viewer/window/key_dialog.h"
+#include "app/viewer/key_help.h"
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/map_pane.h"
 #include "app/viewer/window/picture_pane.h"
+#include "app/viewer/window/table_dialog.h"
 #include "app/viewer/window/window_commands.h"
 #include "app/viewer/window/window_text.h"
 
@@ -201,7 +202,7 @@ bool MainWindow::DoHelp(int command)
 {
     switch (command) {
     case kKeys:
-        ShowKeys(this);
+        ShowKeys();
         return true;
     case kAbout: {
         wxAboutDialogInfo about;
@@ -214,6 +215,14 @@ bool MainWindow::DoHelp(int command)
     default:
         return false;
     }
+}
+
+void MainWindow::ShowKeys()
+{
+    std::vector<TableRow> rows;
+    for (const KeyHelp& each : AllKeys())
+        rows.push_back({each.keys, each.effect});
+    ShowTable(this, "Keys and Mouse", rows);
 }
 
 void MainWindow::SetRealTime(bool on)

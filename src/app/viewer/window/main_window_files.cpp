@@ -4,6 +4,7 @@
 #include "app/viewer/window/map_pane.h"
 #include "app/viewer/window/picture_dialog.h"
 #include "app/viewer/window/picture_pane.h"
+#include "app/viewer/window/table_dialog.h"
 #include "app/viewer/window/window_text.h"
 #include "surface/itessara.h"
 
@@ -237,21 +238,23 @@ void MainWindow::ShowInformation()
     const TerrainDocument& document = viewer_->Document();
     const ElevationData& data = document.Data();
     const auto size = [](int width, int height) { return std::to_string(width) + " × " + std::to_string(height); };
-    std::string text = (document.Path().empty() ? std::string("The built-in sample") : document.Path()) + "\n\n";
-    text += "Grid\t" + size(data.width, data.height) + " heights";
-    if (data.sourceWidth > data.width)
-        text += ", reduced from " + size(data.sourceWidth, data.sourceHeight);
-    text += "\nSize\t" + LengthText((data.width - 1) * data.spacingX) + " × " +
-            LengthText((data.height - 1) * data.spacingY) + "\nSpacing\t" + LengthText(data.spacingX) + " × " +
-            LengthText(data.spacingY) + "\nHeights\t" + HeightText(static_cast<double>(data.minimum)) + " to " +
-            HeightText(static_cast<double>(data.maximum));
+    std::vector<TableRow> rows = {
+        {"File", document.Path().empty() ? "The built-in sample" : document.Path()},
+        {"Grid",
+         size(data.width, data.height) + " heights" +
+             (data.sourceWidth > data.width ? ", reduced from " + size(data.sourceWidth, data.sourceHeight) : "")},
+        {"Size", LengthText((data.width - 1) * data.spacingX) + " × " + LengthText((data.height - 1) * data.spacingY)},
+        {"Spacing", LengthText(data.spacingX) + " × " + LengthText(data.spacingY)},
+        {"Heights",
+         HeightText(static_cast<double>(data.minimum)) + " to " + HeightText(static_cast<double>(data.maximum))},
+    };
     if (!data.referenceSystem.empty())
-        text += "\nReference\t" + data.referenceSystem;
+        rows.push_back({"Reference", data.referenceSystem});
     if (!data.format.empty())
-        text += "\nFormat\t" + data.format;
+        rows.push_back({"Format", data.format});
     for (const std::string& note : data.notes)
-        text += "\n\n" + note;
-    wxMessageBox(Wide(text), "Terrain Information", wxOK, this);
+        rows.push_back({"Note", note});
+    ShowTable(this, "Terrain Information", rows);
 }
 
 }  // namespace tessara
