@@ -30,7 +30,7 @@ ViewerEntry LoadViewer()
 void View(const TerrainInput& input)
 {
     SetWindowSystem(nullptr);
-    const ViewRequest request{input.file, input.reading, input.exaggeration.value_or(0.0)};
+    const ViewRequest request{input.file, input.element, input.reading, input.exaggeration.value_or(0.0)};
     switch (LoadViewer()(request)) {
     case ViewResult::Done:
         return;

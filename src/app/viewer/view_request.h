@@ -8,7 +8,8 @@ namespace tessara {
 
 /// What "tessara view" asks of the viewer's library.
 struct ViewRequest {
-    std::string file;  ///< empty for the built-in sample
+    std::string file;     ///< an elevation file or a project; empty for the built-in sample
+    std::string element;  ///< which terrain of a project; empty to ask where there are several
     ElevationReadOptions reading;
     double exaggeration = 0.0;  ///< 0 for the one of the last time
 };

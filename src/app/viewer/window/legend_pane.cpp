@@ -1,6 +1,5 @@
 #include "app/viewer/window/legend_pane.h"
 
-#include "app/scene/palettes.h"
 #include "app/viewer/view_text.h"
 #include "app/viewer/window/window_text.h"
 #include "platform/system/number_text.h"
@@ -35,7 +34,10 @@ LegendPane::LegendPane(wxWindow* parent) : wxPanel(parent)
 
 void LegendPane::Show(const HeightColors& colors)
 {
+    if (hasColors_ && colors_ == colors)
+        return;
     colors_ = colors;
+    hasColors_ = true;
     Refresh(false);
 }
 
@@ -46,12 +48,12 @@ void LegendPane::Paint()
     dc.Clear();
     const int margin = FromDIP(kMargin);
     const wxRect bar(margin, FromDIP(kMargin) / 2, GetClientSize().x - 2 * margin, FromDIP(kBarHeight));
-    if (bar.width < 2 || colors_.ramp.empty())
+    if (bar.width < 2 || !hasColors_)
         return;
-    const auto palette = MakePalette(colors_.ramp);
+    const ElevationPalette palette = RampOf(colors_);
     for (int x = 0; x < bar.width; ++x) {
         const auto index = static_cast<std::int16_t>(255 * x / (bar.width - 1));
-        dc.SetPen(wxPen(wxColour(palette->GetRed(index), palette->GetGreen(index), palette->GetBlue(index))));
+        dc.SetPen(wxPen(wxColour(palette.GetRed(index), palette.GetGreen(index), palette.GetBlue(index))));
         dc.DrawLine(bar.x + x, bar.y, bar.x + x, bar.GetBottom() + 1);
     }
     PaintMarks(dc, bar);

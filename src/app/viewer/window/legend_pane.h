@@ -18,6 +18,7 @@ private:
     void PaintMarks(wxDC& dc, const wxRect& bar) const;
 
     HeightColors colors_;
+    bool hasColors_ = false;
 };
 
 }  // namespace tessara

@@ -31,6 +31,7 @@ namespace {
 
 constexpr int kLeastSide = 250;
 constexpr int kLeastMap = 110;
+constexpr int kKeepEvery = 60000;  // milliseconds
 
 /// Files that are dropped on the window.
 class FileTarget final : public wxFileDropTarget {
@@ -69,6 +70,7 @@ MainWindow::MainWindow(const ViewRequest& request, const KeptSettings& kept)
 MainWindow::~MainWindow()
 {
     loadTimer_.Stop();
+    keepTimer_.Stop();
     loader_ = nullptr;
     if (progress_)
         progress_->Detach();
@@ -161,6 +163,7 @@ void MainWindow::BindEvents()
     Bind(wxEVT_CHAR_HOOK, &MainWindow::OnKey, this);
     Bind(
         wxEVT_MENU, [this](wxCommandEvent& event) { Run(event.GetId()); }, kOpen, kRecentEnd);
+    keepTimer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { KeepWork(); });
     loadTimer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { WatchLoader(); });
     SetDropTarget(new FileTarget(*this));
     // OpenGL can be started when the pane is on the screen.
@@ -181,7 +184,9 @@ void MainWindow::Start()
         return;
     }
     picture_->SetFocus();
-    Load(request_.file);
+    keepTimer_.Start(kKeepEvery);
+    if (!OfferRecovery())
+        Load(request_.file, request_.element);
 }
 
 bool MainWindow::StartDrawing()

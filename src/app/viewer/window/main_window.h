@@ -4,12 +4,15 @@
 #include "app/viewer/view_settings.h"
 #include "app/viewer/viewer.h"
 #include "app/viewer/window/settings_pages.h"
+#include "app/viewer/work_keeper.h"
+#include "host/project/autosave.h"
 
 #include <wx/frame.h>
 #include <wx/timer.h>
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 class wxGLContext;
@@ -42,6 +45,9 @@ public:
     /// Opens a file, with progress that can be cancelled; after a failure the old terrain stays. \param path empty for
     /// the built-in sample
     void Load(const std::string& path);
+
+    /// The same for one terrain of a project.
+    void Load(const std::string& path, const std::string& element);
     bool IsLoading() const noexcept { return loader_ != nullptr; }
 
     /// Does what a menu line says. \param command see Command
@@ -93,7 +99,13 @@ private:
 
     // Files.
     void AskAndOpen();
-    bool AskAndSaveHeights();
+    std::optional<std::string> ChooseTerrain(const std::string& project);
+    void Begin(TerrainRequest terrain);
+    bool OfferRecovery();
+    void KeepWork();
+    std::string NameOfWork() const;
+    bool SaveProject(bool elsewhere);
+    void AskAndSaveHeights();
     void AskAndSavePicture();
     void AskAndExport();
     void ImportSource();
@@ -112,6 +124,9 @@ private:
     bool stateRequested_ = false;
     std::string loading_;
     wxTimer loadTimer_;
+    wxTimer keepTimer_;
+    WorkKeeper keeper_;
+    std::optional<Recovery> recovery_;  // of what is being loaded
     std::chrono::steady_clock::time_point lastFigures_;
 
     wxPanel* root_ = nullptr;

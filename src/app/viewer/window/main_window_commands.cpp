@@ -69,6 +69,11 @@ bool MainWindow::DoFile(int command)
         kept_.recent = {};
         ShowRecent();
         return true;
+    case kSaveProject:
+    case kSaveProjectAs:
+        if (open)
+            SaveProject(command == kSaveProjectAs);
+        return true;
     case kSaveHeights:
         if (open)
             AskAndSaveHeights();

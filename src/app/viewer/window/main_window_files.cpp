@@ -1,21 +1,21 @@
-#include "app/viewer/view_text.h"
 #include "app/viewer/window/load_bar.h"
 #include "app/viewer/window/main_window.h"
-#include "app/viewer/window/map_pane.h"
-#include "app/viewer/window/picture_dialog.h"
 #include "app/viewer/window/picture_pane.h"
-#include "app/viewer/window/table_dialog.h"
 #include "app/viewer/window/window_text.h"
+#include "host/project/project_file.h"
+#include "platform/gl/gl.h"
 #include "surface/itessara.h"
 
+#include <wx/choicdlg.h>
+#include <wx/datetime.h>
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 #include <wx/infobar.h>
 #include <wx/msgdlg.h>
-#include <wx/statusbr.h>
 #include <wx/utils.h>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace tessara {
@@ -23,73 +23,88 @@ namespace tessara {
 namespace {
 
 constexpr int kWatch = 40;  // milliseconds
-constexpr char kElevationFiles[] =
-    "Elevation files|*.[tT][iI][fF];*.[tT][iI][fF][fF];*.[hH][gG][tT];*.[aA][sS][cC];*.[dD][eE][mM];*.[pP][nN][gG];"
-    "*.[iI][mM][gG];*.[bB][iI][lL];*.[fF][lL][tT];*.[dD][tT][012];*.[gG][rR][dD];*.[nN][cC];*.[vV][rR][tT];*.[xX][yY]["
-    "zZ]|"
-    "All files|*";
-constexpr char kHeightFiles[] = "GeoTIFF (*.tif)|*.tif|ESRI ASCII grid (*.asc)|*.asc|16-bit PNG (*.png)|*.png";
-constexpr char kMeshFiles[] =
-    "Text, one vertex a line (*.txt)|*.txt|Wavefront OBJ (*.obj)|*.obj|PLY (*.ply)|*.ply|STL (*.stl)|*.stl";
+constexpr char kFiles[] =
+    "Projects and elevation files|*.tessara;*.[tT][iI][fF];*.[tT][iI][fF][fF];*.[hH][gG][tT];*.[aA][sS][cC];"
+    "*.[dD][eE][mM];*.[pP][nN][gG];*.[iI][mM][gG];*.[bB][iI][lL];*.[fF][lL][tT];*.[dD][tT][012];*.[gG][rR][dD];"
+    "*.[nN][cC];*.[vV][rR][tT];*.[xX][yY][zZ]|Tessara projects (*.tessara)|*.tessara|All files|*";
 
-/// Asks where to write. A name without an ending gets the one of the chosen kind.
-/// \return nothing when the user doesn't want to
-std::optional<std::string> AskWhere(wxWindow* parent, const char* title, const wxString& folder, const wxString& name,
-                                    const char* kinds)
+/// Whether the terrain has a picture on its ground. Leaves OpenGL as it is.
+bool HasSource(ITessara& surface)
 {
-    wxFileDialog dialog(parent, title, folder, name, kinds, wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
-    if (dialog.ShowModal() != wxID_OK)
-        return std::nullopt;
-    wxFileName path(dialog.GetPath());
-    if (!path.HasExt()) {
-        const wxArrayString parts = wxSplit(kinds, '|');
-        path.SetExt(parts[static_cast<std::size_t>(2 * std::max(dialog.GetFilterIndex(), 0) + 1)].AfterLast('.'));
-    }
-    return path.GetFullPath().utf8_string();
+    glPushAttrib(GL_ENABLE_BIT | GL_TEXTURE_BIT);
+    const bool has = SUCCEEDED(surface.ActivateSourceTexture());
+    glPopAttrib();
+    return has;
 }
 
 }  // namespace
-
-void MainWindow::ShowError(const std::string& message)
-{
-    wxMessageBox(Wide(message), "Tessara", wxOK | wxICON_ERROR, this);
-}
-
-void MainWindow::Tell(const std::string& message)
-{
-    SetStatusText(Wide(message));
-}
 
 void MainWindow::AskAndOpen()
 {
     const wxString folder =
         kept_.recent.Paths().empty() ? wxString() : wxFileName(Wide(kept_.recent.Paths().front())).GetPath();
-    wxFileDialog dialog(this, "Open an Elevation File", folder, wxEmptyString, kElevationFiles,
-                        wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    wxFileDialog dialog(this, "Open", folder, wxEmptyString, kFiles, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (dialog.ShowModal() == wxID_OK)
         Load(dialog.GetPath().utf8_string());
 }
 
+/// \return nothing when the user doesn't choose one
+std::optional<std::string> MainWindow::ChooseTerrain(const std::string& project)
+{
+    const ProjectFile file(project);
+    if (file.Elements().size() < 2)
+        return std::string();
+    wxArrayString names;
+    for (const std::string& name : file.Elements())
+        names.Add(Wide(name));
+    wxSingleChoiceDialog dialog(this, Wide(TerrainName(project)) + " holds several terrains.", "Open a Terrain", names);
+    if (dialog.ShowModal() != wxID_OK)
+        return std::nullopt;
+    return file.Elements()[static_cast<std::size_t>(dialog.GetSelection())];
+}
+
 void MainWindow::Load(const std::string& path)
+{
+    Load(path, {});
+}
+
+void MainWindow::Load(const std::string& path, const std::string& element)
 {
     if (!viewer_ || !MayLeave())
         return;
-    std::string full;
+    TerrainRequest terrain{.path = {}, .element = element, .reading = request_.reading};
     if (!path.empty()) {
         wxFileName name(Wide(path));
         name.MakeAbsolute();
-        full = name.GetFullPath().utf8_string();
+        terrain.path = name.GetFullPath().utf8_string();
     }
+    try {
+        if (element.empty() && !terrain.path.empty() && IsProjectFile(terrain.path)) {
+            const auto chosen = ChooseTerrain(terrain.path);
+            if (!chosen)
+                return;
+            terrain.element = *chosen;
+        }
+    } catch (const std::exception& error) {
+        ShowError(error.what());
+        return;
+    }
+    Begin(std::move(terrain));
+}
+
+void MainWindow::Begin(TerrainRequest terrain)
+{
     loader_ = nullptr;
     picture_->SetFlying(false);
     const ViewSettings& settings = viewer_->Settings();
-    loading_ = full;
-    loader_ = std::make_unique<TerrainLoader>(
-        TerrainRequest{.path = full,
-                       .reading = request_.reading,
-                       .exaggeration = settings.exaggeration,
-                       .sun = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection});
-    bar_->Begin(full.empty() ? "Making the sample" : "Reading " + TerrainName(full), [this] {
+    terrain.exaggeration = settings.exaggeration;
+    terrain.sun = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection;
+    loading_ = terrain.recoveredFor.value_or(terrain.path);
+    const std::string title = terrain.recoveredFor ? "Recovering the unsaved work"
+                              : loading_.empty()   ? "Making the sample"
+                                                   : "Reading " + TerrainName(loading_);
+    loader_ = std::make_unique<TerrainLoader>(std::move(terrain));
+    bar_->Begin(title, [this] {
         if (loader_)
             loader_->Cancel();
     });
@@ -120,6 +135,7 @@ void MainWindow::WatchLoader()
         ShowRecent();
         ShowError(error.what());
     }
+    recovery_.reset();
     Changed({true, true, true});
 }
 
@@ -132,7 +148,10 @@ void MainWindow::Opened(OpenedTerrain terrain)
     for (const std::string& note : terrain.data.notes)
         notes += (notes.empty() ? "" : "  ") + note;
     viewer_->Open(std::move(terrain));
-    hasSource_ = false;
+    keeper_.Forget();
+    if (recovery_)
+        keeper_.Adopt(std::move(*recovery_));
+    hasSource_ = HasSource(viewer_->Document().Session().Surface());
     const GroundFrame& ground = viewer_->Document().Session().Ground();
     const double across = std::max(ground.Width(), ground.Depth());
     sculptPage_->SetTerrainSize(across);
@@ -151,110 +170,30 @@ void MainWindow::Opened(OpenedTerrain terrain)
     picture_->SetFocus();
 }
 
-bool MainWindow::MayLeave()
+/// Offers what a program that ended without being asked has left. \return whether work is being recovered
+bool MainWindow::OfferRecovery()
 {
-    if (!viewer_ || !viewer_->HasTerrain() || !viewer_->Document().IsModified())
+    for (Recovery& each : FindRecoveries()) {
+        const wxDateTime time(std::chrono::system_clock::to_time_t(each.Time()));
+        const wxString subject =
+            each.ProjectPath().empty() ? wxString("a terrain that was never saved") : Wide(each.ProjectPath());
+        wxMessageDialog question(this,
+                                 "The viewer ended unexpectedly, with unsaved work on " + subject + " of " +
+                                     time.FormatISOCombined(' ') + ". Recover it?",
+                                 "Tessara", wxYES_NO | wxCANCEL | wxICON_QUESTION);
+        question.SetYesNoCancelLabels("&Recover", "&Discard", "&Later");
+        const int answer = question.ShowModal();
+        if (answer == wxID_NO)
+            each.Discard();
+        if (answer != wxID_YES)
+            continue;
+        const ProjectFile work(each.Path());
+        TerrainRequest terrain{.path = each.Path(), .element = KeptTerrain(work), .recoveredFor = each.ProjectPath()};
+        recovery_ = std::move(each);
+        Begin(std::move(terrain));
         return true;
-    wxMessageDialog question(
-        this, "The heights of " + Wide(TerrainName(viewer_->Document().Path())) + " have been changed. Save them?",
-        "Tessara", wxYES_NO | wxCANCEL | wxICON_QUESTION);
-    question.SetYesNoCancelLabels("&Save...", "&Don't Save", "&Cancel");
-    const int answer = question.ShowModal();
-    return answer == wxID_YES ? AskAndSaveHeights() : answer == wxID_NO;
-}
-
-/// \return whether the heights are saved
-bool MainWindow::AskAndSaveHeights()
-{
-    TerrainDocument& document = viewer_->Document();
-    const wxFileName source(Wide(document.Path()));
-    const wxString name = document.Path().empty() ? wxString("sample.tif") : source.GetName() + "_edited.tif";
-    const auto path = AskWhere(this, "Save Heights", source.GetPath(), name, kHeightFiles);
-    if (!path)
-        return false;
-    const wxBusyCursor wait;
-    try {
-        document.Save(*path);
-    } catch (const std::exception& error) {
-        ShowError(error.what());
-        return false;
     }
-    Tell("Saved " + TerrainName(*path));
-    return true;
-}
-
-void MainWindow::AskAndSavePicture()
-{
-    const auto size = AskPictureSize(this, wxSize(picture_->PixelWidth(), picture_->PixelHeight()));
-    if (!size)
-        return;
-    const wxString name = wxFileName(Wide(TerrainName(viewer_->Document().Path()))).GetName().Lower() + ".png";
-    const auto path = AskWhere(this, "Save Picture", wxEmptyString, name, "PNG picture (*.png)|*.png");
-    if (!path || !picture_->MakeCurrent())
-        return;
-    const wxBusyCursor wait;
-    viewer_->SavePicture(*path, size->x, size->y);
-    Tell("Saved " + TerrainName(*path));
-}
-
-void MainWindow::AskAndExport()
-{
-    const wxString name = wxFileName(Wide(TerrainName(viewer_->Document().Path()))).GetName().Lower() + ".txt";
-    const auto path = AskWhere(this, "Export Triangles", wxEmptyString, name, kMeshFiles);
-    if (!path || !picture_->MakeCurrent())
-        return;
-    const wxBusyCursor wait;
-    const std::uint64_t triangles = viewer_->ExportTriangles(*path);
-    Tell("Exported " + CountText(triangles) + " triangles");
-}
-
-/// The surface asks for the file, and tells what is wrong with it.
-void MainWindow::ImportSource()
-{
-    if (!viewer_->HasTerrain())
-        return;
-    const bool imported = SUCCEEDED(viewer_->Document().Session().Surface().ImportTextureSource(nullptr));
-    if (!picture_->MakeCurrent())
-        return;
-    if (imported) {
-        hasSource_ = true;
-        Change([](ViewSettings& settings) { settings.sourceTexture = true; });
-    }
-    Changed({true, false, true});
-}
-
-void MainWindow::OpenDetailDialog()
-{
-    if (!viewer_->HasTerrain())
-        return;
-    const HRESULT result = viewer_->Document().Session().Surface().TextureDetailDlg();
-    if (FAILED(result))
-        ShowError("The dialog for detail textures couldn't be opened.");
-    Changed({true, false, true});
-}
-
-void MainWindow::ShowInformation()
-{
-    const TerrainDocument& document = viewer_->Document();
-    const ElevationData& data = document.Data();
-    const auto size = [](int width, int height) { return std::to_string(width) + " × " + std::to_string(height); };
-    std::vector<TableRow> rows = {
-        {"File", document.Path().empty() ? "The built-in sample" : document.Path()},
-        {"Grid",
-         size(data.width, data.height) + " heights" +
-             (data.sourceWidth > data.width ? ", reduced from " + size(data.sourceWidth, data.sourceHeight) : "")},
-        {"Size", LengthText((data.width - 1) * data.spacingX) + " × " + LengthText((data.height - 1) * data.spacingY)},
-        {"Spacing", LengthText(data.spacingX) + " × " + LengthText(data.spacingY)},
-        {"Heights",
-         HeightText(static_cast<double>(data.minimum)) + " to " + HeightText(static_cast<double>(data.maximum))},
-    };
-    if (!data.referenceSystem.empty())
-        rows.push_back({"Reference", data.referenceSystem});
-    if (!data.format.empty())
-        rows.push_back({"Format", data.format});
-    for (const std::string& note : data.notes)
-        rows.push_back({"Note", note});
-    ShowTable(this, "Terrain Information", rows);
+    return false;
 }
 
 }  // namespace tessara

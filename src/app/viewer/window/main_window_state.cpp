@@ -71,7 +71,8 @@ void MainWindow::ShowState()
     colorsPage_->Show(*viewer_, hasSource_);
     sculptPage_->Show(*viewer_, picture_->HasBrush());
     debugPage_->Show(viewer_->Settings(), picture_->Figures(), picture_->FramesPerSecond());
-    legend_->Show(viewer_->Colors());
+    if (viewer_->HasTerrain())
+        legend_->Show(viewer_->Colors());
     ShowMenus();
     ShowTitle();
 }
@@ -97,8 +98,8 @@ void MainWindow::ShowMenus()
     wxMenuBar& bar = *GetMenuBar();
     for (const auto& [command, checked] : checks)
         bar.Check(command, checked);
-    for (const int command : {kSaveHeights, kSavePicture, kExportTriangles, kShowAll, kNorthUp, kFromTop, kFly,
-                              kImportSource, kTerrainDetail, kInformation})
+    for (const int command : {kSaveProject, kSaveProjectAs, kSaveHeights, kSavePicture, kExportTriangles, kShowAll,
+                              kNorthUp, kFromTop, kFly, kImportSource, kTerrainDetail, kInformation})
         bar.Enable(command, open);
     bar.Enable(kSourceTexture, hasSource_);
     bar.Enable(kUndo, open && viewer_->Document().CanUndo());

@@ -34,6 +34,9 @@ public:
     void SetBrush(bool atHand);
     bool HasBrush() const noexcept { return brush_; }
 
+    /// Whether somebody is in the middle of something.
+    bool IsBusy() const noexcept { return dragging_ || fly_.IsOn(); }
+
     /// Frames that a second would hold at the pace of the last ones; 0 before the first one.
     double FramesPerSecond() const;
 

@@ -166,7 +166,9 @@ void ColorsPage::Show(const Viewer& viewer, bool hasSource)
     const ViewSettings& settings = viewer.Settings();
     colors_->SetValue(settings.vertexColors);
     const std::vector<std::string> names = PaletteNames();
-    ramp_->SetSelection(static_cast<int>(std::find(names.begin(), names.end(), settings.ramp) - names.begin()));
+    // A project may have colours of its own, which are none of these.
+    const auto ramp = std::find(names.begin(), names.end(), settings.ramp);
+    ramp_->SetSelection(ramp == names.end() ? wxNOT_FOUND : static_cast<int>(ramp - names.begin()));
     const auto show = [](wxTextCtrl& field, double value) {
         const wxString text = Wide(FixedText(value, 1));
         if (!field.IsModified() && field.GetValue() != text)

@@ -16,11 +16,13 @@ constexpr int kLine = 0;
 
 constexpr MenuLine kLines[] = {
     {kMenu, "&File", ""},
-    {kOpen, "&Open...\tCtrl+O", "Open an elevation file"},
-    {kOpenSample, "Open the &Sample", "Open the terrain that comes with the program"},
+    {kOpen, "&Open...\tCtrl+O", "Open an elevation file or a project"},
+    {kOpenSample, "Open the Sa&mple", "Open the terrain that comes with the program"},
     {kRecent, "Open &Recent", "", Kind::Submenu},
     {kLine, "", ""},
-    {kSaveHeights, "Save &Heights...\tCtrl+S", "Save the heights as a GeoTIFF, an ASCII grid or a 16-bit PNG"},
+    {kSaveProject, "&Save Project\tCtrl+S", "Save the terrain with its colours, textures and camera"},
+    {kSaveProjectAs, "Save Project &As...\tCtrl+Shift+S", "Save the project under another name"},
+    {kSaveHeights, "Save &Heights...\tCtrl+H", "Save the heights as a GeoTIFF, an ASCII grid or a 16-bit PNG"},
     {kLine, "", ""},
     {kSavePicture, "Save &Picture...\tCtrl+P", "Save what the window shows as a picture of any size"},
     {kExportTriangles, "&Export Triangles...\tCtrl+E", "Write the triangles of this view as text, OBJ, PLY or STL"},

@@ -13,6 +13,8 @@ enum Command : int {
     kOpen = wxID_HIGHEST + 1,
     kOpenSample,
     kClearRecent,
+    kSaveProject,
+    kSaveProjectAs,
     kSaveHeights,
     kSavePicture,
     kExportTriangles,
