@@ -2,6 +2,7 @@
 
 #include "host/class_factory.h"
 #include "host/elevation_matrix.h"
+#include "host/gl_context.h"
 #include "host/storage/own_folder.h"
 #include "platform/com/module_class.h"
 #include "services/image_file.h"
@@ -32,6 +33,7 @@ HostClasses RegisterHostClasses()
     if (FAILED(RegisterModuleClass(CLSID_ImageFile, images.c_str())))
         throw std::bad_alloc();
     classes.Add(CLSID_ElevationMatrix, MakeObject<ClassFactory<ElevationMatrix>>().Get());
+    classes.Add(CLSID_GLContext, MakeObject<ClassFactory<GlContext>>().Get());
     return classes;
 }
 

@@ -6,8 +6,9 @@
 
 namespace tessara {
 
-/// The host's classes in the process's class table, until the end of its life: CLSID_ElevationMatrix. The module behind
-/// CLSID_ImageFile, which lies beside this library and loads with the first reader, stays there until the process ends.
+/// The host's classes in the process's class table, until the end of its life: CLSID_ElevationMatrix and
+/// CLSID_GLContext. The module behind CLSID_ImageFile, which lies beside this library and loads with the first reader,
+/// stays there until the process ends.
 class HostClasses {
 public:
     HostClasses(const HostClasses&) = delete;

@@ -23,7 +23,7 @@ struct IImageFile : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE GetHeight(UINT* height) = 0;
     virtual HRESULT STDMETHODCALLTYPE GetWidth(UINT* width) = 0;
 
-    /// Reads the file. After a failure nothing but Release may follow.
+    /// Reads the file. After a failure nothing but Close and Release may follow.
     virtual HRESULT STDMETHODCALLTYPE Open() = 0;
 
     /// Frees what Open and ReadPixels made.

@@ -109,10 +109,3 @@ HRESULT CoTessara::BlendTextureDBToSourceRegion(BSTR, BSTR, VARIANT)
 {
     return E_FAIL;
 }
-
-// Not offered yet: the dialog.
-
-HRESULT CoTessara::TextureDetailDlg()
-{
-    return E_NOTIMPL;
-}

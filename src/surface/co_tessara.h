@@ -94,6 +94,7 @@ private:
     ComPtr<ITextureMgr> HostTextures() const;
     void ActivateOnUnit(ULONG id, UINT unit) const;
     HRESULT ImportImage(ComPtr<IImageFile> image, const std::string& path);
+    bool RunDetailDialog();
     HRESULT ReplaceSource(LONG width, LONG height, LONG bitsPerPixel, const void* pixels);
     HRESULT CreateSlotTexture(Slot slot, LONG width, LONG height, LONG bitsPerPixel, const void* pixels);
     void PaintCanvasPixels(BYTE* pixels, LONG width, LONG height, const ElevationPalette& palette,

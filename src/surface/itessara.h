@@ -162,7 +162,9 @@ struct ITessara : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE SetTextureDetailRGBGamma(int gamma) = 0;
     virtual HRESULT STDMETHODCALLTYPE GetTextureDetailRGBGamma(int* gamma) = 0;
 
-    /// Opens the "Terrain Detail" dialog. \return S_OK after OK, S_FALSE otherwise, with the changes undone
+    /// Opens the "Terrain Detail" dialog. Changes show on the terrain at once.
+    /// \return S_OK after OK; S_FALSE otherwise, with tiling, brightness and the detail texture as they were; E_FAIL
+    ///         without host or terrain
     virtual HRESULT STDMETHODCALLTYPE TextureDetailDlg() = 0;
 
     /// Which database holds the detail texture: "USERDB", "APPDB" or empty.
