@@ -7,8 +7,10 @@
 #include "platform/com/guard.h"
 #include "services/camera_object.h"
 #include "services/elevation_matrix.h"
+#include "services/image_file.h"
 #include "services/kvo_host.h"
 #include "services/progress_window.h"
+#include "services/texture_database.h"
 #include "services/texture_mgr.h"
 #include "terrain/terrain_frustum.h"
 #include "textures/elevation_element.h"
@@ -261,13 +263,13 @@ public:
     }
     HRESULT STDMETHODCALLTYPE CreateImageFile(IImageFile** out) override
     {
-        *out = nullptr;
-        return E_NOTIMPL;
+        *out = ComPtr<IImageFile>(image).Detach();
+        return Log("CreateImageFile");
     }
-    HRESULT STDMETHODCALLTYPE OpenTextureDatabase(ITextureDatabase** out, VARIANT*) override
+    HRESULT STDMETHODCALLTYPE OpenTextureDatabase(ITextureDatabase** out, VARIANT* selector) override
     {
-        *out = nullptr;
-        return E_NOTIMPL;
+        *out = ComPtr<ITextureDatabase>(selector ? userDatabase : systemDatabase).Detach();
+        return Log("OpenTextureDatabase", selector ? "user" : "system");
     }
     HRESULT STDMETHODCALLTYPE NewElementKey(BSTR* key) override
     {
@@ -280,16 +282,25 @@ public:
         Log("LoadTextureFromDB", name, table, selector ? "user" : "system");
         return loadResult;
     }
-    HRESULT STDMETHODCALLTYPE LoadPreviewTexture(BSTR, BSTR, ULONG*, VARIANT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE LoadPreviewTexture(BSTR key, BSTR table, ULONG* name, VARIANT* selector) override
+    {
+        if (previewTexture != 0)
+            *name = previewTexture;
+        return Log("LoadPreviewTexture", key, table, selector ? "user" : "system");
+    }
     HRESULT STDMETHODCALLTYPE GetProgressWindow(IProgressWindow** out) override
     {
         *out = ComPtr<IProgressWindow>(progress).Detach();
         return Log("GetProgressWindow");
     }
 
-    ITextureMgr* textures = nullptr;      // not counted
-    IProgressWindow* progress = nullptr;  // not counted
+    ITextureMgr* textures = nullptr;  // none of these is counted
+    IProgressWindow* progress = nullptr;
+    IImageFile* image = nullptr;
+    ITextureDatabase* systemDatabase = nullptr;
+    ITextureDatabase* userDatabase = nullptr;
     HRESULT loadResult = S_OK;
+    ULONG previewTexture = 0;  ///< 0 for none
 
 private:
     int keys_ = 0;

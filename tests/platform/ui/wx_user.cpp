@@ -90,7 +90,7 @@ void WxUser::Pick(int control, int row)
         wxUIActionSimulator().MouseClick();
     } else if (auto* choice = dynamic_cast<wxChoice*>(window)) {
         Click(control);
-        Wait(150);
+        WaitForPopup(*choice, true);
         wxUIActionSimulator hands;
         for (int i = 0; i < static_cast<int>(choice->GetCount()); ++i)
             hands.Char(WXK_UP);
@@ -98,8 +98,20 @@ void WxUser::Pick(int control, int row)
         for (int i = 0; i < row; ++i)
             hands.Char(WXK_DOWN);
         hands.Char(WXK_RETURN);
-        Wait(150);
+        WaitForPopup(*choice, false);
     }
+    Rest();
+}
+
+/// Waits until a drop list is open, or closed.
+void WxUser::WaitForPopup(const wxChoice& choice, bool open)
+{
+    gboolean shown = open ? FALSE : TRUE;
+    for (int tries = 0; tries < 200 && (shown != FALSE) != open; ++tries) {
+        Wait(25);
+        g_object_get(choice.GetHandle(), "popup-shown", &shown, nullptr);
+    }
+    EXPECT_EQ(shown != FALSE, open);
     Rest();
 }
 

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 
+class wxChoice;
 class wxDialog;
 class wxListBox;
 class wxWindow;
@@ -36,6 +37,7 @@ public:
 private:
     wxWindow* Find(int control);
     void MoveToRow(wxListBox& list, int row);
+    void WaitForPopup(const wxChoice& choice, bool open);
 
     wxDialog& dialog_;
 };

@@ -107,9 +107,16 @@ void GlSurface::ReleaseCurrent()
     before_.Restore();
 }
 
+/// With the context current: a driver may otherwise show a frame that it hasn't finished.
 void GlSurface::SwapBuffers()
 {
+    const CurrentContext before = CurrentContext::Take();
+    if (context_ && before != own_) {
+        CurrentContext::Clear();
+        context_->SetCurrent(*canvas_);
+    }
     canvas_->SwapBuffers();
+    before.Restore();
 }
 
 }  // namespace tessara

@@ -46,8 +46,10 @@ ToolTips::~ToolTips()
 void ToolTips::MouseOver(wxWindow* over)
 {
     const bool known = texts_.count(over) != 0;
-    if (over == over_ && (!known || (popup_ && popup_->IsShown())))
+    if (over == over_ && (!known || used_ || (popup_ && popup_->IsShown())))
         return;
+    if (over != over_)
+        used_ = false;
     if (over != over_ && popup_ && popup_->IsShown() && !IsMouseOnTip())
         Hide();
     over_ = over;
@@ -62,6 +64,12 @@ void ToolTips::ShowHelp(const std::string& markup)
     Show(markup, popup_ && popup_->IsShown() ? place_ : wxGetMousePosition() + wxPoint(0, 20));
 }
 
+void ToolTips::MousePressed()
+{
+    used_ = true;
+    Hide();
+}
+
 void ToolTips::Hide()
 {
     rested_.Stop();
@@ -72,6 +80,9 @@ void ToolTips::Hide()
 void ToolTips::OnRested(wxTimerEvent&)
 {
     const auto text = texts_.find(over_);
+    // Neither an open list nor another window that the user is asked in may be covered.
+    if (gtk_grab_get_current() != GTK_WIDGET(parent_.GetHandle()))
+        return;
     if (text == texts_.end() || !over_->IsShownOnScreen() || !over_->GetScreenRect().Contains(wxGetMousePosition()))
         return;
     const wxRect control = over_->GetScreenRect();

@@ -11,7 +11,8 @@
 namespace tessara {
 
 /// Tooltips with headings, lines and links over the controls of one dialog. One is shown after the mouse has rested on
-/// its control; it goes when the mouse goes elsewhere, but not while the mouse is on the tooltip itself.
+/// its control; it goes when the mouse goes elsewhere, but not while the mouse is on the tooltip itself. Who has pressed
+/// a control knows it: its tooltip stays away until the mouse comes back.
 class ToolTips final : public wxEvtHandler {
 public:
     /// \param parent the dialog \param follow hears the text of a link that was clicked
@@ -22,6 +23,9 @@ public:
 
     /// The mouse moved. \param over the control that it is on now, or null
     void MouseOver(wxWindow* over);
+
+    /// A button of the mouse was pressed somewhere in the dialog.
+    void MousePressed();
 
     /// Shows a text where the last tooltip stood, or at the mouse.
     void ShowHelp(const std::string& markup);
@@ -40,6 +44,7 @@ private:
     wxHtmlWindow* page_ = nullptr;
     wxTimer rested_;
     wxWindow* over_ = nullptr;  // what the mouse is on
+    bool used_ = false;         // it was pressed
     wxPoint place_;             // where the last tooltip stood
 };
 

@@ -135,7 +135,9 @@ wxWindow* WxDialogWindow::AddViewport(const ControlTemplate& form, Control& cont
     frame->SetBackgroundColour(*wxWHITE);
     const wxRect inside(1, 1, wxMax(1, place.width - 2), wxMax(1, place.height - 2));
     control.surface = GlSurface::Make(frame, inside, [this] { Dispatch(WM_PAINT, 0, 0); });
-    return control.surface ? &control.surface->Window() : frame;
+    wxWindow* const window = control.surface ? &control.surface->Window() : frame;
+    window->SetId(form.id);
+    return window;
 }
 
 /// The arrows stand inside the right edge of their field.
@@ -214,11 +216,17 @@ void WxDialogWindow::Step(int spin, int steps)
 
 int WxDialogWindow::FilterEvent(wxEvent& event)
 {
-    if (event.GetEventType() != wxEVT_MOTION || !alive_ || ended_)
+    const bool pressed = event.GetEventType() == wxEVT_LEFT_DOWN || event.GetEventType() == wxEVT_LEFT_DCLICK;
+    if ((event.GetEventType() != wxEVT_MOTION && !pressed) || !alive_ || ended_)
         return Event_Skip;
     auto* window = dynamic_cast<wxWindow*>(event.GetEventObject());
     if (!window || wxGetTopLevelParent(window) != &dialog_)
         return Event_Skip;
+    if (pressed) {
+        if (toolTips_)
+            toolTips_->MousePressed();
+        return Event_Skip;
+    }
     MSG message{WM_MOUSEMOVE, 0, 0, IdOf(window)};
     bool taken = false;
     WithHostContext([&] { taken = events_.Translate(message); });
