@@ -5,6 +5,9 @@
 #include "platform/com/bstr.h"
 #include "platform/ui/window_system.h"
 #include "platform/ui/wx_user.h"
+#include "services/gl_context.h"
+#include "support/fake_image_file.h"
+#include "support/fake_parser.h"
 
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
@@ -95,6 +98,7 @@ public:
         timer_.Start(50);
     }
     ~FileChoice() { timer_.Stop(); }
+    bool Answered() const { return ticks_ >= 16; }
 
 private:
     void Look()
@@ -116,6 +120,29 @@ private:
     int ticks_ = 0;
     wxTimer timer_;
 };
+
+/// Lets the desktop work until something holds.
+void WaitFor(WxUser& user, const char* what, const std::function<bool()>& holds)
+{
+    for (int tries = 0; tries < 100 && !holds(); ++tries)
+        user.Wait(50);
+    EXPECT_TRUE(holds()) << what;
+    user.Wait(50);
+}
+
+void ChooseUserDatabase(WxUser& user)
+{
+    user.Pick(kDatabaseList, 1);
+    WaitFor(user, "the user's database", [] { return wxWindow::FindWindowById(kImportButton)->IsEnabled(); });
+}
+
+void Import(WxUser& user, const std::string& path)
+{
+    const FileChoice choice(path);
+    user.Click(kImportButton);
+    WaitFor(user, "the question for a file", [&] { return choice.Answered(); });
+    user.Wait(150);
+}
 
 wxPopupWindow* Tip()
 {
@@ -247,14 +274,12 @@ TEST_F(WxDialogTest, ImportsReplacesAndDeletesElements)
 {
     const std::string red = terrain.WriteImage("red.tga");
     Run([&](WxUser& user, wxDialog&) {
-        user.Pick(kDatabaseList, 1);
+        ChooseUserDatabase(user);
         EXPECT_EQ(List().GetCount(), 0u);
         EXPECT_NEAR(MiddleOf(kPreview)[1], 235, 3) << "an empty preview";
         const auto import = [&](const char* name) {
-            const FileChoice choice(red);
             user.Type(kNameField, name);
-            user.Click(kImportButton);
-            user.Wait(200);
+            Import(user, red);
         };
         import("Red");
         EXPECT_EQ(List().GetCount(), 1u);
@@ -277,7 +302,7 @@ TEST_F(WxDialogTest, ImportsReplacesAndDeletesElements)
             const WhenAsked yes('y');
             user.PickRange(kElementList, 0, 1);
             user.Click(kDeleteButton);
-            user.Wait(300);
+            WaitFor(user, "the deletion", [] { return List().GetCount() == 0; });
         }
         EXPECT_EQ(terrain.Count(true), 0u);
         EXPECT_EQ(List().GetCount(), 0u);
@@ -291,10 +316,8 @@ TEST_F(WxDialogTest, AnImageThatCannotBeReadIsExplained)
 {
     const std::string broken = terrain.WriteFile("broken.png", "this is no picture");
     Run([&](WxUser& user, wxDialog&) {
-        user.Pick(kDatabaseList, 1);
-        const FileChoice choice(broken);
-        user.Click(kImportButton);
-        user.Wait(200);
+        ChooseUserDatabase(user);
+        Import(user, broken);
         ASSERT_EQ(terrain.messages.size(), 1u);
         EXPECT_THAT(terrain.messages[0], testing::HasSubstr("broken.png"));
     });
@@ -324,6 +347,47 @@ TEST_F(WxDialogTest, ATooltipLeadsToTheLongText)
         user.Wait(150);
         EXPECT_THAT(page->ToText().utf8_string(), testing::HasSubstr("where you import your elements"));
     });
+}
+
+TEST_F(WxDialogTest, AProjectWhoseElementIsGoneAsksForAnother)
+{
+    const std::string red = terrain.WriteImage("red.tga");
+    CallLog calls;
+    const auto project = MakeObject<FakeParser>(calls);
+    Run([&](WxUser& user, wxDialog&) {
+        ChooseUserDatabase(user);
+        Import(user, red);
+        user.Click(kApplyButton);
+        terrain.Surface().SerializeTextures(project.Get());
+        const WhenAsked yes('y');
+        user.Click(kDeleteButton);
+        WaitFor(user, "the deletion", [] { return List().GetCount() == 0; });
+        user.Click(IDOK);
+    });
+    EXPECT_EQ(terrain.Count(true), 0u);
+    const std::string lost = Key();
+    const WhenModal user([](wxDialog& dialog) {
+        WxUser hands(dialog);
+        EXPECT_EQ(List().GetCount(), 0u);
+        hands.Pick(kDatabaseList, 0);
+        hands.Pick(kElementList, 1);
+        hands.Click(kApplyButton);
+        hands.Click(IDOK);
+    });
+    EXPECT_EQ(terrain.Surface().LoadSerializedTextures(project.Get()), S_FALSE);
+    EXPECT_NE(Key(), lost);
+    EXPECT_THAT(terrain.messages, testing::ElementsAre(testing::HasSubstr(lost)));
+    EXPECT_TRUE(terrain.HasContext());
+}
+
+TEST_F(WxDialogTest, WithoutAPreviewItSaysSoAndEnds)
+{
+    const auto other = MakeObject<KvoHost>(nullptr, nullptr);  // no context
+    const ServedClass wrong(CLSID_GLContext, other.Get());
+    const WhenAsked read(WXK_RETURN);
+    EXPECT_EQ(terrain.Surface().TextureDetailDlg(), S_FALSE);
+    EXPECT_TRUE(terrain.HasContext());
+    EXPECT_TRUE(wxTopLevelWindows.empty());
 }
 
 TEST_F(WxDialogTest, AHundredOpeningsLeaveNothingBehind)

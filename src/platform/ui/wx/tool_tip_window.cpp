@@ -64,7 +64,7 @@ void ToolTips::ShowHelp(const std::string& markup)
     Show(markup, popup_ && popup_->IsShown() ? place_ : wxGetMousePosition() + wxPoint(0, 20));
 }
 
-void ToolTips::MousePressed()
+void ToolTips::DialogUsed()
 {
     used_ = true;
     Hide();

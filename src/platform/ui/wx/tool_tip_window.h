@@ -11,8 +11,8 @@
 namespace tessara {
 
 /// Tooltips with headings, lines and links over the controls of one dialog. One is shown after the mouse has rested on
-/// its control; it goes when the mouse goes elsewhere, but not while the mouse is on the tooltip itself. Who has pressed
-/// a control knows it: its tooltip stays away until the mouse comes back.
+/// its control; it goes when the mouse goes elsewhere, but not while the mouse is on the tooltip itself. Who uses
+/// the dialog isn't disturbed: the tooltip stays away until the mouse comes to another control.
 class ToolTips final : public wxEvtHandler {
 public:
     /// \param parent the dialog \param follow hears the text of a link that was clicked
@@ -24,8 +24,8 @@ public:
     /// The mouse moved. \param over the control that it is on now, or null
     void MouseOver(wxWindow* over);
 
-    /// A button of the mouse was pressed somewhere in the dialog.
-    void MousePressed();
+    /// Something was done in the dialog, with the mouse or otherwise.
+    void DialogUsed();
 
     /// Shows a text where the last tooltip stood, or at the mouse.
     void ShowHelp(const std::string& markup);
@@ -44,7 +44,7 @@ private:
     wxHtmlWindow* page_ = nullptr;
     wxTimer rested_;
     wxWindow* over_ = nullptr;  // what the mouse is on
-    bool used_ = false;         // it was pressed
+    bool used_ = false;         // the dialog was used since the mouse came there
     wxPoint place_;             // where the last tooltip stood
 };
 

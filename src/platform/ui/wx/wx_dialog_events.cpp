@@ -205,6 +205,8 @@ void WxDialogWindow::Dispatch(UINT message, WPARAM wParam, LPARAM lParam)
 
 void WxDialogWindow::Notify(int control, UINT notification)
 {
+    if (toolTips_)
+        toolTips_->DialogUsed();
     Dispatch(WM_COMMAND, MakeCommand(control, notification), 0);
 }
 
@@ -224,7 +226,7 @@ int WxDialogWindow::FilterEvent(wxEvent& event)
         return Event_Skip;
     if (pressed) {
         if (toolTips_)
-            toolTips_->MousePressed();
+            toolTips_->DialogUsed();
         return Event_Skip;
     }
     MSG message{WM_MOUSEMOVE, 0, 0, IdOf(window)};
