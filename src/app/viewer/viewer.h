@@ -171,7 +171,7 @@ private:
     unsigned textureState_ = 0;  // counts changes
     WorkState saved_;            // what the project holds
     bool recovered_ = false;     // the project doesn't hold what was opened
-    int width_ = 1;  // of the picture, in pixels
+    int width_ = 1;              // of the picture, in pixels
     int height_ = 1;
     bool brushShown_ = false;
     bool mapStale_ = true;
