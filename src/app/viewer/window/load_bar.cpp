@@ -46,8 +46,14 @@ void LoadBar::Begin(const std::string& title, std::function<void()> cancel)
     button_->Show(static_cast<bool>(cancel_));
     button_->Enable();
     Show();
-    Layout();
     GetParent()->Layout();
+    Layout();
+}
+
+bool LoadBar::Layout()
+{
+    const bool fits = GetSizer() && GetClientSize().y >= GetSizer()->GetMinSize().y;
+    return !fits || wxPanel::Layout();
 }
 
 void LoadBar::Step(double fraction)

@@ -24,6 +24,9 @@ public:
 
     void End();
 
+    /// Leaves the controls as they are where they have no room: the toolkit would complain.
+    bool Layout() override;
+
 private:
     wxStaticText* title_;
     wxGauge* gauge_;

@@ -145,7 +145,10 @@ void MainWindow::Place()
         SetPosition(corner);
     if (place.maximised)
         Maximize();
-    panes_->SetMinimumPaneSize(FromDIP(kLeastSide));
+    int least = FromDIP(kLeastSide);
+    for (std::size_t i = 0; i < pages_->GetPageCount(); ++i)
+        least = std::max(least, static_cast<SettingsPage*>(pages_->GetPage(i))->LeastWidth());
+    panes_->SetMinimumPaneSize(least);
     panes_->SetSashGravity(1.0);
     side_->SetMinimumPaneSize(FromDIP(kLeastMap));
     side_->SetSashGravity(1.0);
@@ -277,7 +280,7 @@ void MainWindow::SetSideShown(bool shown)
     if (shown)
         panes_->SplitVertically(picture_, side_, -kept_.window.sideWidth);
     else {
-        kept_.window.sideWidth = std::max(side_->GetSize().x, FromDIP(kLeastSide));
+        kept_.window.sideWidth = std::max(side_->GetSize().x, panes_->GetMinimumPaneSize());
         panes_->Unsplit(side_);
     }
 }

@@ -128,8 +128,7 @@ void MainWindow::ShowTitle()
 {
     wxString title = "Tessara";
     if (viewer_->HasTerrain())
-        title =
-            Wide(TerrainName(viewer_->Document().Path())) + (viewer_->Document().IsModified() ? "* – " : " – ") + title;
+        title = Wide(NameOfWork()) + (viewer_->HasUnsavedWork() ? "* – " : " – ") + title;
     if (GetTitle() != title)
         SetTitle(title);
 }

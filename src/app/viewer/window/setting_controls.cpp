@@ -4,6 +4,7 @@
 
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/settings.h>
 #include <wx/slider.h>
 #include <wx/stattext.h>
 
@@ -126,12 +127,23 @@ SettingsPage::SettingsPage(wxWindow* parent)
 {
 }
 
+bool SettingsPage::Layout()
+{
+    return !GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x || wxScrolledWindow::Layout();
+}
+
+int SettingsPage::LeastWidth() const
+{
+    return GetSizer()->GetMinSize().x + wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, this) + FromDIP(kGap);
+}
+
 void SettingsPage::Finish()
 {
     auto* frame = new wxBoxSizer(wxVERTICAL);
     frame->Add(column_, wxSizerFlags(1).Expand().Border(wxALL, Gap(this, 2)));
     SetSizer(frame);
     SetScrollRate(0, FromDIP(12));
+    SetVirtualSize(frame->GetMinSize());
 }
 
 }  // namespace tessara

@@ -66,6 +66,12 @@ class SettingsPage : public wxScrolledWindow {
 public:
     explicit SettingsPage(wxWindow* parent);
 
+    /// Leaves the controls as they are where they have no room: the toolkit would complain.
+    bool Layout() override;
+
+    /// How wide the page must be for its controls, with a scroll bar.
+    int LeastWidth() const;
+
 protected:
     /// Where controls go, one below the other.
     wxBoxSizer& Column() noexcept { return *column_; }

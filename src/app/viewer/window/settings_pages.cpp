@@ -107,9 +107,9 @@ void ViewPage::Show(const ViewSettings& settings)
 ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : SettingsPage(parent)
 {
     AddHeading(this, Column(), "Colours of the heights");
-    colors_ = AddCheck(
-        this, Column(), "Colour the terrain by its heights", "Without, it is white",
-        [change = listener.change](bool on) { change([on](ViewSettings& settings) { settings.vertexColors = on; }); });
+    colors_ = AddCheck(this, Column(), "Colour by height", "Without, it is white", [change = listener.change](bool on) {
+        change([on](ViewSettings& settings) { settings.vertexColors = on; });
+    });
     std::vector<std::string> names;
     for (const std::string& name : PaletteNames())
         names.push_back(Capitalised(name));
