@@ -14,6 +14,7 @@
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
 #include <wx/menu.h>
+#include <wx/notebook.h>
 #include <wx/slider.h>
 
 #include <cmath>
@@ -48,9 +49,10 @@ TEST_F(ViewerWindow, ShowsTheSampleAndRestsWhenNothingChanges)
 {
     const WindowUser user;
     EXPECT_EQ(user.Window().GetTitle(), wxString::FromUTF8("Sample – Tessara"));
-    user.Move(user.Window().Picture(), 0.5, 0.55);
+    user.Move(user.Window().Picture(), 0.4, 0.5);
+    user.Move(user.Window().Picture(), 0.5, 0.5);
     user.Wait(300);
-    for (const char* text : {" fps", " triangles", " km E", " m", "°"})
+    for (const char* text : {" fps", " triangles", " E  ", " N", " m", "°"})
         EXPECT_THAT(user.Status(), HasSubstr(text));
     const auto look = user.Look(user.Window().Picture());
     EXPECT_GT(Difference(look, std::vector<int>(look.size(), look[0])), 1000);
@@ -166,8 +168,11 @@ TEST_F(ViewerWindow, SettingsChangeThePictureAtOnceAndBack)
 TEST_F(ViewerWindow, KeysThatAreTypedIntoAFieldDoNothingElse)
 {
     const WindowUser user(Valley("valley.tif"));
-    wxWindow* const pages = wxWindow::FindWindowByName("Error allowed", &user.Window())->GetParent()->GetParent();
-    user.Click(*pages, 0.35, 0.05);
+    auto* const pages = dynamic_cast<wxNotebook*>(
+        wxWindow::FindWindowByName("Error allowed", &user.Window())->GetParent()->GetParent());
+    ASSERT_NE(pages, nullptr);
+    pages->SetSelection(1);
+    user.Wait(100);
     wxWindow* const low = wxWindow::FindWindowByName("From", &user.Window());
     ASSERT_TRUE(low && low->IsShownOnScreen());
     user.Click(*low, 0.5, 0.5);
@@ -259,6 +264,8 @@ TEST_F(ViewerWindow, AsksBeforeItThrowsUnsavedWorkAway)
     EXPECT_EQ(user.Window().GetTitle(), wxString::FromUTF8("valley.tessara – Tessara"));
 
     user.Key('C');
+    user.Key('R');
+    user.Drag(user.Window().Picture(), {0.5, 0.55}, {0.55, 0.55});
     EXPECT_EQ(user.Window().GetTitle(), wxString::FromUTF8("valley.tessara* – Tessara"));
     answers.Message(GTK_RESPONSE_CANCEL);
     user.Key('Q', wxMOD_CONTROL);
@@ -270,6 +277,7 @@ TEST_F(ViewerWindow, AsksBeforeItThrowsUnsavedWorkAway)
     EXPECT_TRUE(user.WaitFor([&] { return !user.IsOpen(); }));
 
     const WindowUser again(project);
+    EXPECT_NE(again.Viewer().Document().Data().metres, ReadElevationFile(folders_.scratch / "valley.tif").metres);
     EXPECT_FALSE(again.Viewer().Settings().vertexColors);
 }
 
@@ -294,7 +302,7 @@ TEST_F(ViewerWindow, OpensFiftyFilesWithoutGrowing)
 #if defined(__SANITIZE_ADDRESS__)
     GTEST_SKIP() << "the sanitizer keeps memory that was freed";
 #endif
-    const WindowUser user;
+    const WindowUser user({}, 560, 420);
     std::vector<std::string> files;
     for (int i = 0; i < 5; ++i)
         files.push_back(Valley("valley" + std::to_string(i) + ".tif", 200, i));

@@ -26,7 +26,7 @@ constexpr int kRaster = 8;
 
 OwnFolders::OwnFolders()
 {
-    for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_DATA_HOME"})
         setenv(name, scratch.Path(name).c_str(), 1);
 }
 

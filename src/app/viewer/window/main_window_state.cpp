@@ -128,7 +128,7 @@ void MainWindow::ShowTitle()
 {
     wxString title = "Tessara";
     if (viewer_->HasTerrain())
-        title = Wide(NameOfWork()) + (viewer_->HasUnsavedWork() ? "* – " : " – ") + title;
+        title = Wide(NameOfWork()) + Wide(viewer_->HasUnsavedWork() ? "* – " : " – ") + title;
     if (GetTitle() != title)
         SetTitle(title);
 }
