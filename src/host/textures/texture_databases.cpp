@@ -58,6 +58,9 @@ HRESULT TextureDatabases::WithElement(std::string_view name, std::string_view ta
 HRESULT TextureDatabases::LoadTexture(ITextureMgr& textures, std::string_view name, std::string_view table, bool user,
                                       ULONG* id) const
 {
+    // No name stands for no texture, as a surface asks that had none before: nothing to tell a user about.
+    if (name.empty())
+        return E_FAIL;
     const std::string place(table.empty() ? kDetailTable : table);
     return WithElement(name, place, user, [&](const TextureElement& element) -> HRESULT {
         textures.SetElementName(BstrHolder(user ? "USERDB" : "APPDB").Get());

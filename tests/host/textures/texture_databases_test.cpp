@@ -65,6 +65,7 @@ TEST_F(TextureDatabasesTest, AFailureLeavesTheIdAloneAndSaysWhy)
     EXPECT_EQ(Load("moss", kDetailTable, false, &id), E_FAIL);
     EXPECT_THAT(messages_.lines.at(0), HasSubstr("system.db\" has no element \"moss\""));
     EXPECT_EQ(Load("", "", false, &id), E_FAIL);
+    EXPECT_EQ(messages_.lines.size(), 1u);
     EXPECT_EQ(databases_.LoadPreview("moss", "", true, &id), E_FAIL);
     gl_.buildResult = 1;
     EXPECT_EQ(Load("grass", "", false, &id), E_FAIL);

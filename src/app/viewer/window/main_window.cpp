@@ -155,7 +155,7 @@ void MainWindow::Place()
     // A small window keeps room for the terrain.
     const wxSize size = GetSize();
     panes_->SplitVertically(picture_, side_, -std::min(place.sideWidth, size.x * 2 / 5));
-    side_->SplitHorizontally(pages_, mapPanel_, -std::min(place.mapHeight, size.y * 2 / 5));
+    side_->SplitHorizontally(pages_, mapPanel_, -std::min(place.mapHeight, size.y / 3));
     SetMapShown(place.mapShown);
     SetSideShown(place.sideShown);
 }
