@@ -40,6 +40,10 @@ public:
     /// Draws the edges of the triangles that the camera sees, in the colours of the palette.
     void DrawWires(ICameraObject& camera) const { DrawUnlit(camera, GL_LINE); }
 
+    /// Cuts off whatever is drawn outside the terrain's outermost grid points from here on, by the first four clip
+    /// planes. The camera's matrices are loaded.
+    void CutEdges() const;
+
     /// Draws the edges (GL_LINE) or the vertices (GL_POINT) of the triangles, but for hidden ones.
     void DrawUnlit(ICameraObject& camera, GLenum mode) const;
 
@@ -47,7 +51,6 @@ private:
     void BeginShaded(const Camera& camera, double clear, double haze) const;
     void SetTextures() const;
     void BeginFixed() const;
-    void CutEdges() const;
 
     const GlFunctions& gl_;
     const TerrainSession& terrain_;

@@ -11,9 +11,10 @@ namespace tessara {
 struct DrawnNode {
     int centerX = 0;
     int centerZ = 0;
-    int half = 0;  ///< from the centre to each side, a power of two
+    int half = 0;  ///< from the centre to each side, a power of two; 0 where it isn't known
     float low = 0.0f;
     float high = 0.0f;
+    bool beyond = false;  ///< its centre lies beyond the grid
 };
 
 /// A vertex of a drawn triangle in tree units.
@@ -31,7 +32,8 @@ struct NodeSurvey {
 };
 
 /// Sorts triangles, three vertices each, by the nodes that drew them. A node draws a fan: each of its triangles begins
-/// at its centre, and reaches its border. Triangles that the grid's edge has cut off may belong to a node without size.
+/// at its centre, and reaches its border. What lies beyond the last column or row is drawn at it; at the corner of both
+/// it can't be told which node it was.
 /// \param rootHalf half size of the root
 NodeSurvey SurveyNodes(std::span<const DrawnVertex> vertices, int rootHalf);
 

@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace tessara {
 
@@ -26,6 +27,9 @@ constexpr int kSteadyFrames = 2;
 /// The air takes away two thirds of a colour over this many times the terrain's length at full fog.
 constexpr double kFogLengths = 1.8;
 constexpr double kNoFog = 1e12;
+
+/// Base of the plinth below the deepest ground that can be dug, in lengths of the terrain.
+constexpr double kPlinth = -0.008;
 
 /// Colours of the levels from the smallest nodes up, from warm to cold.
 constexpr std::array<std::array<float, 3>, 8> kLevelColors = {{{0.84f, 0.19f, 0.15f},
@@ -91,9 +95,8 @@ void TerrainView::Apply(const ViewSettings& settings)
     ITessara& surface = document_.Session().Surface();
     if (settings.frozen && !settings_.frozen)
         frozen_ = nullptr;  // frozen at the next frame, for the camera of then
-    if (settings_.realTime && !settings.realTime && document_.IsModified())
-        surface.Build3D();  // the detail of ground that was changed is worked out again
     settings_ = settings;
+    RenewDetail();
     if (document_.Session().Ground().Exaggeration() != settings.exaggeration)
         document_.Session().SetExaggeration(settings.exaggeration);
     atmosphere_ = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight);
@@ -101,7 +104,13 @@ void TerrainView::Apply(const ViewSettings& settings)
     surface.UseColor(settings.vertexColors ? 1 : 0);
     surface.SetRenderMode(settings.realTime ? TESSARA_RENDER_MODE_REALTIME : TESSARA_RENDER_MODE_NORMAL);
     plinth_ = nullptr;
+    Unsettle();
+}
+
+void TerrainView::Unsettle()
+{
     steadyFrames_ = 0;
+    figures_.settled = false;
 }
 
 void TerrainView::UseSource(bool use)
@@ -115,14 +124,25 @@ void TerrainView::SetLight(LightMap light)
     painter_.SetLight(light_);
 }
 
+/// Outside of the real-time mode a tree knows the heights and the detail of its build.
+void TerrainView::RenewDetail()
+{
+    if (settings_.realTime || !treeIsStale_)
+        return;
+    document_.Session().Surface().Build3D();
+    treeIsStale_ = false;
+}
+
 void TerrainView::HeightsChanged(const GridArea& cells)
 {
+    treeIsStale_ = true;
+    RenewDetail();
     const double exaggeration = document_.Session().Ground().Exaggeration();
     painter_.UpdateLight(light_, RenewNormals(light_, document_.Data(), exaggeration, cells));
     const ElevationData& data = document_.Data();
     if (cells.left == 0 || cells.top == 0 || cells.right == data.width || cells.bottom == data.height)
         plinth_ = nullptr;
-    steadyFrames_ = 0;
+    Unsettle();
 }
 
 void TerrainView::SetColors(const HeightColors& colors)
@@ -139,21 +159,32 @@ double TerrainView::Size() const
     return std::max({ground.Width(), ground.Depth(), ground.DrawUnits().x});
 }
 
+/// How fine the terrain is, and for whom.
+void TerrainView::SetDetail(Camera& camera)
+{
+    if (!settings_.frozen)
+        frozen_ = nullptr;
+    if (frozen_)
+        return;
+    const double pixels = camera.Width() / (2.0 * camera.HalfWidth());
+    const double levelOfDetail = pixels / settings_.errorPixels;
+    if (std::exchange(levelOfDetail_, levelOfDetail) != levelOfDetail)
+        steadyFrames_ = 0;
+    document_.Session().SetLevelOfDetail(levelOfDetail);
+    if (settings_.frozen) {
+        frozen_ = MakeObject<DetailCamera>();
+        frozen_->Follow(camera);
+    }
+}
+
 void TerrainView::Draw(Camera& camera, const std::optional<GroundRing>& ring)
 {
     const Clock::time_point start = Clock::now();
     const TerrainSession& session = document_.Session();
-    const double pixels = camera.Width() / (2.0 * camera.HalfWidth());
-    document_.Session().SetLevelOfDetail(pixels / settings_.errorPixels);
-    if (settings_.frozen && !frozen_) {
-        frozen_ = MakeObject<DetailCamera>();
-        frozen_->Follow(camera);
-    }
-    if (!settings_.frozen)
-        frozen_ = nullptr;
+    SetDetail(camera);
     ICameraObject& detail = frozen_ ? static_cast<ICameraObject&>(*frozen_) : camera;
     if (!plinth_)
-        plinth_ = std::make_unique<Plinth>(document_.Data(), session.Ground(), atmosphere_, -0.003 * Size());
+        plinth_ = std::make_unique<Plinth>(document_.Data(), session.Ground(), atmosphere_, kPlinth * Size());
 
     glClearColor(0.035f, 0.045f, 0.06f, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -240,9 +271,11 @@ void TerrainView::EnterTreeSpace() const
 void TerrainView::DrawNodes(ICameraObject& detail)
 {
     Survey(detail);
-    glPushAttrib(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_CURRENT_BIT | GL_LINE_BIT);
+    glPushAttrib(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_CURRENT_BIT | GL_LINE_BIT | GL_COLOR_BUFFER_BIT |
+                 GL_POLYGON_BIT | GL_TRANSFORM_BIT);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
+    painter_.CutEdges();
     EnterTreeSpace();
     if (settings_.levelColors && settings_.fill == FillMode::Filled) {
         glEnable(GL_BLEND);
@@ -262,7 +295,7 @@ void TerrainView::DrawNodes(ICameraObject& detail)
         glLineWidth(1.0f);
         glBegin(GL_LINES);
         for (const DrawnNode& node : survey_.nodes) {
-            if (node.half == 0)
+            if (node.beyond)
                 continue;
             const auto& color = ColorOf(node);
             glColor3f(color[0], color[1], color[2]);

@@ -47,7 +47,7 @@ public:
 
     void SetLight(LightMap light);
 
-    /// Heights of an area have changed.
+    /// Heights of an area have changed. Outside of the real-time mode the terrain's tree is built anew.
     void HeightsChanged(const GridArea& cells);
 
     /// Colours heights anew.
@@ -66,6 +66,9 @@ public:
     void UseSource(bool use);
 
 private:
+    void SetDetail(Camera& camera);
+    void RenewDetail();
+    void Unsettle();
     void DrawGround(Camera& camera, ICameraObject& detail);
     void DrawNodes(ICameraObject& detail);
     void DrawRing(const GroundRing& ring) const;
@@ -89,7 +92,9 @@ private:
     NodeSurvey survey_;
     FrameFigures figures_;
     Vector3 lastPosition_;
+    double levelOfDetail_ = 0.0;
     int steadyFrames_ = 0;
+    bool treeIsStale_ = false;  // heights have changed since the tree was built
 };
 
 }  // namespace tessara

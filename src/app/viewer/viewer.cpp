@@ -5,11 +5,11 @@
 #include "app/scene/framing.h"
 #include "app/scene/saved_textures.h"
 #include "app/viewer/view_overlay.h"
-#include "app/viewer/view_text.h"
 #include "platform/gl/render_target.h"
 #include "surface/itessara.h"
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 #include <utility>
 
@@ -73,6 +73,8 @@ void Viewer::Open(OpenedTerrain terrain)
     auto view = std::make_unique<TerrainView>(gl_, lookup_, *document, std::move(terrain.light), settings);
     auto camera = MakeObject<tessara::Camera>();
     auto controller = std::make_unique<CameraController>(*camera, document->Ground(), document->Session().Ground());
+    if (camera_)
+        controller->Resize(camera_->Width(), camera_->Height());
     light_.Forget();
     drag_ = DragKind::None;
     view_ = std::move(view);
@@ -95,6 +97,8 @@ void Viewer::SetOutline()
 
 void Viewer::Apply(const ViewSettings& settings)
 {
+    if (IsStroking() && !settings.realTime)
+        EndDrag();
     const ViewSettings before = std::exchange(settings_, settings);
     if (!document_)
         return;
@@ -182,95 +186,6 @@ void Viewer::CameraMoved()
     changed_({true, true, false});
 }
 
-void Viewer::Hover(const PicturePoint& point)
-{
-    mouse_ = point;
-    if (brushShown_)
-        changed_({true, false, false});
-}
-
-void Viewer::Leave()
-{
-    mouse_.reset();
-    if (brushShown_)
-        changed_({true, false, false});
-}
-
-void Viewer::SetBrushShown(bool shown)
-{
-    brushShown_ = shown;
-    changed_({true, false, false});
-}
-
-void Viewer::BeginOrbit(const PicturePoint& point)
-{
-    controller_->Grab(point);
-    drag_ = DragKind::Orbit;
-}
-
-void Viewer::BeginPan(const PicturePoint& point)
-{
-    controller_->Grab(point);
-    drag_ = DragKind::Pan;
-}
-
-void Viewer::BeginStroke(const PicturePoint& point)
-{
-    mouse_ = point;
-    const auto ground = controller_->PointAt(point);
-    if (!ground || !settings_.realTime)
-        return;
-    strokeLevel_ = document_->Ground().MetresAt(ground->x, ground->z);
-    strokeArea_ = {};
-    drag_ = DragKind::Stroke;
-    document_->BeginStroke();
-    Stroke(0.03);
-}
-
-void Viewer::Drag(const PicturePoint& point)
-{
-    mouse_ = point;
-    switch (drag_) {
-    case DragKind::Orbit:
-        controller_->OrbitTo(point);
-        break;
-    case DragKind::Pan:
-        controller_->PanTo(point);
-        break;
-    case DragKind::Stroke:
-    case DragKind::None:
-        return;
-    }
-    CameraMoved();
-}
-
-void Viewer::EndDrag()
-{
-    if (std::exchange(drag_, DragKind::None) != DragKind::Stroke)
-        return;
-    document_->EndStroke();
-    HeightsChanged(strokeArea_, true);
-}
-
-void Viewer::ContinueStroke(double seconds)
-{
-    if (IsStroking())
-        Stroke(std::clamp(seconds, 0.0, 0.1));
-}
-
-void Viewer::Stroke(double seconds)
-{
-    const auto ground = mouse_ ? controller_->PointAt(*mouse_) : std::nullopt;
-    if (!ground)
-        return;
-    const BrushPoint point{ground->x, ground->z, strokeLevel_, seconds};
-    const GridArea area = BrushArea(document_->Data(), point, settings_.brush.radius);
-    const auto floor = static_cast<float>(document_->Floor());
-    document_->Write(area, Brushed(document_->Data(), area, settings_.brush, point, floor));
-    strokeArea_ = Union(strokeArea_, area);
-    HeightsChanged(area, false);
-}
-
 /// \param finished the stroke is over: what takes long follows now
 void Viewer::HeightsChanged(const GridArea& cells, bool finished)
 {
@@ -286,48 +201,23 @@ void Viewer::HeightsChanged(const GridArea& cells, bool finished)
 
 void Viewer::Undo()
 {
-    HeightsChanged(document_->Undo(), true);
+    EndDrag();
+    if (document_ && document_->CanUndo())
+        HeightsChanged(document_->Undo(), true);
 }
 
 void Viewer::Redo()
 {
-    HeightsChanged(document_->Redo(), true);
-}
-
-void Viewer::Zoom(const PicturePoint& point, double steps)
-{
-    controller_->Zoom(point, steps);
-    CameraMoved();
-}
-
-std::optional<GroundRing> Viewer::Ring() const
-{
-    if (!brushShown_ || !mouse_)
-        return std::nullopt;
-    const auto ground = controller_->PointAt(*mouse_);
-    if (!ground)
-        return std::nullopt;
-    return GroundRing{ground->x, ground->z, settings_.brush.radius};
-}
-
-std::string Viewer::PlaceUnderMouse() const
-{
-    const auto ground = document_ && mouse_ ? controller_->PointAt(*mouse_) : std::nullopt;
-    return ground ? PlaceText(document_->Data(), ground->x, ground->z) : std::string();
-}
-
-std::string Viewer::HeightUnderMouse() const
-{
-    const auto ground = document_ && mouse_ ? controller_->PointAt(*mouse_) : std::nullopt;
-    if (!ground)
-        return {};
-    return HeightText(document_->Ground().MetresAt(ground->x, ground->z)) + "   " +
-           SlopeText(document_->Ground().SlopeAt(ground->x, ground->z));
+    EndDrag();
+    if (document_ && document_->CanRedo())
+        HeightsChanged(document_->Redo(), true);
 }
 
 void Viewer::SavePicture(const std::string& path, int width, int height)
 {
     RequireWritable(path, document_->Path());
+    GLint bound = 0;
+    glGetIntegerv(GL_FRAMEBUFFER_BINDING, &bound);
     const RenderTarget target(gl_, width, height, true);
     const int oldWidth = camera_->Width();
     const int oldHeight = camera_->Height();
@@ -339,7 +229,7 @@ void Viewer::SavePicture(const std::string& path, int width, int height)
             break;
     }
     const std::vector<std::uint8_t> pixels = target.ReadPixels();
-    gl_.BindFramebuffer(GL_FRAMEBUFFER, 0);
+    gl_.BindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(bound));
     controller_->Resize(oldWidth, oldHeight);
     WritePng(path, width, height, pixels);
     changed_({true, false, false});

@@ -149,6 +149,7 @@ private:
     void DrawCone(const MapView& map, int width, int height, double factor) const;
     MapView MapFor(int width, int height, double factor) const;
     void Stroke(double seconds);
+    GridArea Dab(const BrushPoint& point);
     std::optional<GroundRing> Ring() const;
 
     ComPtr<IKvoHost> host_;
@@ -165,6 +166,7 @@ private:
     DragKind drag_ = DragKind::None;
     std::optional<PicturePoint> mouse_;
     double strokeLevel_ = 0.0;
+    Vector3 strokeAt_;
     GridArea strokeArea_;
     std::string projectPath_;
     std::string element_;        // the terrain's name in the project

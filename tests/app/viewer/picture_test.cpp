@@ -1,0 +1,368 @@
+#include "app/picture.h"
+#include "app/scene/framing.h"
+#include "app/viewer/node_survey.h"
+#include "app/viewer/open_viewer.h"
+#include "host/terrain_session.h"
+#include "support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <map>
+#include <random>
+#include <set>
+
+namespace tessara {
+namespace {
+
+using test::Differing;
+using test::Hills;
+using test::Mean;
+using test::OpenViewer;
+
+constexpr PicturePoint kMiddle{OpenViewer::kWidth * 0.5, OpenViewer::kHeight * 0.5};
+
+TEST(ViewerPicture, EachSettingShows)
+{
+    OpenViewer open(Hills(200, 160));
+    const auto normal = open.Pixels();
+    // Sky above, ground in the middle.
+    EXPECT_GT(Mean(normal, 2, 0, 5), Mean(normal, 0, 0, 5) + 20.0);
+    EXPECT_GT(Mean(normal, 1, 95, 105), Mean(normal, 2, 95, 105));
+    struct Case {
+        const char* what;
+        void (*change)(ViewSettings&);
+        double least;  // share of the pixels that change
+        double most;
+    };
+    for (const Case& each : {Case{"wireframe", [](ViewSettings& s) { s.fill = FillMode::Wireframe; }, 0.5, 1.0},
+                             Case{"points", [](ViewSettings& s) { s.fill = FillMode::Points; }, 0.5, 1.0},
+                             Case{"no colours", [](ViewSettings& s) { s.vertexColors = false; }, 0.2, 0.9},
+                             Case{"another ramp", [](ViewSettings& s) { s.ramp = "desert"; }, 0.2, 0.9},
+                             Case{"fog", [](ViewSettings& s) { s.fog = 1.0; }, 0.1, 0.9},
+                             Case{"levels", [](ViewSettings& s) { s.levelColors = true; }, 0.2, 0.9},
+                             Case{"boxes", [](ViewSettings& s) { s.nodeBoxes = true; }, 0.02, 0.9},
+                             Case{"exaggeration", [](ViewSettings& s) { s.exaggeration = 3.0; }, 0.2, 0.9},
+                             Case{"coarser", [](ViewSettings& s) { s.errorPixels = 30.0; }, 0.0, 0.2}}) {
+        open.Set(each.change);
+        open.viewer.Camera().ShowAll();
+        const double share = Differing(normal, open.Pixels());
+        EXPECT_GE(share, each.least) << each.what;
+        EXPECT_LE(share, each.most) << each.what;
+        open.Set([](ViewSettings& settings) { settings = {}; });
+        open.viewer.Camera().ShowAll();
+        EXPECT_LT(Differing(normal, open.Pixels()), 0.01) << "after " << each.what;
+    }
+}
+
+TEST(ViewerPicture, OverlaysOfTheLevelsEndAtTheEdgeOfTheTerrain)
+{
+    OpenViewer open(Hills(60, 60));
+    open.viewer.Camera().FromTop();
+    const auto plain = open.Pixels();
+    open.Set([](ViewSettings& settings) { settings.levelColors = true; });
+    const auto colored = open.Pixels();
+    // Pixels outside of the terrain stay the sky's.
+    const auto camera = MakeObject<Camera>();
+    const TerrainDocument& document = open.viewer.Document();
+    int outside = 0;
+    for (int y = 0; y < OpenViewer::kHeight; ++y) {
+        for (int x = 0; x < OpenViewer::kWidth; ++x) {
+            bool far = true;
+            for (const double dx : {-1.5, 2.5}) {
+                for (const double dy : {-1.5, 2.5})
+                    far = far && !open.viewer.Camera().PointAt({x + dx, y + dy});
+            }
+            const auto index = static_cast<std::size_t>(3 * (x + y * OpenViewer::kWidth));
+            outside += far ? 1 : 0;
+            ASSERT_TRUE(!far || std::equal(&plain[index], &plain[index] + 3, &colored[index])) << x << " " << y;
+        }
+    }
+    EXPECT_GT(outside, 5000);
+    EXPECT_GT(document.Data().width, 0);
+}
+
+/// State of OpenGL that a frame shall leave as it found it.
+std::map<std::string, double> GlState(const GlFunctions&)
+{
+    std::map<std::string, double> state;
+    const std::pair<const char*, GLenum> queries[] = {{"depth test", GL_DEPTH_TEST},
+                                                      {"lighting", GL_LIGHTING},
+                                                      {"texture", GL_TEXTURE_2D},
+                                                      {"blend", GL_BLEND},
+                                                      {"clip", GL_CLIP_PLANE0},
+                                                      {"normalize", GL_NORMALIZE},
+                                                      {"offset", GL_POLYGON_OFFSET_FILL},
+                                                      {"discard", GL_RASTERIZER_DISCARD},
+                                                      {"scissor", GL_SCISSOR_TEST},
+                                                      {"cull", GL_CULL_FACE},
+                                                      {"depth mask", GL_DEPTH_WRITEMASK},
+                                                      {"depth function", GL_DEPTH_FUNC},
+                                                      {"matrix mode", GL_MATRIX_MODE},
+                                                      {"modelview depth", GL_MODELVIEW_STACK_DEPTH},
+                                                      {"projection depth", GL_PROJECTION_STACK_DEPTH},
+                                                      {"attribute depth", GL_ATTRIB_STACK_DEPTH},
+                                                      {"client depth", GL_CLIENT_ATTRIB_STACK_DEPTH},
+                                                      {"line width", GL_LINE_WIDTH},
+                                                      {"point size", GL_POINT_SIZE},
+                                                      {"program", GL_CURRENT_PROGRAM},
+                                                      {"active texture", GL_ACTIVE_TEXTURE},
+                                                      {"vertex array", GL_VERTEX_ARRAY},
+                                                      {"color array", GL_COLOR_ARRAY},
+                                                      {"texture array", GL_TEXTURE_COORD_ARRAY},
+                                                      {"framebuffer", GL_FRAMEBUFFER_BINDING},
+                                                      {"feedback buffer", GL_TRANSFORM_FEEDBACK_BUFFER_BINDING},
+                                                      {"offset factor", GL_POLYGON_OFFSET_FACTOR},
+                                                      {"row length", GL_UNPACK_ROW_LENGTH}};
+    for (const auto& [name, query] : queries) {
+        GLdouble value[4] = {};
+        glGetDoublev(query, value);
+        state[name] = value[0];
+    }
+    GLint modes[2] = {};
+    glGetIntegerv(GL_POLYGON_MODE, modes);
+    GLboolean mask[4] = {};
+    glGetBooleanv(GL_COLOR_WRITEMASK, mask);
+    state["polygon mode"] = modes[0];
+    state["color mask"] = mask[0] + mask[1] + mask[2] + mask[3];
+    return state;
+}
+
+TEST(ViewerPicture, LeavesTheStateOfOpenGlAsItWas)
+{
+    OpenViewer open(Hills(90, 70));
+    open.viewer.SetBrushShown(true);
+    open.viewer.Hover(kMiddle);
+    const auto before = GlState(open.gl);
+    for (const auto fill : {FillMode::Filled, FillMode::Wireframe, FillMode::Points}) {
+        open.Set([&](ViewSettings& settings) {
+            settings.fill = fill;
+            settings.levelColors = settings.nodeBoxes = settings.realTime = true;
+        });
+        open.Draw();
+        EXPECT_EQ(GlState(open.gl), before);
+        open.viewer.Measure();
+        EXPECT_EQ(GlState(open.gl), before);
+        open.viewer.DrawMap(100, 80, 1.0, open.text);
+        EXPECT_EQ(GlState(open.gl), before);
+        open.viewer.BeginStroke(kMiddle);
+        open.viewer.EndDrag();
+        EXPECT_EQ(GlState(open.gl), before);
+        EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
+    }
+}
+
+TEST(ViewerPicture, SettlesFromEverywhereAndStaysSo)
+{
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> any(0.0, 1.0);
+    OpenViewer open(Hills(257, 257));
+    for (const bool realTime : {false, true}) {
+        open.Set([&](ViewSettings& settings) { settings.realTime = realTime; });
+        for (int round = 0; round < 12; ++round) {
+            open.viewer.Camera().Place(
+                {7700.0 * any(random), 5.0 + 3000.0 * any(random) * any(random), 7700.0 * any(random)},
+                360.0 * any(random), 60.0 * any(random));
+            EXPECT_LT(open.Settle(), 60) << round;
+            EXPECT_FALSE(open.viewer.WantsFrame());
+        }
+    }
+}
+
+TEST(ViewerPicture, FiguresAreThoseOfTheFrame)
+{
+    const test::ScratchFolder folder;
+    OpenViewer open(Hills(257, 200));
+    for (const auto fill : {FillMode::Filled, FillMode::Wireframe}) {
+        open.Set([&](ViewSettings& settings) { settings.fill = fill; });
+        open.Settle();
+        open.viewer.Measure();
+        const FrameFigures figures = open.viewer.Figures();
+        const TerrainSession& session = open.viewer.Document().Session();
+        // The program's own count, by the text that the component writes.
+        const auto camera = MakeObject<Camera>();
+        const Vector3 units = session.Ground().DrawUnits();
+        camera->SetDrawUnits(units);
+        const auto size = std::pair{OpenViewer::kWidth, OpenViewer::kHeight};
+        camera->SetViewport(size.first, size.second);
+        camera->SetLens(open.viewer.Camera().FieldOfView(), 1.0, 1e6);
+        CameraController controller(*camera, open.viewer.Document().Ground(), session.Ground());
+        controller.Resize(size.first, size.second);
+        controller.SetOutline(OutlineOf(open.Data(), session.Ground()));
+        controller.ShowAll();
+        ASSERT_LT(Length(controller.Position() - open.viewer.Camera().Position()), 1e-6);
+        session.DumpPolygons(folder / "frame.txt", *camera);
+        const std::string text = test::ReadBytes(folder / "frame.txt");
+        const auto lines = static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
+        EXPECT_NEAR(figures.triangles, lines / 3, 0.001 * lines);
+        EXPECT_GT(figures.triangles, 200u);
+        EXPECT_GT(figures.activeNodes, figures.triangles / 16);
+        EXPECT_LT(figures.activeNodes, 4u * figures.triangles);
+        EXPECT_TRUE(figures.settled);
+    }
+}
+
+TEST(ViewerPicture, FrozenDetailStaysWhileTheCameraMovesOn)
+{
+    OpenViewer open(Hills(257, 257));
+    open.viewer.Camera().Zoom(kMiddle, 8.0);
+    open.Settle();
+    open.Set([](ViewSettings& settings) { settings.frozen = true; });
+    open.Settle();
+    const std::uint32_t triangles = open.viewer.Figures().triangles;
+    for (int move = 0; move < 10; ++move) {
+        open.viewer.Camera().Step(0.2, 0.3, 0.4);
+        open.viewer.Camera().Look(30.0, 5.0);
+        open.Draw();
+        ASSERT_EQ(open.viewer.Figures().triangles, triangles) << move;
+    }
+    open.viewer.DrawPicture(80, 50, 1.0, open.text);
+    EXPECT_EQ(open.viewer.Figures().triangles, triangles);
+    EXPECT_FALSE(open.Settle() > 50);
+    open.Set([](ViewSettings& settings) { settings.frozen = false; });
+    open.Settle();
+    EXPECT_NE(open.viewer.Figures().triangles, triangles);
+    // Another terrain begins thawed.
+    open.Set([](ViewSettings& settings) { settings.frozen = true; });
+    open.Open(Hills(129, 129));
+    EXPECT_FALSE(open.viewer.Settings().frozen);
+    open.Settle();
+    const std::uint32_t first = open.viewer.Figures().triangles;
+    open.viewer.Camera().Zoom(kMiddle, 12.0);
+    open.Settle();
+    EXPECT_NE(open.viewer.Figures().triangles, first);
+}
+
+TEST(ViewerPicture, SavesPicturesOfEverySize)
+{
+    const test::ScratchFolder folder;
+    OpenViewer open(Hills(129, 129));
+    const auto shown = open.Pixels();
+    for (const auto& [width, height] :
+         std::array<std::array<int, 2>, 5>{{{333, 77}, {4097, 100}, {1, 1}, {64, 500}, {320, 200}}}) {
+        const std::string path = folder / "picture.png";
+        open.frame->Bind();
+        GLint before = 0;
+        glGetIntegerv(GL_FRAMEBUFFER_BINDING, &before);
+        open.viewer.SavePicture(path, width, height);
+        GLint after = 0;
+        glGetIntegerv(GL_FRAMEBUFFER_BINDING, &after);
+        EXPECT_EQ(after, before);
+        const Picture picture = ReadPicture(path);
+        ASSERT_EQ(picture.width, width);
+        ASSERT_EQ(picture.height, height);
+        std::set<int> colors;
+        for (std::size_t i = 0; i + 2 < picture.bytes.size(); i += 3)
+            colors.insert(picture.bytes[i] << 16 | picture.bytes[i + 1] << 8 | picture.bytes[i + 2]);
+        EXPECT_GT(colors.size(), width * height > 1 ? 100u : 0u);
+        if (width == OpenViewer::kWidth && height == OpenViewer::kHeight) {
+            EXPECT_LT(Differing(shown, picture.bytes), 0.1);  // the window shows scale and compass, and smooths less
+        }
+    }
+    EXPECT_LT(Differing(shown, open.Pixels()), 0.01);
+    for (const std::string& path : {folder / "no/such.png", folder / ""})
+        EXPECT_THROW(open.viewer.SavePicture(path, 100, 100), std::runtime_error);
+    EXPECT_THROW(open.viewer.SavePicture(folder / "huge.png", 1 << 24, 1 << 24), std::runtime_error);
+    EXPECT_EQ(folder.Files().size(), 1u);
+}
+
+TEST(ViewerPicture, OpeningManyTerrainsLeavesNothingBehind)
+{
+    OpenViewer open(Hills(65, 65));
+    const auto objects = [&] {
+        open.Settle();
+        open.viewer.Measure();
+        open.viewer.DrawMap(64, 64, 1.0, open.text);
+        int count = 0;
+        for (const char* name : {"glIsTexture", "glIsQuery", "glIsProgram", "glIsShader", "glIsBuffer"}) {
+            const auto exists = reinterpret_cast<GLboolean (*)(GLuint)>(OffscreenContext::Lookup()(name));
+            for (GLuint object = 1; object < 2000; ++object)
+                count += exists(object) ? 1 : 0;
+        }
+        return count;
+    };
+    const int before = objects();
+    EXPECT_GT(before, 4);
+    for (int i = 0; i < 50; ++i) {
+        open.Open(Hills(30 + i, 65));
+        open.Draw();
+        open.viewer.DrawMap(64, 64, 1.0, open.text);
+    }
+    EXPECT_EQ(objects(), before);
+}
+
+TEST(ViewerMap, ShowsTheHeightsAndGoesWhereItIsClicked)
+{
+    OpenViewer open(MakeElevation(100, 50, 20.0, 20.0, [](int x, int) { return x < 50 ? 0 : 300; }));
+    open.Set([](ViewSettings& settings) { settings.ramp = "grey"; });
+    open.frame->Bind();
+    open.viewer.Camera().Place({-9000.0, 3000.0, -9000.0}, 315.0, 10.0);  // off the map, with its cone
+    open.viewer.DrawMap(OpenViewer::kWidth, OpenViewer::kHeight, 1.0, open.text);
+    const auto map = open.frame->ReadPixels();
+    const auto at = [&](int x, int y) { return int{map[static_cast<std::size_t>(3 * (x + y * OpenViewer::kWidth))]}; };
+    EXPECT_NEAR(at(100, 100), 70, 8);
+    EXPECT_NEAR(at(220, 100), 245, 8);
+    for (const auto& [pixel, x, z] :
+         {std::tuple{PicturePoint{160.0, 100.0}, 990.0, 490.0}, {PicturePoint{-50.0, 500.0}, 0.0, 980.0}}) {
+        open.viewer.Camera().ShowAll();
+        open.viewer.GoToMap(pixel, OpenViewer::kWidth, OpenViewer::kHeight, 1.0);
+        const Vector3 focus = open.viewer.Camera().Focus();
+        EXPECT_NEAR(focus.x, x, 30.0);
+        EXPECT_NEAR(focus.z, z, 30.0);
+    }
+}
+
+TEST(NodeSurvey, SortsFansByTheirNodes)
+{
+    // A node of half size 1 with two triangles, one of half size 2, one of half size 4 whose centre at column 12 is
+    // drawn at the last column, and a triangle that the corner of the grid has cut off.
+    const std::vector<DrawnVertex> fans = {{1, 0.5f, 1}, {0, 0.2f, 0}, {0, 0.3f, 2},  //
+                                           {1, 0.5f, 1}, {2, 0.9f, 0}, {0, 0.2f, 0},  //
+                                           {6, 0.0f, 2}, {8, 0.1f, 0}, {4, 0.1f, 0},  //
+                                           {9, 0.0f, 4}, {8, 0.0f, 0}, {8, 0.0f, 8},  //
+                                           {9, 0.0f, 9}, {9, 0.0f, 9}, {9, 0.0f, 9}};
+    const NodeSurvey survey = SurveyNodes(fans, 8);
+    EXPECT_EQ(survey.nodeOf, (std::vector<std::size_t>{0, 0, 1, 2, 3}));
+    ASSERT_EQ(survey.nodes.size(), 4u);
+    EXPECT_EQ(survey.nodes[0].half, 1);
+    EXPECT_EQ(survey.nodes[0].low, 0.2f);
+    EXPECT_EQ(survey.nodes[0].high, 0.9f);
+    EXPECT_EQ(LevelOf(survey.nodes[0]), 0);
+    EXPECT_EQ(LevelOf(survey.nodes[1]), 1);
+    EXPECT_EQ(survey.nodes[2].centerX, 12);
+    EXPECT_EQ(LevelOf(survey.nodes[2]), 2);
+    EXPECT_TRUE(survey.nodes[2].beyond && survey.nodes[3].beyond && !survey.nodes[1].beyond);
+    EXPECT_EQ(survey.active, 6u);  // three, the small one's parents, and the root
+    EXPECT_EQ(SurveyNodes({}, 4).active, 0u);
+}
+
+TEST(NodeSurvey, FindsEachTriangleOfATerrainInItsNode)
+{
+    OpenViewer open(Hills(129, 129));
+    open.Settle();
+    FrameProbe probe(open.gl, OffscreenContext::Lookup());
+    const auto camera = MakeObject<DetailCamera>();
+    camera->SeeAll();
+    const auto vertices = probe.Capture(open.viewer.Document().Session().Surface(), *camera, 10);
+    const NodeSurvey survey = SurveyNodes(vertices, 128);
+    ASSERT_EQ(survey.nodeOf.size() * 3, vertices.size());
+    std::size_t cut = 0;
+    std::set<int> levels;
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        const DrawnNode& node = survey.nodes[survey.nodeOf[i / 3]];
+        cut += node.half == 0 ? 1 : 0;
+        if (node.half == 0)
+            continue;
+        levels.insert(LevelOf(node));
+        if (node.beyond)
+            continue;
+        ASSERT_LE(std::fabs(vertices[i].x - static_cast<float>(node.centerX)), static_cast<float>(node.half));
+        ASSERT_LE(std::fabs(vertices[i].z - static_cast<float>(node.centerZ)), static_cast<float>(node.half));
+        ASSERT_TRUE(vertices[i].y >= node.low && vertices[i].y <= node.high);
+    }
+    EXPECT_LT(cut, vertices.size() / 20);
+    EXPECT_GT(levels.size(), 2u);
+}
+
+}  // namespace
+}  // namespace tessara

@@ -1,0 +1,243 @@
+#include "app/viewer/node_survey.h"
+#include "app/viewer/open_viewer.h"
+#include "host/elevation/elevation_file.h"
+#include "host/terrain_session.h"
+#include "support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <functional>
+
+namespace tessara {
+namespace {
+
+using test::Hills;
+using test::OpenViewer;
+using test::ScratchFolder;
+
+constexpr PicturePoint kMiddle{OpenViewer::kWidth * 0.5, OpenViewer::kHeight * 0.5};
+
+ViewSettings RealTime(BrushKind kind = BrushKind::Raise)
+{
+    ViewSettings settings;
+    settings.realTime = true;
+    settings.brush = {kind, 500.0, 1.0};
+    settings.errorPixels = 0.5;
+    return settings;
+}
+
+/// Draws one frame of the whole terrain. \return how many of its vertices within the grid don't have the grid's height
+int WrongVertices(OpenViewer& open, std::size_t least)
+{
+    const TerrainSession& session = open.viewer.Document().Session();
+    FrameProbe probe(open.gl, OffscreenContext::Lookup());
+    const auto camera = MakeObject<DetailCamera>();
+    const auto eye = MakeObject<Camera>();
+    eye->SetDrawUnits(session.Ground().DrawUnits());
+    eye->SetPosition(open.viewer.Camera().Position());
+    camera->Follow(*eye);
+    camera->SeeAll();
+    const auto vertices = probe.Capture(session.Surface(), *camera, 1);
+    EXPECT_GT(vertices.size(), least);
+    int wrong = 0;
+    for (const DrawnVertex& vertex : vertices) {
+        const int x = static_cast<int>(vertex.x) - session.Border();
+        const int z = static_cast<int>(vertex.z) - session.Border();
+        if (x < 0 || z < 0 || x >= open.Data().width || z >= open.Data().height)
+            continue;
+        const float metres = open.Data().metres[static_cast<std::size_t>(x + z * open.Data().width)];
+        wrong +=
+            std::fabs(session.Ground().Normalise(static_cast<double>(metres)) - static_cast<double>(vertex.y)) > 2e-6;
+    }
+    return wrong;
+}
+
+TEST(Sculpting, ReachesTheDrawnTerrainInTheSameFrame)
+{
+    for (const auto kind : {BrushKind::Raise, BrushKind::Lower, BrushKind::Smooth, BrushKind::Flatten}) {
+        OpenViewer open(Hills(129, 100), RealTime(kind));
+        open.Settle();
+        ASSERT_EQ(WrongVertices(open, 3000), 0);
+        const std::vector<float> before = open.Data().metres;
+        open.viewer.BeginStroke(kMiddle);
+        for (int frame = 0; frame < 12; ++frame) {
+            open.viewer.Drag({kMiddle.x + 6 * frame, kMiddle.y + 3 * frame});
+            open.viewer.ContinueStroke(0.03);
+            ASSERT_EQ(WrongVertices(open, 3000), 0) << static_cast<int>(kind) << " " << frame;
+        }
+        open.viewer.EndDrag();
+        EXPECT_TRUE(open.viewer.WantsFrame());
+        EXPECT_NE(open.Data().metres, before);
+        EXPECT_TRUE(open.viewer.Document().IsModified());
+        open.viewer.Undo();
+        EXPECT_EQ(open.Data().metres, before);
+        EXPECT_EQ(WrongVertices(open, 3000), 0);
+        EXPECT_FALSE(open.viewer.Document().IsModified());
+        open.viewer.Redo();
+        EXPECT_TRUE(open.viewer.Document().IsModified());
+        open.viewer.Redo();
+        EXPECT_EQ(WrongVertices(open, 3000), 0);
+    }
+}
+
+TEST(Sculpting, ChangesThePictureWhereTheBrushIs)
+{
+    OpenViewer open(Hills(129, 129), RealTime());
+    open.viewer.Camera().FromTop();
+    const auto before = open.Pixels();
+    open.viewer.BeginStroke(kMiddle);
+    open.viewer.ContinueStroke(0.1);
+    open.viewer.ContinueStroke(0.1);
+    open.viewer.EndDrag();
+    const auto after = open.Pixels();
+    EXPECT_GT(test::Differing(before, after), 0.002);
+    const std::size_t band = 30;  // rows far from the brush
+    EXPECT_TRUE(std::equal(before.begin(), before.begin() + 3 * OpenViewer::kWidth * band, after.begin()));
+}
+
+TEST(Sculpting, LeavingTheRealTimeModeKeepsTheGround)
+{
+    OpenViewer open(Hills(129, 100), RealTime());
+    open.Settle();
+    open.viewer.BeginStroke(kMiddle);
+    open.viewer.ContinueStroke(0.1);
+    open.Set([](ViewSettings& settings) { settings.realTime = false; });
+    EXPECT_FALSE(open.viewer.IsStroking());
+    EXPECT_TRUE(open.viewer.Document().CanUndo());
+    open.Settle();
+    EXPECT_EQ(WrongVertices(open, 3000), 0);
+    // Heights may change outside of it too.
+    open.viewer.Undo();
+    EXPECT_EQ(WrongVertices(open, 3000), 0);
+    open.viewer.BeginStroke(kMiddle);
+    EXPECT_FALSE(open.viewer.IsStroking());
+}
+
+TEST(Sculpting, OrdersThatComeInTheMiddleOfAStrokeEndIt)
+{
+    OpenViewer open(Hills(129, 100), RealTime());
+    open.Settle();
+    const std::vector<float> untouched = open.Data().metres;
+    for (const auto& order : std::vector<std::function<void()>>{[&] { open.viewer.BeginOrbit(kMiddle); },
+                                                                [&] { open.viewer.BeginPan(kMiddle); },
+                                                                [&] { open.viewer.BeginStroke(kMiddle); }}) {
+        open.viewer.BeginStroke(kMiddle);
+        open.viewer.ContinueStroke(0.1);
+        order();
+        open.viewer.EndDrag();
+    }
+    open.viewer.BeginStroke(kMiddle);
+    open.viewer.Undo();
+    while (open.viewer.Document().CanUndo())
+        open.viewer.Undo();
+    EXPECT_EQ(open.Data().metres, untouched);
+    // A new terrain has nothing to undo and no stroke.
+    open.viewer.BeginStroke(kMiddle);
+    open.Open(Hills(40, 40));
+    EXPECT_FALSE(open.viewer.IsStroking());
+    EXPECT_FALSE(open.viewer.Document().IsModified());
+    open.viewer.ContinueStroke(0.1);
+    open.viewer.EndDrag();
+    open.viewer.Undo();
+    EXPECT_FALSE(open.viewer.Document().CanRedo());
+}
+
+TEST(Sculpting, LiftsACameraThatTheGroundReaches)
+{
+    ViewSettings settings = RealTime();
+    settings.brush.radius = 3000.0;
+    OpenViewer open(MakeElevation(129, 129, 30.0, 30.0, [](int, int) { return 10; }), settings);
+    open.viewer.Camera().Place({1900.0, open.viewer.Document().Ground().HeightAt(1900.0, 1900.0) + 20.0, 1900.0}, 0.0,
+                               60.0);
+    open.Draw();
+    open.viewer.BeginStroke(kMiddle);
+    for (int frame = 0; frame < 20; ++frame) {
+        open.viewer.ContinueStroke(0.1);
+        ASSERT_GT(open.viewer.Camera().HeightAboveGround(), 0.0);
+    }
+    EXPECT_GT(open.Data().maximum, 500.0f);
+    // Dug down, the ground stays over the floor.
+    open.Set([](ViewSettings& changed) { changed.brush.kind = BrushKind::Lower; });
+    open.viewer.EndDrag();
+    open.viewer.Camera().FromTop();
+    open.Draw();
+    open.viewer.BeginStroke(kMiddle);
+    for (int frame = 0; frame < 200; ++frame)
+        open.viewer.ContinueStroke(0.1);
+    open.viewer.EndDrag();
+    EXPECT_NEAR(static_cast<double>(open.Data().minimum), open.viewer.Document().Floor(), 1e-3);
+}
+
+TEST(Sculpting, SavedHeightsComeBackWithTheirPlace)
+{
+    const ScratchFolder folder;
+    ElevationData data = Hills(70, 50, 25.0);
+    data.georeferenced = true;
+    data.originX = 431012.5;
+    data.originY = 5400987.5;
+    data.stepX = 25.0;
+    data.stepY = -25.0;
+    data.referenceWkt = "LOCAL_CS[\"Somewhere\",UNIT[\"metre\",1]]";
+    OpenViewer open(data, RealTime());
+    open.Settle();
+    open.viewer.BeginStroke(kMiddle);
+    open.viewer.ContinueStroke(0.1);
+    open.viewer.EndDrag();
+    TerrainDocument& document = open.viewer.Document();
+    EXPECT_THROW(document.Save(folder / "no/such/folder.tif"), std::runtime_error);
+    EXPECT_THROW(document.Save(folder / "heights.doc"), std::runtime_error);
+    EXPECT_TRUE(document.IsModified());
+    document.Save(folder / "heights.tif");
+    EXPECT_FALSE(document.IsModified());
+    const ElevationData read = ReadElevationFile(folder / "heights.tif", {}, {});
+    EXPECT_EQ(read.metres, open.Data().metres);
+    EXPECT_NE(read.metres, data.metres);
+    EXPECT_EQ(read.originX, data.originX);
+    EXPECT_EQ(read.originY, data.originY);
+    EXPECT_EQ(read.stepX, 25.0);
+    EXPECT_EQ(read.stepY, -25.0);
+    // The file holds what undoing takes away, and what redoing brings back.
+    open.viewer.Undo();
+    EXPECT_TRUE(document.IsModified());
+    open.viewer.Redo();
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_EQ(folder.Files().size(), 1u);
+}
+
+TEST(Sculpting, ExportsTheTrianglesOfTheChangedGround)
+{
+    const ScratchFolder folder;
+    OpenViewer open(Hills(70, 50), RealTime());
+    open.Settle();
+    open.viewer.BeginStroke(kMiddle);
+    for (int i = 0; i < 5; ++i)
+        open.viewer.ContinueStroke(0.1);
+    open.viewer.EndDrag();
+    const auto camera = MakeObject<Camera>();
+    camera->SetViewport(400, 300);
+    camera->SetLens(60.0, 1.0, 100000.0);
+    camera->SetDirection({0.0, -1.0, 0.0});
+    camera->SetPosition({1000.0, 6000.0, 750.0});
+    const auto triangles = open.viewer.Document().ExportTriangles(folder / "hills.obj", *camera, 50000.0);
+    EXPECT_GT(triangles, 500u);
+    std::ifstream file(folder / "hills.obj");
+    double highest = -1e9;
+    std::uint64_t faces = 0;
+    for (std::string word; file >> word;) {
+        double x = 0.0;
+        double y = 0.0;
+        double z = 0.0;
+        if (word == "v" && file >> x >> y >> z)
+            highest = std::max({highest, z, y > 1e5 ? 1e9 : 0.0});
+        faces += word == "f" ? 1 : 0;
+    }
+    EXPECT_EQ(faces, triangles);
+    EXPECT_NEAR(highest, static_cast<double>(open.Data().maximum), 1.0);
+    EXPECT_THROW(open.viewer.Document().ExportTriangles(folder / "no/such.obj", *camera, 500.0), std::runtime_error);
+    EXPECT_EQ(folder.Files().size(), 1u);
+}
+
+}  // namespace
+}  // namespace tessara
