@@ -3,6 +3,7 @@
 #include "app/scene/framing.h"
 #include "app/viewer/terrain_document.h"
 #include "host/camera.h"
+#include "host/tree_size.h"
 
 #include <algorithm>
 #include <array>
@@ -243,19 +244,21 @@ void TerrainView::Measure(Camera& camera)
     surface.Draw3D(detail_.Get());
     figures_.update = Milliseconds(Clock::now() - start);
     detail_->SeeAll();
-    const LONG side = std::max(document_.Session().Columns(), document_.Session().Rows());
-    int half = 1;
-    while (2 * half < side - 1)
-        half *= 2;
     const std::vector<DrawnVertex> all = probe_.Capture(surface, *detail_, figures_.triangles * 2);
-    figures_.activeNodes = SurveyNodes(all, half).active;
+    figures_.activeNodes = SurveyNodes(all, RootHalf()).active;
+}
+
+/// Half size of the tree's root.
+int TerrainView::RootHalf() const
+{
+    return 1 << (MeasureTree(document_.Session().Columns(), document_.Session().Rows()).levels - 1);
 }
 
 void TerrainView::Survey(ICameraObject& detail)
 {
     detail_->Follow(detail);
     captured_ = probe_.Capture(document_.Session().Surface(), *detail_, figures_.triangles);
-    survey_ = SurveyNodes(captured_, 1 << 30);
+    survey_ = SurveyNodes(captured_, RootHalf());
 }
 
 void TerrainView::EnterTreeSpace() const

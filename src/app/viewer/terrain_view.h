@@ -74,6 +74,7 @@ private:
     void DrawRing(const GroundRing& ring) const;
     void Survey(ICameraObject& detail);
     void EnterTreeSpace() const;
+    int RootHalf() const;
     double Size() const;
     double NearestDistance(const Camera& camera) const;
 
