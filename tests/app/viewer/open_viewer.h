@@ -91,7 +91,14 @@ public:
 
     const ElevationData& Data() { return viewer.Document().Data(); }
 
-    OffscreenContext context;
+    /// One context for all viewers: a renderer in software starts threads for each.
+    struct SharedContext {
+        SharedContext()
+        {
+            static OffscreenContext context;
+            context.MakeCurrent();
+        }
+    } context;
     GlFunctions gl;
     ComPtr<KvoHost> host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(MakeObject<TextureService>().Get()), nullptr);
     std::atomic<int> lights{0};

@@ -1,0 +1,128 @@
+// What the viewer does in answer to a hand: frames while the brush is held, the end of a stroke, a moved camera. On a
+// terrain of 1025 x 1025 points, in a small picture, so that a renderer in software isn't bound by its pixels.
+
+#include "app/viewer/open_viewer.h"
+
+#include <benchmark/benchmark.h>
+
+#include <iostream>
+
+namespace {
+
+using tessara::BrushKind;
+using tessara::ViewSettings;
+using tessara::test::OpenViewer;
+
+constexpr int kSide = 1025;
+
+/// Brushes in metres, on a terrain of 31 km.
+void Radii(benchmark::internal::Benchmark* benchmark)
+{
+    for (const int radius : {100, 400, 3000})
+        benchmark->Arg(radius);
+    benchmark->Unit(benchmark::kMillisecond);
+}
+
+std::unique_ptr<OpenViewer> Open(benchmark::State& state)
+{
+    ViewSettings settings;
+    settings.realTime = true;
+    settings.brush.radius = static_cast<double>(state.range(0));
+    auto open = std::make_unique<OpenViewer>(tessara::test::Hills(kSide, kSide), settings);
+    open->Settle();
+    return open;
+}
+
+/// \return places along a circle in the picture
+tessara::PicturePoint Hand(int frame)
+{
+    return {OpenViewer::kWidth * (0.5 + 0.15 * std::cos(0.05 * frame)),
+            OpenViewer::kHeight * (0.5 + 0.15 * std::sin(0.05 * frame))};
+}
+
+void StrokeFrame(benchmark::State& state)
+{
+    const auto open = Open(state);
+    open->viewer.BeginStroke(Hand(0));
+    int frame = 0;
+    for (auto _ : state) {
+        open->viewer.Drag(Hand(++frame));
+        open->viewer.ContinueStroke(0.016);
+        open->Draw();
+    }
+    state.counters["triangles"] = open->viewer.Figures().triangles;
+}
+BENCHMARK(StrokeFrame)->Apply(Radii);
+
+void Stroke(benchmark::State& state)
+{
+    const auto open = Open(state);
+    open->viewer.BeginStroke(Hand(0));
+    int frame = 0;
+    for (auto _ : state) {
+        open->viewer.Drag(Hand(++frame));
+        open->viewer.ContinueStroke(0.016);
+    }
+}
+BENCHMARK(Stroke)->Apply(Radii);
+
+void EndOfStroke(benchmark::State& state)
+{
+    const auto open = Open(state);
+    for (auto _ : state) {
+        open->viewer.BeginStroke(Hand(0));
+        open->viewer.EndDrag();
+    }
+}
+BENCHMARK(EndOfStroke)->Arg(400)->Unit(benchmark::kMillisecond);
+
+void MapAfterStroke(benchmark::State& state)
+{
+    const auto open = Open(state);
+    for (auto _ : state) {
+        open->viewer.MakeMapStale();
+        open->viewer.DrawMap(200, 200, 1.0, open->text);
+    }
+}
+BENCHMARK(MapAfterStroke)->Arg(400)->Unit(benchmark::kMillisecond);
+
+void OrbitFrame(benchmark::State& state)
+{
+    const auto open = Open(state);
+    open->Set([](ViewSettings& settings) { settings.realTime = false; });
+    open->viewer.BeginOrbit(Hand(0));
+    int frame = 0;
+    for (auto _ : state) {
+        open->viewer.Drag(Hand(++frame));
+        open->Draw();
+    }
+}
+BENCHMARK(OrbitFrame)->Arg(400)->Unit(benchmark::kMillisecond);
+
+void Orbit(benchmark::State& state)
+{
+    const auto open = Open(state);
+    open->viewer.BeginOrbit(Hand(0));
+    int frame = 0;
+    for (auto _ : state)
+        open->viewer.Drag(Hand(++frame));
+}
+BENCHMARK(Orbit)->Arg(400)->Unit(benchmark::kMillisecond);
+
+void Light(benchmark::State& state)
+{
+    const auto data = tessara::test::Hills(static_cast<int>(state.range(0)), static_cast<int>(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(tessara::MakeLightMap(data, 1.0, {-0.6, 0.5, 0.6}, 2048));
+}
+BENCHMARK(Light)->Arg(1025)->Arg(2048)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    std::cerr << tessara::OffscreenContext().Describe() << "\n";
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
