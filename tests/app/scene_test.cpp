@@ -87,6 +87,18 @@ TEST(LightMap, AWallThrowsItsShadowAwayFromTheSun)
     EXPECT_EQ(map.texels[10 * 30 + 10].skylight, 65535);
 }
 
+TEST(LightMap, ShadowsReachAsFarAsTheyDoOnALargeGrid)
+{
+    // A wall of 500 m at column 300; the sun's tangent is 0.1, so the shadow is 500 cells of 10 m long.
+    const auto data = MakeElevation(900, 3, 10.0, 10.0, [](int x, int) { return x == 300 ? 500 : 0; });
+    const LightMap map = MakeLightMap(data, 1.0, {-0.995037, 0.0995037, 0.0}, 4096);
+    for (int x = 302; x < 600; ++x)
+        ASSERT_EQ(map.texels[static_cast<std::size_t>(900 + x)].sunlight, 0) << x;
+    for (const int x : {10, 250, 298})
+        EXPECT_EQ(map.texels[static_cast<std::size_t>(900 + x)].sunlight, 65535) << x;
+    EXPECT_NEAR(map.texels[900 + 800].sunlight, 32768, 700);
+}
+
 TEST(LightMap, NormalsLeanAwayFromRisingGround)
 {
     // 30 m up per 40 m to the east: the normal is (-0.6, 0.8, 0).

@@ -1,50 +1,22 @@
 #include "app/scene/light_map.h"
 
+#include "app/scene/height_grid.h"
+#include "app/scene/sun_ray.h"
 #include "host/elevation/elevation_data.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace tessara {
 
 namespace {
-
-/// Ground that rises by this much above the sun's ray hides it in full: the edge of a shadow is soft.
-constexpr float kPenumbra = 0.04f;
 
 /// Ground at 0 m is sea where it is at least this share of a terrain and this many points.
 constexpr double kLeastSeaShare = 0.004;
 constexpr std::size_t kLeastSeaPoints = 64;
 
 constexpr double kSunlightShare = 0.4;  // of the time
-
-/// Heights in metres as they are drawn, on a grid that may be coarser than the terrain's.
-struct HeightGrid {
-    int width;
-    int height;
-    float spacingX;
-    float spacingZ;
-    std::vector<float> heights;
-
-    std::size_t Index(int x, int z) const
-    {
-        return static_cast<std::size_t>(x) + static_cast<std::size_t>(z) * static_cast<std::size_t>(width);
-    }
-
-    float At(int x, int z) const { return heights[Index(std::clamp(x, 0, width - 1), std::clamp(z, 0, height - 1))]; }
-
-    /// Interpolated; the position lies in the grid.
-    float Between(float x, float z) const
-    {
-        const int column = static_cast<int>(x);
-        const int row = static_cast<int>(z);
-        const float tx = x - static_cast<float>(column);
-        const float tz = z - static_cast<float>(row);
-        const float north = At(column, row) * (1.0f - tx) + At(column + 1, row) * tx;
-        const float south = At(column, row + 1) * (1.0f - tx) + At(column + 1, row + 1) * tx;
-        return north * (1.0f - tz) + south * tz;
-    }
-};
 
 /// How the grid of a light map lies over the terrain's.
 struct Reduction {
@@ -102,54 +74,6 @@ std::uint16_t Pack(float value)
 {
     return static_cast<std::uint16_t>(std::lround(std::clamp(value, 0.0f, 1.0f) * 65535.0f));
 }
-
-/// Looks along the ground towards the sun, in steps of at most one cell, as far as ground can still hide it.
-class SunRay {
-public:
-    SunRay(const HeightGrid& grid, const Vector3& sun) : grid_(grid)
-    {
-        highest_ = *std::max_element(grid.heights.begin(), grid.heights.end());
-        const double cellsX = sun.x / static_cast<double>(grid.spacingX);
-        const double cellsZ = sun.z / static_cast<double>(grid.spacingZ);
-        const double most = std::max(std::fabs(cellsX), std::fabs(cellsZ));
-        if (most == 0.0)
-            return;
-        stepX_ = static_cast<float>(cellsX / most);
-        stepZ_ = static_cast<float>(cellsZ / most);
-        const double ground = std::hypot(sun.x, sun.z) / most;
-        stepGround_ = static_cast<float>(ground);
-        rise_ = static_cast<float>(sun.y / most);
-    }
-
-    float Sunlight(int column, int row) const
-    {
-        if (stepGround_ == 0.0f)
-            return 1.0f;
-        const float start = grid_.At(column, row);
-        float clearance = kPenumbra;
-        for (int step = 1;; ++step) {
-            const auto count = static_cast<float>(step);
-            const float x = static_cast<float>(column) + count * stepX_;
-            const float z = static_cast<float>(row) + count * stepZ_;
-            const float ray = start + count * rise_;
-            if (x < 0.0f || z < 0.0f || x > static_cast<float>(grid_.width - 1) ||
-                z > static_cast<float>(grid_.height - 1) || ray > highest_ + kPenumbra * count * stepGround_)
-                break;
-            clearance = std::min(clearance, (ray - grid_.Between(x, z)) / (count * stepGround_));
-            if (clearance <= -kPenumbra)
-                return 0.0f;
-        }
-        return (clearance + kPenumbra) / (2.0f * kPenumbra);
-    }
-
-private:
-    const HeightGrid& grid_;
-    float highest_ = 0.0f;
-    float stepX_ = 0.0f;
-    float stepZ_ = 0.0f;
-    float stepGround_ = 0.0f;
-    float rise_ = 0.0f;
-};
 
 /// Share of the sky above the horizon in eight directions.
 float Skylight(const HeightGrid& grid, int column, int row)
@@ -266,10 +190,13 @@ GridArea RenewNormals(LightMap& map, const ElevationData& data, double exaggerat
                         end(cells.bottom, map.height)};
     const auto heights = [&](int x, int z) { return ReducedHeight(data, reduction, exaggeration, x, z); };
     for (int z = area.top; z < area.bottom; ++z) {
-        for (int x = area.left; x < area.right; ++x)
-            SetNormal(map.texels[static_cast<std::size_t>(x) +
-                                 static_cast<std::size_t>(z) * static_cast<std::size_t>(map.width)],
-                      reduction, x, z, heights);
+        for (int x = area.left; x < area.right; ++x) {
+            const auto index =
+                static_cast<std::size_t>(x) + static_cast<std::size_t>(z) * static_cast<std::size_t>(map.width);
+            SetNormal(map.texels[index], reduction, x, z, heights);
+            if (!map.water.empty() && heights(x, z) > 0.0f)
+                map.water[index] = 0;
+        }
     }
     return area;
 }

@@ -42,7 +42,8 @@ struct GridArea {
     bool IsEmpty() const noexcept { return left >= right || top >= bottom; }
 };
 
-/// Works the normals out again where heights changed, and leaves the rest of the light to the next MakeLightMap.
+/// Works the normals out again where heights changed, and makes land of what has risen out of the sea. Leaves the rest
+/// of the light to the next MakeLightMap.
 /// \param map of the same terrain \param cells whose heights changed \return the texels that may have changed
 GridArea RenewNormals(LightMap& map, const ElevationData& data, double exaggeration, const GridArea& cells);
 

@@ -68,6 +68,9 @@ void TerrainPainter::UpdateLight(const LightMap& light, const GridArea& texels)
                        static_cast<std::size_t>(texels.top) * static_cast<std::size_t>(light.width);
     light_->Update(texels.left, texels.top, texels.right - texels.left, texels.bottom - texels.top, light.width,
                    GL_RGBA, GL_UNSIGNED_SHORT, &light.texels[first]);
+    if (water_)
+        water_->Update(texels.left, texels.top, texels.right - texels.left, texels.bottom - texels.top, light.width,
+                       GL_LUMINANCE, GL_UNSIGNED_BYTE, &light.water[first]);
 }
 
 void TerrainPainter::Draw(const Camera& camera, ICameraObject& detail, double clear, double haze) const

@@ -97,6 +97,23 @@ TEST(Sculpting, ChangesThePictureWhereTheBrushIs)
     EXPECT_TRUE(std::equal(before.begin(), before.begin() + 3 * OpenViewer::kWidth * band, after.begin()));
 }
 
+TEST(Sculpting, GroundThatRisesOutOfTheSeaIsLandAtOnce)
+{
+    OpenViewer open(MakeElevation(129, 129, 30.0, 30.0, [](int x, int) { return x < 100 ? 0 : 5 * (x - 99); }),
+                    RealTime());
+    open.viewer.Camera().FromTop();
+    const auto middle = [&](const std::vector<std::uint8_t>& pixels, std::size_t channel) {
+        return int{pixels[3 * (OpenViewer::kHeight / 2 * OpenViewer::kWidth + OpenViewer::kWidth / 2) + channel]};
+    };
+    const auto sea = open.Pixels();
+    EXPECT_GT(middle(sea, 2), middle(sea, 0) + 20);
+    open.viewer.BeginStroke(kMiddle);
+    for (int i = 0; i < 3; ++i)
+        open.viewer.ContinueStroke(0.1);
+    const auto land = open.Pixels();
+    EXPECT_LT(middle(land, 2), middle(land, 1));
+}
+
 TEST(Sculpting, LeavingTheRealTimeModeKeepsTheGround)
 {
     OpenViewer open(Hills(129, 100), RealTime());
