@@ -8,8 +8,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
 
 constexpr char kReplace[] = "ShowMessage(Tessara, The element already exist!\nDo you want to replace it?, 4)";
 constexpr char kDelete[] = "ShowMessage(Delete, There is not undo for this operation, do you want to proceed?, 4)";
@@ -161,19 +159,6 @@ TEST_F(ElementsTest, AppliesTheElementWithItsDisplayName)
         EXPECT_THAT(After(dialog, [](auto& it) { it.Click(kApplyButton); }),
                     ElementsAre("SetUserTextureName()", "LoadTextureFromDB(k2, TerrainTextureDetail, system)",
                                 "ReleaseTexture(77)", "UnbindTexture()", "RequestRedraw(8, 0)"));
-    });
-}
-
-TEST_F(ElementsTest, WhatTheSystemsDatabaseForbidsCannotBeClicked)
-{
-    SetDetail("", "");
-    Run([this](ScriptedDialog& dialog) {
-        EXPECT_THAT(After(dialog,
-                          [](auto& it) {
-                              it.Click(kImportButton);
-                              it.Click(kDeleteButton);
-                          }),
-                    IsEmpty());
     });
 }
 

@@ -73,21 +73,6 @@ TEST_F(LoadingTest, WhoCancelsKeepsTheProjectsReference)
     EXPECT_THAT(log, Contains("LoadTextureFromDB(lost, TerrainTextureDetail, user)").Times(2));
 }
 
-TEST_F(LoadingTest, AnElementThatIsThereOpensNothing)
-{
-    host->loadResult = S_OK;
-    EXPECT_EQ(Load([](ScriptedDialog&) { FAIL() << "the dialog opened"; }), S_FALSE);
-    EXPECT_EQ(Detail().first, "lost");
-}
-
-TEST_F(LoadingTest, WithoutADisplayTheLoadGoesOnByItself)
-{
-    SetWindowSystem(&NullWindowSystem());
-    EXPECT_EQ(Load(nullptr), S_FALSE);
-    EXPECT_EQ(Tiling().first, 3.0f);
-    SetWindowSystem(&windows);
-}
-
 }  // namespace
 
 }  // namespace tessara::test
