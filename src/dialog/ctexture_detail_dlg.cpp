@@ -50,6 +50,7 @@ CTextureDetailDlg::CTextureDetailDlg(ITessara* surface, IKvoHost* host, CWnd* pa
 
 CTextureDetailDlg::~CTextureDetailDlg()
 {
+    ReleaseServices();  // where the window broke off without an end
     FreeElements();
 }
 
@@ -195,8 +196,14 @@ void CTextureDetailDlg::OnDestroy()
         }
         m_previewTexture = 0;
         m_pContext->Destroy();
-        std::exchange(m_pContext, nullptr)->Release();
     }
+    ReleaseServices();
+}
+
+void CTextureDetailDlg::ReleaseServices() noexcept
+{
+    if (m_pContext)
+        std::exchange(m_pContext, nullptr)->Release();
     if (m_pProgress)
         std::exchange(m_pProgress, nullptr)->Release();
 }

@@ -51,6 +51,7 @@ private:
     void ShowIcons();
     void CreateToolTips();
     void OnDestroy();
+    void ReleaseServices() noexcept;
 
     // The preview.
     bool InitPreviewContext();

@@ -224,39 +224,35 @@ TEST_F(DetailDialogTest, AShortageOfMemoryAnywhereEndsItAndLosesNothing)
 {
     SetDetail("Moss", "USERDB");
     log.reserve(4096);
-    int failures = 0;
-    for (std::size_t n = 1; n < 4000; n += n < 200 ? 1 : 17) {
+    std::optional<MemoryShortage> shortage;
+    bool struck = true;
+    windows.user = [&](ScriptedDialog& dialog) {
+        dialog.Click(kImportButton);
+        dialog.Pick(kElementList, 0);
+        dialog.Click(kApplyButton);
+        dialog.Type(kTilingXField, "2");
+        dialog.Step(kTilingYSpin, 1);
+        dialog.Click(kDeleteButton);
+        dialog.Pick(kDatabaseList, 0);
+        dialog.ClickLink("1");
+        struck = shortage->Struck();
+        shortage.reset();
+    };
+    std::size_t n = 1;
+    for (; struck && n < 5000; n += n < 300 ? 1 : 7) {
         windows.answers = {IDYES, IDYES};
         windows.files = {"/pictures/ground.png"};
         user->elements = {{"u1", "Lawn"}, {"u2", "New Element"}};
-        HRESULT result = E_UNEXPECTED;
-        bool struck = false;
-        windows.user = [&](ScriptedDialog& dialog) {
-            const MemoryShortage shortage(n);
-            try {
-                dialog.Click(kImportButton);
-                dialog.Pick(kElementList, 0);
-                dialog.Click(kApplyButton);
-                dialog.Type(kTilingXField, "2");
-                dialog.Step(kTilingYSpin, 1);
-                dialog.Click(kDeleteButton);
-                dialog.Pick(kDatabaseList, 0);
-                dialog.ClickLink("1");
-            } catch (const std::bad_alloc&) {
-                // The test's own window system ran out of memory.
-            }
-            struck = shortage.Struck();
-        };
-        result = surface->TextureDetailDlg();
-        EXPECT_EQ(result, S_FALSE);
+        prepare = [&](ScriptedDialog&) { shortage.emplace(n); };
+        EXPECT_EQ(surface->TextureDetailDlg(), S_FALSE);
+        shortage.reset();
         EXPECT_EQ(Tiling(), std::pair(16.0f, 16.0f));
-        failures += struck ? 1 : 0;
-        windows.waiting = 0;
+        EXPECT_EQ(context->References() + progress->References() + user->References(), 3u);
         log.clear();
-        if (!struck)
-            break;
     }
-    EXPECT_GT(failures, 50);
+    EXPECT_GT(n, 100u);
+    EXPECT_FALSE(struck);
+    windows.waiting = 0;
 }
 
 }  // namespace

@@ -126,34 +126,34 @@ public:
     explicit LoggedSurface(CallLog& log) : log_(log) {}
     HRESULT STDMETHODCALLTYPE UseTextureDetail(LONG b) override
     {
-        Note("UseTextureDetail(" + std::to_string(b) + ")");
+        Note([&] { return "UseTextureDetail(" + std::to_string(b) + ")"; });
         return CoTessara::UseTextureDetail(b);
     }
     HRESULT STDMETHODCALLTYPE SetTextureDetailTiling(float* x, float* y) override
     {
-        Note("SetTextureDetailTiling(" + Text(x) + ", " + Text(y) + ")");
+        Note([&] { return "SetTextureDetailTiling(" + Text(x) + ", " + Text(y) + ")"; });
         return CoTessara::SetTextureDetailTiling(x, y);
     }
     HRESULT STDMETHODCALLTYPE SetTextureDetailRGBGamma(int gamma) override
     {
-        Note("SetTextureDetailRGBGamma(" + std::to_string(gamma) + ")");
+        Note([&] { return "SetTextureDetailRGBGamma(" + std::to_string(gamma) + ")"; });
         return CoTessara::SetTextureDetailRGBGamma(gamma);
     }
     HRESULT STDMETHODCALLTYPE SetUserTextureName(BSTR name) override
     {
-        Guard([&] {
-            log_.push_back("SetUserTextureName(" + NarrowText(name) + ")");
-            return S_OK;
-        });
+        Note([&] { return "SetUserTextureName(" + NarrowText(name) + ")"; });
         return CoTessara::SetUserTextureName(name);
     }
 
 private:
     static std::string Text(const float* number) { return number ? std::to_string(*number) : "none"; }
-    void Note(const std::string& line) noexcept
+
+    /// Writes a call down, unless there is no memory for it.
+    template <class Line>
+    void Note(Line&& line) noexcept
     {
         Guard([&] {
-            log_.push_back(line);
+            log_.push_back(line());
             return S_OK;
         });
     }
