@@ -80,7 +80,7 @@ void MapAfterStroke(benchmark::State& state)
 {
     const auto open = Open(state);
     for (auto _ : state) {
-        open->viewer.MakeMapStale();
+        open->viewer.RenewMap();
         open->viewer.DrawMap(200, 200, 1.0, open->text);
     }
 }

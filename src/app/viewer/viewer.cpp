@@ -82,6 +82,7 @@ void Viewer::Open(OpenedTerrain terrain)
     camera_ = std::move(camera);
     document_ = std::move(document);
     settings_ = settings;
+    mapCost_ = {};  // its map is wanted at once
     SetOutline();
     controller_->Resize(width_, height_);
     controller_->ShowAll();
@@ -129,7 +130,7 @@ void Viewer::SetColors(double low, double high)
     if (!document_)
         return;
     view_->SetColors(colors_);
-    mapStale_ = true;
+    MakeMapStale();
     changed_({true, true, true});
 }
 
@@ -194,7 +195,7 @@ void Viewer::HeightsChanged(const GridArea& cells, bool finished)
     if (finished) {
         SetOutline();
         light_.Order(document_->Data(), settings_.exaggeration, SunOf(settings_));
-        mapStale_ = true;
+        MakeMapStale();
     }
     changed_({true, finished, finished});
 }

@@ -8,6 +8,7 @@
 #include "app/viewer/terrain_loader.h"
 #include "app/viewer/terrain_view.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -102,9 +103,12 @@ public:
     void Measure();
     const FrameFigures& Figures() const;
 
-    /// The map's content no longer fits the heights or their colours.
-    bool IsMapStale() const noexcept { return mapStale_; }
-    void MakeMapStale() noexcept { mapStale_ = true; }
+    /// Milliseconds after which the map is to be drawn again because it shows older heights or colours: one that takes
+    /// long to renew waits until nobody has changed anything for a while. \return 0 where it shows them as they are
+    int MapDelay() const;
+
+    /// Draws the map anew, which takes long on large terrains.
+    void RenewMap();
 
     // The mouse, in pixels of the picture.
     void Hover(const PicturePoint& point);
@@ -139,13 +143,14 @@ public:
     std::uint64_t ExportTriangles(const std::string& path);
 
 private:
+    using Clock = std::chrono::steady_clock;
     enum class DragKind { None, Orbit, Pan, Stroke };
 
     void TakeSaved(const std::optional<SavedTerrain>& saved);
     void HeightsChanged(const GridArea& cells, bool finished);
     void Restyle(const ViewSettings& before);
     void SetOutline();
-    void RenewMap();
+    void MakeMapStale();
     void DrawCone(const MapView& map, int width, int height, double factor) const;
     MapView MapFor(int width, int height, double factor) const;
     void Stroke(double seconds);
@@ -177,6 +182,8 @@ private:
     int height_ = 1;
     bool brushShown_ = false;
     bool mapStale_ = true;
+    Clock::time_point mapChanged_;  // when it became stale for the last time
+    Clock::duration mapCost_{};     // of renewing it
 };
 
 }  // namespace tessara

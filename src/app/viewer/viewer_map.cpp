@@ -11,6 +11,10 @@ namespace {
 
 constexpr double kMapMargin = 8.0;
 
+/// A map that can be renewed in this time is renewed at once; any other when nothing has changed for so long.
+constexpr auto kQuick = std::chrono::milliseconds(60);
+constexpr auto kPatience = std::chrono::milliseconds(1500);
+
 }  // namespace
 
 MapView Viewer::MapFor(int width, int height, double factor) const
@@ -21,10 +25,26 @@ MapView Viewer::MapFor(int width, int height, double factor) const
                    static_cast<int>(std::lround(kMapMargin * factor)));
 }
 
+void Viewer::MakeMapStale()
+{
+    mapStale_ = true;
+    mapChanged_ = Clock::now();
+}
+
+int Viewer::MapDelay() const
+{
+    if (!mapStale_)
+        return 0;
+    const auto rest = mapCost_ < kQuick ? Clock::duration::zero() : mapChanged_ + kPatience - Clock::now();
+    return std::max(static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(rest).count()), 1);
+}
+
 void Viewer::RenewMap()
 {
+    const Clock::time_point start = Clock::now();
     mapStale_ = false;
     document_->Session().Surface().CreateTextureSurface2D();
+    mapCost_ = Clock::now() - start;
 }
 
 /// The surface's own picture of the heights, without the border around the grid, and the camera on it.
@@ -35,7 +55,7 @@ void Viewer::DrawMap(int width, int height, double factor, TextPainter& text)
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     if (!document_)
         return;
-    if (mapStale_)
+    if (MapDelay() == 1)
         RenewMap();
     const TerrainSession& session = document_->Session();
     const MapView map = MapFor(width, height, factor);

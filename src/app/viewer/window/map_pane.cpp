@@ -9,6 +9,7 @@ MapPane::MapPane(wxWindow* parent) : GlPane(parent)
     SetMinSize(FromDIP(wxSize(80, 60)));
     SetCursor(wxCursor(wxCURSOR_CROSS));
     Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) { Go(event); });
+    renewal_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { RequestDraw(); });
     Bind(wxEVT_MOTION, [this](wxMouseEvent& event) {
         if (event.LeftIsDown())
             Go(event);
@@ -26,6 +27,8 @@ void MapPane::Draw(int width, int height, double factor)
 {
     if (viewer_)
         viewer_->DrawMap(width, height, factor, *text_);
+    if (const int delay = viewer_ ? viewer_->MapDelay() : 0)
+        renewal_.StartOnce(delay);
 }
 
 void MapPane::Go(const wxMouseEvent& event)

@@ -2,6 +2,8 @@
 
 #include "app/viewer/window/gl_pane.h"
 
+#include <wx/timer.h>
+
 namespace tessara {
 
 class TextPainter;
@@ -23,6 +25,7 @@ private:
 
     Viewer* viewer_ = nullptr;
     TextPainter* text_ = nullptr;
+    wxTimer renewal_;
 };
 
 }  // namespace tessara
