@@ -47,6 +47,10 @@ foreach(room platform/com platform/system services textures host)
         PATTERN "images" EXCLUDE
         PATTERN "registry" EXCLUDE)
 endforeach()
+# What a host says to the window layer, or puts in its place.
+foreach(header device_context dialog_template dialog_window image window_system window_types)
+    install(FILES src/platform/ui/${header}.h DESTINATION ${TESSARA_INSTALL_HEADERS}/platform/ui COMPONENT development)
+endforeach()
 install(FILES src/platform/gl/gl.h DESTINATION ${TESSARA_INSTALL_HEADERS}/platform/gl COMPONENT development)
 install(FILES src/terrain/terrain_frustum.h DESTINATION ${TESSARA_INSTALL_HEADERS}/terrain COMPONENT development)
 install(FILES src/surface/itessara.h DESTINATION ${TESSARA_INSTALL_HEADERS}/surface COMPONENT development)

@@ -6,6 +6,7 @@
 #include "services/texture_database.h"
 
 #include <string_view>
+#include <unordered_map>
 
 using namespace tessara;
 
@@ -63,13 +64,14 @@ void CTextureDetailDlg::FillElementList()
     if (!database)
         return;
     ReadElements(*database);
+    // A key that stands there twice has the display name of its first entry, as in FindDisplayName.
+    std::unordered_map<std::u16string_view, std::size_t> entries;
     int selected = 0;
     for (std::size_t i = 0; i < m_keys.size(); ++i) {
-        const std::string key = NarrowText(m_keys[i]);
         const std::string name = NarrowText(m_displayNames[i]);
-        m_listElements.AddString(name.empty() ? key : name);
-        std::string found;
-        if (FindDisplayName(key, found) && found == m_strElement)
+        m_listElements.AddString(name.empty() ? NarrowText(m_keys[i]) : name);
+        const std::size_t first = entries.emplace(View(m_keys[i]), i).first->second;
+        if ((first == i ? name : NarrowText(m_displayNames[first])) == m_strElement)
             selected = static_cast<int>(i);
     }
     m_listElements.SetSel(selected, TRUE);
