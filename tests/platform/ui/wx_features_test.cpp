@@ -142,6 +142,12 @@ TEST_F(WxFeatures, ATooltipComesOverItsControlAndItsLinkReachesTheDialog)
         user.MoveTo(*number, 0.5, 0.5);
         EXPECT_EQ(FindTip(), nullptr);
         user.Wait(900);
+        EXPECT_NE(FindTip(), nullptr);
+        user.Click(kCheck);  // the dialog goes on below it
+        EXPECT_THAT(dialog_.events, Contains("check"));
+        EXPECT_EQ(FindTip(), nullptr);
+        user.MoveTo(*number, 0.5, 0.5);
+        user.Wait(900);
         wxPopupWindow* tip = FindTip();
         ASSERT_NE(tip, nullptr);
         auto* page = static_cast<wxHtmlWindow*>(tip->GetChildren().front());

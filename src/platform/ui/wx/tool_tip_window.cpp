@@ -21,24 +21,36 @@ std::string Css(const wxColour& color)
     return color.GetAsString(wxC2S_HTML_SYNTAX).utf8_string();
 }
 
-/// Lets the popup hear the mouse although the modal dialog below it keeps all other windows from that.
-void LeaveModalGroup(wxPopupWindow& popup)
+/// The toolkit shows a popup over a modal dialog as a part of it that takes all input. Here each has its own: the
+/// dialog goes on as if there were no tooltip, and the links in the tooltip can be clicked.
+void ShareInput(wxPopupWindow& popup)
 {
-    GtkWindowGroup* group = gtk_window_group_new();
-    gtk_window_group_add_window(group, GTK_WINDOW(popup.GetHandle()));
+    GtkWidget* const widget = GTK_WIDGET(popup.GetHandle());
+    gtk_grab_remove(widget);
+    GtkWindowGroup* const group = gtk_window_group_new();
+    gtk_window_group_add_window(group, GTK_WINDOW(widget));
     g_object_unref(group);  // the window holds it
 }
 
 }  // namespace
 
+/// An open list or another window takes the input, or gives it back.
+void ToolTips::InputMoved(void*, int comesBack, ToolTips* self)
+{
+    if (comesBack == 0 && !self->showing_)
+        self->DialogUsed();
+}
+
 ToolTips::ToolTips(wxWindow& parent, std::function<void(const std::string&)> follow)
     : parent_(parent), follow_(std::move(follow)), rested_(this)
 {
     Bind(wxEVT_TIMER, &ToolTips::OnRested, this);
+    g_signal_connect(parent_.GetHandle(), "grab-notify", G_CALLBACK(&InputMoved), this);
 }
 
 ToolTips::~ToolTips()
 {
+    g_signal_handlers_disconnect_by_data(parent_.GetHandle(), this);
     if (popup_)
         popup_->Destroy();
 }
@@ -95,7 +107,6 @@ void ToolTips::Show(const std::string& markup, const wxPoint& place)
     const wxColour ink = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT);
     if (!popup_) {
         popup_ = new wxPopupWindow(&parent_, wxBORDER_SIMPLE);
-        LeaveModalGroup(*popup_);
         page_ = new wxHtmlWindow(popup_, wxID_ANY, wxDefaultPosition, wxSize(kWidth, kWidth), wxHW_SCROLLBAR_NEVER);
         page_->SetBorders(kMargin);
         page_->SetStandardFonts(parent_.GetFont().GetPointSize());
@@ -120,7 +131,10 @@ void ToolTips::Show(const std::string& markup, const wxPoint& place)
     const wxRect area = wxDisplay(static_cast<unsigned>(screen == wxNOT_FOUND ? 0 : screen)).GetClientArea();
     popup_->Move(wxMax(area.x, wxMin(place.x, area.GetRight() - size.x)),
                  wxMax(area.y, wxMin(place.y, area.GetBottom() - size.y)));
+    showing_ = true;
     popup_->Show();
+    ShareInput(*popup_);
+    showing_ = false;
 }
 
 bool ToolTips::IsMouseOnTip() const

@@ -33,6 +33,7 @@ public:
     void Hide();
 
 private:
+    static void InputMoved(void* widget, int comesBack, ToolTips* self);
     void OnRested(wxTimerEvent& event);
     void Show(const std::string& markup, const wxPoint& place);
     bool IsMouseOnTip() const;
@@ -45,7 +46,8 @@ private:
     wxTimer rested_;
     wxWindow* over_ = nullptr;  // what the mouse is on
     bool used_ = false;         // the dialog was used since the mouse came there
-    wxPoint place_;             // where the last tooltip stood
+    bool showing_ = false;
+    wxPoint place_;  // where the last tooltip stood
 };
 
 }  // namespace tessara
