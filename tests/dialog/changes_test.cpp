@@ -3,8 +3,6 @@
 #include "dialog/detail_fixture.h"
 #include "support/allocation_failure.h"
 
-#include <clocale>
-
 namespace tessara::test {
 
 namespace {
@@ -63,20 +61,6 @@ TEST_F(DetailDialogTest, EachChangeReachesTheSurfaceAtOnce)
         EXPECT_EQ(dialog.GetText(kTilingXField), "1.50");
         EXPECT_EQ(dialog.GetText(kTilingYField), " -3e1,5");
     });
-}
-
-TEST_F(DetailDialogTest, ADecimalPointStandsInEveryLocale)
-{
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    for (const char* locale : {"de_DE.UTF-8", "fr_FR.UTF-8"})
-        std::setlocale(LC_ALL, locale);
-    Run([this](ScriptedDialog& dialog) {
-        EXPECT_EQ(dialog.GetText(kTilingXField), "16.00");
-        dialog.Type(kTilingXField, "1.5");
-        dialog.Press(VK_RETURN);
-        EXPECT_EQ(Tiling().first, 1.5f);
-    });
-    std::setlocale(LC_ALL, before.c_str());
 }
 
 TEST_F(DetailDialogTest, ReturnGoesOnAndNeverCloses)
