@@ -1,6 +1,7 @@
 #include "app/commands/commands.h"
 #include "app/options/terrain_input.h"
 #include "app/viewer/view_request.h"
+#include "host/module_path.h"
 #include "platform/ui/window_system.h"
 
 #include <CLI/App.hpp>
@@ -8,6 +9,7 @@
 #include <CLI/Formatter.hpp>
 #include <dlfcn.h>
 
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 
@@ -15,10 +17,12 @@ namespace tessara {
 
 namespace {
 
-/// The viewer and its toolkit, which no other command needs, lie in a library of their own. It stays loaded.
+/// The viewer and its toolkit, which no other command needs, lie in a library of their own, beside the component. It
+/// stays loaded.
 ViewerEntry LoadViewer()
 {
-    void* library = dlopen(TESSARA_VIEWER_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+    const std::filesystem::path path = std::filesystem::path(FindModulePath()).replace_filename(TESSARA_VIEWER_LIBRARY);
+    void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library)
         throw std::runtime_error(std::string("The viewer isn't installed completely: ") + dlerror() + ".");
     const auto entry = reinterpret_cast<ViewerEntry>(dlsym(library, kViewerEntry));
