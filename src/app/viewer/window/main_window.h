@@ -3,7 +3,7 @@
 #include "app/viewer/view_request.h"
 #include "app/viewer/view_settings.h"
 #include "app/viewer/viewer.h"
-#include "app/viewer/window/settings_pages.h"
+#include "app/viewer/window/settings_listener.h"
 #include "app/viewer/work_keeper.h"
 #include "host/project/autosave.h"
 
@@ -19,6 +19,7 @@ class wxGLContext;
 class wxInfoBar;
 class wxMenu;
 class wxNotebook;
+class wxPanel;
 class wxSplitterWindow;
 
 namespace tessara {
@@ -26,7 +27,11 @@ namespace tessara {
 class LegendPane;
 class LoadBar;
 class MapPane;
+class ColorsPage;
+class DebugPage;
 class PicturePane;
+class SculptPage;
+class ViewPage;
 class SmoothFrame;
 class StatusProgress;
 class StatusTexts;

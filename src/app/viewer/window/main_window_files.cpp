@@ -1,6 +1,7 @@
 #include "app/viewer/window/load_bar.h"
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/picture_pane.h"
+#include "app/viewer/window/sculpt_page.h"
 #include "app/viewer/window/window_text.h"
 #include "host/project/project_file.h"
 #include "platform/gl/gl.h"
@@ -147,7 +148,11 @@ void MainWindow::Opened(OpenedTerrain terrain)
     std::string notes;
     for (const std::string& note : terrain.data.notes)
         notes += (notes.empty() ? "" : "  ") + note;
+    const bool isNew = !terrain.saved;
     viewer_->Open(std::move(terrain));
+    // The light of the picture is made for textures as they are.
+    if (isNew)
+        viewer_->Document().Session().Surface().SetTextureDetailRGBGamma(1);
     keeper_.Forget();
     if (recovery_)
         keeper_.Adopt(std::move(*recovery_));

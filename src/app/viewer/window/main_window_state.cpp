@@ -1,8 +1,12 @@
+#include "app/viewer/window/colors_page.h"
+#include "app/viewer/window/debug_page.h"
 #include "app/viewer/window/legend_pane.h"
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/map_pane.h"
 #include "app/viewer/window/picture_pane.h"
+#include "app/viewer/window/sculpt_page.h"
 #include "app/viewer/window/status_texts.h"
+#include "app/viewer/window/view_page.h"
 #include "app/viewer/window/window_commands.h"
 #include "app/viewer/window/window_text.h"
 

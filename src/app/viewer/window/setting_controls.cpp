@@ -2,6 +2,7 @@
 
 #include "app/viewer/window/window_text.h"
 
+#include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/settings.h>
@@ -119,6 +120,15 @@ wxChoice* AddChoice(wxWindow* parent, wxSizer& column, const std::string& title,
     row->Add(choice, wxSizerFlags(2).CenterVertical().Border(wxLEFT, Gap(parent)));
     column.Add(row, wxSizerFlags().Expand().Border(wxTOP, Gap(parent)));
     return choice;
+}
+
+wxButton* AddButton(wxWindow* parent, wxSizer& row, const char* label, const char* help, std::function<void()> pressed)
+{
+    auto* button = new wxButton(parent, wxID_ANY, label);
+    button->SetToolTip(help);
+    button->Bind(wxEVT_BUTTON, [pressed = std::move(pressed)](wxCommandEvent&) { pressed(); });
+    row.Add(button, wxSizerFlags(1).Border(wxTOP, Gap(parent)));
+    return button;
 }
 
 SettingsPage::SettingsPage(wxWindow* parent)

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+class wxButton;
 class wxCheckBox;
 class wxChoice;
 class wxSlider;
@@ -60,6 +61,9 @@ wxCheckBox* AddCheck(wxWindow* parent, wxSizer& column, const std::string& title
 /// A setting that is one of a few, with a title to its left.
 wxChoice* AddChoice(wxWindow* parent, wxSizer& column, const std::string& title, const std::string& help,
                     const std::vector<std::string>& choices, std::function<void(int)> changed);
+
+/// A button, beside others in a row.
+wxButton* AddButton(wxWindow* parent, wxSizer& row, const char* label, const char* help, std::function<void()> pressed);
 
 /// A page of settings, which scrolls where it is too high for its place.
 class SettingsPage : public wxScrolledWindow {

@@ -1,0 +1,106 @@
+#include "app/viewer/window/colors_page.h"
+
+#include "app/scene/palettes.h"
+#include "app/viewer/viewer.h"
+#include "app/viewer/window/window_commands.h"
+#include "app/viewer/window/window_text.h"
+#include "platform/system/number_text.h"
+
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+#include <cctype>
+
+namespace tessara {
+
+namespace {
+
+std::string Capitalised(std::string text)
+{
+    if (!text.empty())
+        text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+    return text;
+}
+
+}  // namespace
+
+ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : SettingsPage(parent)
+{
+    AddHeading(this, Column(), "Colours of the heights");
+    colors_ = AddCheck(this, Column(), "Colour by height", "Without, it is white", [change = listener.change](bool on) {
+        change([on](ViewSettings& settings) { settings.vertexColors = on; });
+    });
+    std::vector<std::string> names;
+    for (const std::string& name : PaletteNames())
+        names.push_back(Capitalised(name));
+    ramp_ =
+        AddChoice(this, Column(), "Ramp", "Colours from low to high", names, [change = listener.change](int choice) {
+            change([&](ViewSettings& settings) { settings.ramp = PaletteNames()[static_cast<std::size_t>(choice)]; });
+        });
+    low_ = AddHeight("From", "Height in metres that gets the first colour");
+    high_ = AddHeight("To", "Height in metres that gets the last colour");
+    const auto apply = [this, colors = listener.colors] {
+        if (low_->IsModified() || high_->IsModified())
+            colors(LeadingNumber(low_->GetValue().utf8_string()), LeadingNumber(high_->GetValue().utf8_string()));
+        low_->DiscardEdits();
+        high_->DiscardEdits();
+    };
+    for (wxTextCtrl* each : {low_, high_}) {
+        each->Bind(wxEVT_TEXT_ENTER, [apply](wxCommandEvent&) { apply(); });
+        each->Bind(wxEVT_KILL_FOCUS, [apply](wxFocusEvent& event) {
+            event.Skip();
+            apply();
+        });
+    }
+    auto* reset = new wxBoxSizer(wxHORIZONTAL);
+    AddButton(this, *reset, "All Heights", "From the lowest to the highest point of the terrain", listener.resetColors);
+    Column().Add(reset, wxSizerFlags().Expand());
+    AddHeading(this, Column(), "Picture on the ground");
+    source_ = AddCheck(this, Column(), "Show the source texture", "Show or hide the picture on the terrain",
+                       [run = listener.run](bool) { run(kSourceTexture); });
+    auto* import = new wxBoxSizer(wxHORIZONTAL);
+    AddButton(this, *import, "Import...", "Stretch a picture over the terrain",
+              [run = listener.run] { run(kImportSource); });
+    AddButton(this, *import, "Detail...", "Choose and tune the detail texture",
+              [run = listener.run] { run(kTerrainDetail); });
+    Column().Add(import, wxSizerFlags().Expand());
+    Finish();
+}
+
+wxTextCtrl* ColorsPage::AddHeight(const std::string& title, const std::string& help)
+{
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(new wxStaticText(this, wxID_ANY, Wide(title)), wxSizerFlags(1).CenterVertical());
+    auto* field = new wxTextCtrl(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
+                                 wxTE_PROCESS_ENTER | wxTE_RIGHT);
+    field->SetToolTip(Wide(help));
+    field->SetName(Wide(title));
+    row->Add(field, wxSizerFlags(2).CenterVertical());
+    row->Add(new wxStaticText(this, wxID_ANY, "m"), wxSizerFlags().CenterVertical().Border(wxLEFT, FromDIP(6)));
+    Column().Add(row, wxSizerFlags().Expand().Border(wxTOP, FromDIP(6)));
+    return field;
+}
+
+void ColorsPage::Show(const Viewer& viewer, bool hasSource)
+{
+    const ViewSettings& settings = viewer.Settings();
+    colors_->SetValue(settings.vertexColors);
+    const std::vector<std::string> names = PaletteNames();
+    // A project may have colours of its own, which are none of these.
+    const auto ramp = std::find(names.begin(), names.end(), settings.ramp);
+    ramp_->SetSelection(ramp == names.end() ? wxNOT_FOUND : static_cast<int>(ramp - names.begin()));
+    const auto show = [](wxTextCtrl& field, double value) {
+        const wxString text = Wide(FixedText(value, 1));
+        if (!field.IsModified() && field.GetValue() != text)
+            field.ChangeValue(text);
+    };
+    show(*low_, viewer.Colors().low);
+    show(*high_, viewer.Colors().high);
+    source_->SetValue(hasSource && settings.sourceTexture);
+    source_->Enable(hasSource);
+}
+
+}  // namespace tessara
