@@ -4,12 +4,8 @@
 #include "app/viewer/window/map_pane.h"
 #include "app/viewer/window/picture_pane.h"
 #include "app/viewer/window/window_commands.h"
-#include "app/viewer/window_user.h"
+#include "app/viewer/window_fixture.h"
 #include "host/elevation/elevation_file.h"
-#include "host/elevation/elevation_writer.h"
-#include "host/host_classes.h"
-#include "host/process_memory.h"
-#include "host/test_elevation.h"
 
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
@@ -23,27 +19,7 @@ namespace tessara::test {
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
-
-class ViewerWindow : public testing::Test {
-protected:
-    /// A valley in a file of its own.
-    std::string Valley(const std::string& name, int columns = 90, double phase = 0.0) const
-    {
-        const std::string path = folders_.scratch / name;
-        WriteElevationFile(MakeElevation(columns, 70, 30.0, 30.0,
-                                         [=](int x, int y) {
-                                             return 400.0 + 150.0 * std::sin(x * 0.11 + phase) +
-                                                    90.0 * std::cos(y * 0.13);
-                                         }),
-                           path);
-        return path;
-    }
-
-    const OwnFolders folders_;
-    const HostClasses classes_ = RegisterHostClasses();
-};
 
 TEST_F(ViewerWindow, ShowsTheSampleAndRestsWhenNothingChanges)
 {
@@ -212,109 +188,6 @@ TEST_F(ViewerWindow, SculptsUndoesAndSavesTheHeights)
     EXPECT_EQ(ReadElevationFile(path).metres, raised);
     user.Key(WXK_ESCAPE);
     EXPECT_FALSE(picture.HasBrush());
-}
-
-TEST_F(ViewerWindow, SaysWhatIsWrongWithAFileAndKeepsTheOldTerrain)
-{
-    const WindowUser user(Valley("valley.tif"));
-    const std::string bad = folders_.scratch.Write("bad.tif", "this is no picture of the ground");
-    Answers answers;
-    answers.Message(GTK_RESPONSE_OK);
-    user.Window().Load(bad);
-    EXPECT_TRUE(user.WaitFor([&] { return !answers.Messages().empty(); }));
-    user.Wait(200);
-    EXPECT_THAT(answers.Messages(), ElementsAre(HasSubstr("bad.tif")));
-    EXPECT_EQ(user.Window().GetTitle(), wxString::FromUTF8("valley.tif – Tessara"));
-    EXPECT_EQ(user.Viewer().Document().Data().width, 90);
-}
-
-TEST_F(ViewerWindow, SavesPicturesAndTrianglesOfTheView)
-{
-    const WindowUser user(Valley("valley.tif"));
-    const std::string picture = folders_.scratch / "view.png";
-    user.Viewer();
-    user.Window().Picture().MakeCurrent();
-    user.Viewer().SavePicture(picture, 400, 300);
-    const Picture saved = ReadPicture(picture);
-    EXPECT_EQ(saved.width, 400);
-    EXPECT_EQ(saved.height, 300);
-    EXPECT_GT(Difference(saved.At(200, 20), saved.At(200, 180)), 40);
-
-    const std::string dump = folders_.scratch / "view.txt";
-    Answers answers;
-    answers.File(dump);
-    user.Key('E', wxMOD_CONTROL);
-    EXPECT_TRUE(user.WaitFor([&] { return answers.AreAllGiven(); }));
-    user.Wait(200);
-    const std::string text = ReadBytes(dump);
-    const auto lines = std::count(text.begin(), text.end(), '\n');
-    EXPECT_GT(lines, 100);
-    EXPECT_EQ(lines % 3, 0);
-}
-
-TEST_F(ViewerWindow, AsksBeforeItThrowsUnsavedWorkAway)
-{
-    const WindowUser user(Valley("valley.tif"));
-    const std::string project = folders_.scratch / "valley.tessara";
-    Answers answers;
-    answers.File(project);
-    user.Key('S', wxMOD_CONTROL);
-    ASSERT_TRUE(user.WaitFor([&] { return user.Viewer().ProjectPath() == project; }));
-    user.Wait(200);
-    EXPECT_EQ(user.Window().GetTitle(), wxString::FromUTF8("valley.tessara – Tessara"));
-
-    user.Key('C');
-    user.Key('R');
-    user.Drag(user.Window().Picture(), {0.5, 0.55}, {0.55, 0.55});
-    EXPECT_EQ(user.Window().GetTitle(), wxString::FromUTF8("valley.tessara* – Tessara"));
-    answers.Message(GTK_RESPONSE_CANCEL);
-    user.Key('Q', wxMOD_CONTROL);
-    EXPECT_TRUE(user.WaitFor([&] { return answers.AreAllGiven(); }));
-    user.Wait(200);
-    ASSERT_TRUE(user.IsOpen());
-    answers.Message(GTK_RESPONSE_YES);
-    user.Key('Q', wxMOD_CONTROL);
-    EXPECT_TRUE(user.WaitFor([&] { return !user.IsOpen(); }));
-
-    const WindowUser again(project);
-    EXPECT_NE(again.Viewer().Document().Data().metres, ReadElevationFile(folders_.scratch / "valley.tif").metres);
-    EXPECT_FALSE(again.Viewer().Settings().vertexColors);
-}
-
-TEST_F(ViewerWindow, RemembersItsPlaceAndTheFiles)
-{
-    const std::string file = Valley("valley.tif");
-    {
-        const WindowUser user(file);
-        user.Window().SetSize(810, 590);
-        user.WaitForPicture();
-        EXPECT_EQ(user.Window().Picture().PixelWidth(), user.Window().Picture().GetClientSize().x);
-        user.Window().Close();
-        EXPECT_TRUE(user.WaitFor([&] { return !user.IsOpen(); }));
-    }
-    const std::string kept = ReadBytes(folders_.scratch / "XDG_CONFIG_HOME/tessara/viewer.ini");
-    EXPECT_THAT(kept, HasSubstr("Width=810"));
-    EXPECT_THAT(kept, HasSubstr("File1=" + file));
-}
-
-TEST_F(ViewerWindow, OpensFiftyFilesWithoutGrowing)
-{
-#if defined(__SANITIZE_ADDRESS__)
-    GTEST_SKIP() << "the sanitizer keeps memory that was freed";
-#endif
-    const WindowUser user({}, 560, 420);
-    std::vector<std::string> files;
-    for (int i = 0; i < 5; ++i)
-        files.push_back(Valley("valley" + std::to_string(i) + ".tif", 200, i));
-    std::size_t warm = 0;
-    for (int i = 0; i < 50; ++i) {
-        user.Window().Load(files[static_cast<std::size_t>(i) % files.size()]);
-        ASSERT_TRUE(user.WaitFor([&] { return !user.Window().IsLoading() && !user.Viewer().WantsFrame(); }));
-        if (i == 14)
-            warm = ResidentBytes();
-    }
-    // What 35 terrains would take, each with a light map of 400 KB and a tree of more, is several times this.
-    EXPECT_LT(ResidentBytes(), warm + (std::size_t{12} << 20));
 }
 
 }  // namespace

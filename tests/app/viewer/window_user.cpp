@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 #include <wx/app.h>
+#include <wx/dialog.h>
 #include <wx/evtloop.h>
 #include <wx/menu.h>
 #include <wx/statusbr.h>
@@ -199,18 +200,45 @@ Answers::Answers()
 
 Answers& Answers::Message(int response)
 {
-    answers_.push_back({response, {}});
+    answers_.push_back({false, response, {}});
     return *this;
 }
 
 Answers& Answers::File(const std::string& path)
 {
-    answers_.push_back({GTK_RESPONSE_ACCEPT, path});
+    answers_.push_back({false, GTK_RESPONSE_ACCEPT, path});
     return *this;
+}
+
+Answers& Answers::Escape()
+{
+    answers_.push_back({true, 0, {}});
+    return *this;
+}
+
+void Answers::Press()
+{
+    for (wxWindow* window : wxTopLevelWindows) {
+        auto* dialog = dynamic_cast<wxDialog*>(window);
+        if (!dialog || !dialog->IsModal() || !dialog->IsShownOnScreen())
+            continue;
+        if (++seen_ < 8)
+            return;
+        seen_ = 0;
+        messages_.push_back(dialog->GetTitle().utf8_string());
+        answers_.erase(answers_.begin());
+        gdk_window_focus(gtk_widget_get_window(dialog->GetHandle()), GDK_CURRENT_TIME);
+        wxUIActionSimulator().Char(WXK_ESCAPE);
+        return;
+    }
 }
 
 void Answers::Look()
 {
+    if (!answers_.empty() && answers_.front().escape) {
+        Press();
+        return;
+    }
     GtkWidget* shown = nullptr;
     GList* const windows = gtk_window_list_toplevels();
     for (GList* window = windows; window; window = window->next) {

@@ -87,17 +87,22 @@ public:
     Answers& Message(int response);
     Answers& File(const std::string& path);
 
-    /// Texts of the messages that came up.
+    /// For any other dialog: the key.
+    Answers& Escape();
+
+    /// Texts of the messages and titles of the dialogs that came up.
     const std::vector<std::string>& Messages() const { return messages_; }
     bool AreAllGiven() const { return answers_.empty(); }
 
 private:
     struct Answer {
+        bool escape;
         int response;
         std::string path;
     };
 
     void Look();
+    void Press();
 
     std::vector<Answer> answers_;
     std::vector<std::string> messages_;
