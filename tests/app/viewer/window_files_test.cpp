@@ -60,6 +60,16 @@ TEST_F(ViewerWindow, SaysWhatIsWrongWithAFileAndKeepsTheOldTerrain)
     EXPECT_EQ(user.Viewer().Document().Data().width, 90);
 }
 
+TEST_F(ViewerWindow, ShowsTheSampleWhereTheFirstFileIsBad)
+{
+    const std::string bad = folders_.scratch.Write("bad.tif", "nor this");
+    Answers answers;
+    answers.Message(GTK_RESPONSE_OK);
+    const WindowUser user(bad);
+    EXPECT_THAT(answers.Messages(), ElementsAre(HasSubstr("bad.tif")));
+    EXPECT_EQ(user.Viewer().Document().Path(), "");
+}
+
 TEST_F(ViewerWindow, SavesPicturesAndTrianglesOfTheView)
 {
     const WindowUser user(Valley("valley.tif"));

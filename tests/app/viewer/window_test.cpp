@@ -14,6 +14,7 @@
 #include <wx/slider.h>
 
 #include <cmath>
+#include <map>
 
 namespace tessara::test {
 
@@ -139,6 +140,22 @@ TEST_F(ViewerWindow, SettingsChangeThePictureAtOnceAndBack)
         user.WaitForPicture();
         EXPECT_GT(Difference(before, user.Look(picture)), 20) << name;
     }
+}
+
+TEST_F(ViewerWindow, EachKeyMeansOneThing)
+{
+    std::map<std::string, const char*> taken;
+    for (const MenuLine& line : MenuLines()) {
+        const std::string label = line.label;
+        const std::size_t tab = label.find('\t');
+        std::string key = tab == std::string::npos ? std::string() : label.substr(tab + 1);
+        if (line.key != 0)
+            key = std::to_string(line.key);
+        if (!key.empty()) {
+            EXPECT_TRUE(taken.emplace(key, line.label).second) << key << " of " << label << " and " << taken[key];
+        }
+    }
+    EXPECT_GT(taken.size(), 25u);
 }
 
 TEST_F(ViewerWindow, KeysThatAreTypedIntoAFieldDoNothingElse)

@@ -29,6 +29,8 @@ OwnFolders::OwnFolders()
 {
     for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_DATA_HOME"})
         setenv(name, scratch.Path(name).c_str(), 1);
+    // Timers need it.
+    EXPECT_TRUE(StartToolkit()) << "no display answers";
 }
 
 WindowUser::WindowUser(const std::string& file, int width, int height)
@@ -95,7 +97,13 @@ bool WindowUser::WaitForPicture() const
     const bool settled =
         WaitFor([this] { return !window_->IsLoading() && Viewer().HasTerrain() && !Viewer().WantsFrame(); });
     // The frame with smooth edges comes a little later.
-    Wait(600);
+    Wait(450);
+    for (int i = 0; i < 20; ++i) {
+        const auto look = Look(window_->Picture());
+        Wait(250);
+        if (Look(window_->Picture()) == look)
+            break;
+    }
     return settled;
 }
 

@@ -137,6 +137,9 @@ void MainWindow::WatchLoader()
         ShowError(error.what());
     }
     recovery_.reset();
+    // A window without any terrain is of no use.
+    if (!viewer_->HasTerrain() && !loading_.empty())
+        Load({});
     Changed({true, true, true});
 }
 

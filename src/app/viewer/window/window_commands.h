@@ -67,7 +67,7 @@ struct MenuLine {
 /// All menus, one after the other.
 std::span<const MenuLine> MenuLines();
 
-/// Makes the menus. \param plainKeys show the keys without modifiers
+/// Makes the menus, with the keys beside their lines.
 wxMenuBar* MakeMenuBar();
 
 /// The command of a key without modifier. \param key as key events number them \return 0 where there is none
