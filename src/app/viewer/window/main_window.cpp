@@ -5,6 +5,7 @@
 #include "app/viewer/window/legend_pane.h"
 #include "app/viewer/window/load_bar.h"
 #include "app/viewer/window/map_pane.h"
+#include "app/viewer/window/pane_splitter.h"
 #include "app/viewer/window/picture_pane.h"
 #include "app/viewer/window/sculpt_page.h"
 #include "app/viewer/window/settings_file.h"
@@ -24,7 +25,6 @@
 #include <wx/infobar.h>
 #include <wx/menu.h>
 #include <wx/notebook.h>
-#include <wx/splitter.h>
 #include <wx/statusbr.h>
 
 #include <algorithm>
@@ -35,6 +35,10 @@ namespace {
 
 constexpr int kLeastSide = 250;
 constexpr int kLeastMap = 110;
+
+/// A small window keeps room for the terrain and for the settings.
+constexpr double kMostSide = 0.4;
+constexpr double kMostMap = 0.42;
 constexpr int kKeepEvery = 60000;  // milliseconds
 
 /// Files that are dropped on the window.
@@ -64,6 +68,7 @@ MainWindow::MainWindow(const ViewRequest& request, const KeptSettings& kept)
     if (request.exaggeration > 0.0)
         kept_.view.exaggeration = request.exaggeration;
     SetMenuBar(MakeMenuBar());
+    GetMenuBar()->Hide();  // a window that is being shown passes through sizes that are too small for it
     MakePanes();
     MakeStatus();
     Place();
@@ -95,7 +100,7 @@ void MainWindow::MakePanes()
     root_ = new wxPanel(this);
     auto* column = new wxBoxSizer(wxVERTICAL);
     notes_ = new wxInfoBar(root_);
-    panes_ = new wxSplitterWindow(root_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE);
+    panes_ = new PaneSplitter(root_, kMostSide);
     bar_ = new LoadBar(root_);
     column->Add(notes_, wxSizerFlags().Expand());
     column->Add(panes_, wxSizerFlags(1).Expand());
@@ -110,7 +115,7 @@ void MainWindow::MakePanes()
                                         [this] {
                                             Changed({false, false, true});
                                         }});
-    side_ = new wxSplitterWindow(panes_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE);
+    side_ = new PaneSplitter(panes_, kMostMap);
     pages_ = new wxNotebook(side_, wxID_ANY);
     const SettingsListener listener = MakeListener();
     pages_->AddPage(viewPage_ = new ViewPage(pages_, listener), "View");
@@ -153,13 +158,9 @@ void MainWindow::Place()
     for (std::size_t i = 0; i < pages_->GetPageCount(); ++i)
         least = std::max(least, static_cast<SettingsPage*>(pages_->GetPage(i))->LeastWidth());
     panes_->SetMinimumPaneSize(least);
-    panes_->SetSashGravity(1.0);
     side_->SetMinimumPaneSize(FromDIP(kLeastMap));
-    side_->SetSashGravity(1.0);
-    // A small window keeps room for the terrain.
-    const wxSize size = GetSize();
-    panes_->SplitVertically(picture_, side_, -std::min(place.sideWidth, size.x * 2 / 5));
-    side_->SplitHorizontally(pages_, mapPanel_, -std::min(place.mapHeight, size.y / 3));
+    panes_->Show(wxSPLIT_VERTICAL, picture_, side_, place.sideWidth);
+    side_->Show(wxSPLIT_HORIZONTAL, pages_, mapPanel_, place.mapHeight);
     SetMapShown(place.mapShown);
     SetSideShown(place.sideShown);
 }
@@ -190,6 +191,7 @@ void MainWindow::Start()
         Close(true);
         return;
     }
+    GetMenuBar()->Show();
     picture_->SetFocus();
     keepTimer_.Start(kKeepEvery);
     if (!OfferRecovery())
@@ -254,10 +256,8 @@ void MainWindow::Keep()
         place.width = GetSize().x;
         place.height = GetSize().y;
     }
-    if (panes_->IsSplit())
-        place.sideWidth = side_->GetSize().x;
-    if (side_->IsSplit())
-        place.mapHeight = mapPanel_->GetSize().y;
+    place.sideWidth = panes_->SecondSize();
+    place.mapHeight = side_->SecondSize();
     if (viewer_)
         kept_.view = viewer_->Settings();
     SaveSettings(kept_);
@@ -269,11 +269,9 @@ void MainWindow::SetMapShown(bool shown)
     if (shown == side_->IsSplit())
         return;
     if (shown)
-        side_->SplitHorizontally(pages_, mapPanel_, -kept_.window.mapHeight);
-    else {
-        kept_.window.mapHeight = std::max(mapPanel_->GetSize().y, FromDIP(kLeastMap));
+        side_->Show(wxSPLIT_HORIZONTAL, pages_, mapPanel_, side_->SecondSize());
+    else
         side_->Unsplit(mapPanel_);
-    }
 }
 
 void MainWindow::SetSideShown(bool shown)
@@ -282,11 +280,9 @@ void MainWindow::SetSideShown(bool shown)
     if (shown == panes_->IsSplit())
         return;
     if (shown)
-        panes_->SplitVertically(picture_, side_, -kept_.window.sideWidth);
-    else {
-        kept_.window.sideWidth = std::max(side_->GetSize().x, panes_->GetMinimumPaneSize());
+        panes_->Show(wxSPLIT_VERTICAL, picture_, side_, panes_->SecondSize());
+    else
         panes_->Unsplit(side_);
-    }
 }
 
 }  // namespace tessara

@@ -20,13 +20,13 @@ class wxInfoBar;
 class wxMenu;
 class wxNotebook;
 class wxPanel;
-class wxSplitterWindow;
 
 namespace tessara {
 
 class LegendPane;
 class LoadBar;
 class MapPane;
+class PaneSplitter;
 class ColorsPage;
 class DebugPage;
 class PicturePane;
@@ -136,8 +136,8 @@ private:
 
     wxPanel* root_ = nullptr;
     wxInfoBar* notes_ = nullptr;
-    wxSplitterWindow* panes_ = nullptr;
-    wxSplitterWindow* side_ = nullptr;
+    PaneSplitter* panes_ = nullptr;
+    PaneSplitter* side_ = nullptr;
     wxNotebook* pages_ = nullptr;
     wxPanel* mapPanel_ = nullptr;
     PicturePane* picture_ = nullptr;
