@@ -51,6 +51,13 @@ std::string HeightText(double metres)
     return Rounded(metres, 1) + " m";
 }
 
+std::string HeightText(const ElevationData& data, double metres)
+{
+    if (data.heightUnitName.empty())
+        return HeightText(metres);
+    return Rounded(metres / data.heightUnit, 1) + " " + data.heightUnitName + " (" + HeightText(metres) + ")";
+}
+
 std::string SlopeText(double degrees)
 {
     return FixedText(degrees, 1) + "°";

@@ -14,6 +14,9 @@ std::string LengthText(double metres);
 /// A height such as "1234.5 m".
 std::string HeightText(double metres);
 
+/// The same after the height in the unit of the terrain's file, where that is another one: "4050.2 ft (1234.5 m)".
+std::string HeightText(const ElevationData& data, double metres);
+
 /// A slope such as "23.4°".
 std::string SlopeText(double degrees);
 

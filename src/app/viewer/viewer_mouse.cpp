@@ -157,7 +157,7 @@ std::string Viewer::HeightUnderMouse() const
     const auto ground = document_ && mouse_ ? controller_->PointAt(*mouse_) : std::nullopt;
     if (!ground)
         return {};
-    return HeightText(document_->Ground().MetresAt(ground->x, ground->z)) + "   " +
+    return HeightText(document_->Data(), document_->Ground().MetresAt(ground->x, ground->z)) + "   " +
            SlopeText(document_->Ground().SlopeAt(ground->x, ground->z));
 }
 

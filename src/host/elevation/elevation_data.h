@@ -27,6 +27,8 @@ struct ElevationData {
     double stepY = -1.0;             ///< from one row to the next, negative towards the south
     std::string referenceSystem;     ///< name of the coordinate reference system, empty when the file has none
     std::string referenceWkt;        ///< the same in well-known text
+    double heightUnit = 1.0;         ///< metres in one of the file's units of heights
+    std::string heightUnitName;      ///< such as "ft"; empty where the file's heights are metres
     std::string format;              ///< name of the file format
     std::vector<std::string> notes;  ///< one sentence each for the user: filled cells, reduced size, assumed units
 };

@@ -102,6 +102,8 @@ ElevationData Read(const std::string& path, const ElevationReadOptions& options,
     source.Prepare(data.width, data.height);
     const GroundReference ground = LearnGround(source.Dataset(), options.spacing, data);
     ReadHeights(source, data, progress);
+    data.heightUnit = source.Unit().metres;
+    data.heightUnitName = source.Unit().name;
     const std::vector<std::string> notes = source.Notes();
     data.notes.insert(data.notes.end(), notes.begin(), notes.end());
     Flip(ground, data);

@@ -53,10 +53,12 @@ HeightUnit HeightUnitOf(std::string_view name)
     const auto* unit =
         std::find_if(std::begin(kUnits), std::end(kUnits), [&](const KnownUnit& known) { return known.name == lower; });
     if (unit == std::end(kUnits))
-        return {1.0, "The file's unit of heights, " + std::string(name) + ", is not known; they were taken as metres."};
+        return {
+            1.0, {}, "The file's unit of heights, " + std::string(name) + ", is not known; they were taken as metres."};
     if (unit->metres == 1.0)
         return {};
-    return {unit->metres, "Heights were converted to metres from the file's unit, " + std::string(name) + "."};
+    return {unit->metres, std::string(name),
+            "Heights were converted to metres from the file's unit, " + std::string(name) + "."};
 }
 
 }  // namespace tessara

@@ -8,6 +8,7 @@ namespace tessara {
 /// A unit of heights.
 struct HeightUnit {
     double metres = 1.0;  ///< in one of it
+    std::string name;     ///< as the file has it, empty for metres
     std::string note;     ///< a sentence for the user where the unit is not metres
 };
 

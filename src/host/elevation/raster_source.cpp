@@ -2,7 +2,6 @@
 
 #include "host/elevation/elevation_error.h"
 #include "host/elevation/elevation_path.h"
-#include "host/elevation/height_unit.h"
 
 #include <gdal_priv.h>
 
@@ -126,11 +125,11 @@ void RasterSource::ChooseBand()
 
 void RasterSource::LearnUnit()
 {
-    const HeightUnit unit = HeightUnitOf(band_->GetUnitType());
-    if (!unit.note.empty())
-        notes_.push_back(unit.note);
-    scale_ = band_->GetScale() * unit.metres;
-    offset_ = band_->GetOffset() * unit.metres;
+    unit_ = HeightUnitOf(band_->GetUnitType());
+    if (!unit_.note.empty())
+        notes_.push_back(unit_.note);
+    scale_ = band_->GetScale() * unit_.metres;
+    offset_ = band_->GetOffset() * unit_.metres;
     if (!std::isfinite(scale_) || !std::isfinite(offset_) || scale_ == 0.0)
         Fail("its scale of heights is not usable");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/elevation/gdal_session.h"
+#include "host/elevation/height_unit.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -48,6 +49,9 @@ public:
     /// Sentences on how the heights were understood. Complete after the last row.
     std::vector<std::string> Notes() const;
 
+    /// The unit of the file's heights. What is read is in metres.
+    const HeightUnit& Unit() const noexcept { return unit_; }
+
     GDALDataset& Dataset() const { return *dataset_; }
 
 private:
@@ -72,6 +76,7 @@ private:
     GDALRasterBand* reader_ = nullptr;  // the band, or an overview of it
     std::optional<double> noData_;
     bool declaresNoData_ = false;
+    HeightUnit unit_;
     double scale_ = 1.0;  // metres = value * scale_ + offset_
     double offset_ = 0.0;
     std::vector<double> values_;

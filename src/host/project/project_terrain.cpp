@@ -29,9 +29,10 @@ constexpr float kLargestMetres = 1e7f;
 
 /// Where the settings of a terrain's place on the ground go.
 constexpr std::pair<const char*, double ElevationData::*> kGroundNumbers[] = {
-    {"spacing.east", &ElevationData::spacingX}, {"spacing.south", &ElevationData::spacingY},
-    {"origin.x", &ElevationData::originX},      {"origin.y", &ElevationData::originY},
-    {"step.x", &ElevationData::stepX},          {"step.y", &ElevationData::stepY},
+    {"spacing.east", &ElevationData::spacingX},  {"spacing.south", &ElevationData::spacingY},
+    {"origin.x", &ElevationData::originX},       {"origin.y", &ElevationData::originY},
+    {"step.x", &ElevationData::stepX},           {"step.y", &ElevationData::stepY},
+    {"height.unit", &ElevationData::heightUnit},
 };
 constexpr std::pair<const char*, bool ElevationData::*> kGroundSwitches[] = {
     {"georeferenced", &ElevationData::georeferenced},
@@ -40,6 +41,7 @@ constexpr std::pair<const char*, bool ElevationData::*> kGroundSwitches[] = {
 constexpr std::pair<const char*, std::string ElevationData::*> kGroundTexts[] = {
     {"reference.name", &ElevationData::referenceSystem},
     {"reference.wkt", &ElevationData::referenceWkt},
+    {"height.unitName", &ElevationData::heightUnitName},
 };
 
 /// Items of a value that has so many, or nothing.
@@ -122,6 +124,10 @@ void ReadGround(const ProjectPlace& place, const ProjectSettings& settings, Elev
         data.*member = NumberOf(settings, name, 0.0) != 0.0;
     for (const auto& [name, member] : kGroundTexts)
         data.*member = TextOf(settings, name);
+    if (!IsSpacing(data.heightUnit)) {
+        data.heightUnit = 1.0;
+        data.heightUnitName.clear();
+    }
     if (!IsSpacing(data.spacingX) || !IsSpacing(data.spacingY))
         data.spacingX = data.spacingY = SpacingOf(place, data);
 }

@@ -106,6 +106,11 @@ TEST(ViewText, LengthsHeightsAndCounts)
           Case{CountText(std::numeric_limits<std::uint64_t>::max()),
                "18\u202F446\u202F744\u202F073\u202F709\u202F551\u202F615"}})
         EXPECT_EQ(each.text, each.expected);
+    ElevationData data;
+    EXPECT_EQ(HeightText(data, 12.0), "12.0 m");
+    data.heightUnit = 0.3048;
+    data.heightUnitName = "ft";
+    EXPECT_EQ(HeightText(data, 304.8), "1000.0 ft (304.8 m)");
 }
 
 TEST(ViewText, PlacesInTheUnitsOfTheFile)

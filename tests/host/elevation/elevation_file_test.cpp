@@ -144,6 +144,9 @@ TEST_F(ElevationFileTest, HeightsComeInMetresWhateverTheFileCountsIn)
         EXPECT_FLOAT_EQ(data.metres[0], expected);
         EXPECT_EQ(data.notes.size(), *note != '\0' ? 2u : 1u);  // one is on the spacing
         EXPECT_TRUE(HasNote(data, note));
+        const bool converted = *note != '\0' && !std::string_view(note).ends_with("not known");
+        EXPECT_EQ(data.heightUnitName, converted ? unit : "");
+        EXPECT_FLOAT_EQ(static_cast<float>((1000.0 * scale + offset) * data.heightUnit), expected);
     }
 }
 
