@@ -1,8 +1,10 @@
 #include "dialog/ctexture_detail_dlg.h"
 #include "dialog/database_selector.h"
 #include "dialog/detail_resources.h"
+#include "dialog/image_filter.h"
 #include "platform/com/bstr.h"
 #include "platform/ui/cfile_dialog.h"
+#include "platform/ui/wait_cursor.h"
 #include "services/image_file.h"
 #include "services/kvo_host.h"
 #include "services/progress_window.h"
@@ -13,18 +15,6 @@
 using namespace tessara;
 
 namespace {
-
-constexpr char kImageFilter[] = "JPEG Files (*.jpg)|*.jpg|Bitmap Files (*.bmp)|*.bmp|PNG Files (*.png)|*.png|"
-                                "Adobe Photoshop Files (*.psd)|*.psd|Targa Files (*.tga)|*.tga|"
-                                "More Files... (*.*)|*.*|";
-
-class WaitCursor {
-public:
-    WaitCursor() { CWnd::BeginWaitCursor(); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-    ~WaitCursor() { CWnd::EndWaitCursor(); }
-};
 
 /// Tells the user, where the host shows messages.
 void Tell(IProgressWindow* progress, UINT text)

@@ -1,5 +1,7 @@
+#include "dialog/image_filter.h"
 #include "platform/ui/cfile_dialog.h"
 #include "platform/ui/resource_table.h"
+#include "platform/ui/wait_cursor.h"
 #include "services/image_file.h"
 #include "services/kvo_host.h"
 #include "services/progress_window.h"
@@ -14,18 +16,6 @@ constexpr UINT kImportFailed = 103;
 
 const tessara::StringResource kStrings[] = {{kImportFailed, "Error Importing Texture"}};
 const tessara::StringTable g_strings(kStrings);
-
-constexpr char kImageFilter[] = "JPEG Files (*.jpg)|*.jpg|Bitmap Files (*.bmp)|*.bmp|PNG Files (*.png)|*.png|"
-                                "Adobe Photoshop Files (*.psd)|*.psd|Targa Files (*.tga)|*.tga|"
-                                "More Files... (*.*)|*.*|";
-
-class WaitCursor {
-public:
-    WaitCursor() { CWnd::BeginWaitCursor(); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-    ~WaitCursor() { CWnd::EndWaitCursor(); }
-};
 
 /// Closes a reader whose file was opened.
 class OpenImage {
@@ -68,7 +58,8 @@ HRESULT CoTessara::ImportTextureSource(IUnknown* parent)
     return Guard(
         [&] {
             CWnd* const owner = parent ? reinterpret_cast<CWnd*>(parent) : AfxGetMainWnd();
-            CFileDialog dialog(TRUE, "*.*", nullptr, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, kImageFilter, owner);
+            CFileDialog dialog(TRUE, "*.*", nullptr, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, tessara::kImageFilter,
+                               owner);
             if (dialog.DoModal() != IDOK)
                 return E_FAIL;
             ComPtr<IImageFile> image;
@@ -83,7 +74,7 @@ HRESULT CoTessara::ImportTextureSource(IUnknown* parent)
 /// Reads a picture under the wait cursor and puts it into the source slot.
 HRESULT CoTessara::ImportImage(ComPtr<IImageFile> image, const std::string& path)
 {
-    const WaitCursor cursor;
+    const tessara::WaitCursor cursor;
     const tessara::BstrHolder name(path);
     ComPtr<IProgressWindow> progress;
     m_pKvo->GetProgressWindow(progress.Out());

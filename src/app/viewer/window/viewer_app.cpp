@@ -3,14 +3,11 @@
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/settings_file.h"
 #include "platform/com/types.h"
-#include "platform/system/debug_output.h"
+#include "platform/ui/wx/start_toolkit.h"
 
-#include <gdk/gdk.h>
-#include <gtk/gtk.h>
 #include <langinfo.h>
 #include <wx/app.h>
 #include <wx/init.h>
-#include <wx/log.h>
 #include <wx/msgdlg.h>
 
 #include <clocale>
@@ -24,7 +21,13 @@ namespace {
 
 class ViewerApp final : public wxApp {
 public:
-    bool OnInit() override { return true; }
+    bool OnInit() override
+    {
+        SetAppName("tessara");
+        SetAppDisplayName("Tessara");
+        SetClassName("tessara");
+        return true;
+    }
 
     /// Whatever goes wrong in a handler is told, and the window lives on.
     bool OnExceptionInMainLoop() override
@@ -40,39 +43,12 @@ public:
     }
 };
 
-void ReportAssert(const wxString& file, int line, const wxString&, const wxString& condition, const wxString& message)
-{
-    const std::string text = "Viewer: " + message.utf8_string() + " (" + condition.utf8_string() + ", " +
-                             file.utf8_string() + ":" + std::to_string(line) + ") \n";
-    OutputDebugStringA(text.c_str());
-}
-
 /// File names are UTF-8 whatever the terminal speaks; numbers keep their decimal point.
 void SetLetters()
 {
     std::setlocale(LC_CTYPE, "");
     if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0)
         std::setlocale(LC_CTYPE, "C.UTF-8");
-}
-
-bool StartToolkit()
-{
-    SetLetters();
-    gtk_disable_setlocale();
-    // The canvases speak GLX. Desktops of another kind offer X11 as well.
-    gdk_set_allowed_backends("x11,*");
-    wxSetAssertHandler(&ReportAssert);
-    static char name[] = "tessara";
-    static char* arguments[] = {name, nullptr};
-    static int count = 1;
-    const wxLogNull quiet;
-    wxApp::SetInstance(new ViewerApp);
-    if (!wxEntryStart(count, arguments))
-        return false;
-    wxTheApp->SetAppName("tessara");
-    wxTheApp->SetAppDisplayName("Tessara");
-    wxTheApp->SetClassName("tessara");
-    return wxTheApp->CallOnInit();
 }
 
 ViewResult RunWindow(const ViewRequest& request)
@@ -95,7 +71,8 @@ ViewResult RunWindow(const ViewRequest& request)
 /// See kViewerEntry.
 extern "C" TESSARA_EXPORT tessara::ViewResult TessaraViewer1(const tessara::ViewRequest& request)
 {
-    if (!tessara::StartToolkit())
+    tessara::SetLetters();
+    if (!tessara::StartToolkit(new tessara::ViewerApp, "Viewer"))
         return tessara::ViewResult::NoDisplay;
     const tessara::ViewResult result = tessara::RunWindow(request);
     wxTheApp->OnExit();
