@@ -110,8 +110,11 @@ TEST(LightMap, NormalsLeanAwayFromRisingGround)
 
 TEST(LightMap, LargeFlatGroundAtZeroIsSeaAndOtherGroundIsNot)
 {
-    const auto sea = [](int level) {
-        const auto data = MakeElevation(32, 32, 10.0, 10.0, [level](int x, int) { return x < 12 ? level : 40 + x; });
+    const auto sea = [](int level, int dug = 0) {
+        const auto data = MakeElevation(32, 32, 10.0, 10.0, [=](int x, int y) {
+            const int ground = x < 12 ? level : 40 + x;
+            return x < 5 && y < dug ? -9 : ground;
+        });
         return MakeLightMap(data, 1.0, kSunInTheWest, 4096).water;
     };
     const auto water = sea(0);
@@ -119,6 +122,8 @@ TEST(LightMap, LargeFlatGroundAtZeroIsSeaAndOtherGroundIsNot)
     EXPECT_EQ(std::count(water.begin(), water.end(), 255), 12 * 32);
     EXPECT_TRUE(sea(5).empty());
     EXPECT_TRUE(sea(-3).empty());
+    EXPECT_EQ(sea(0, 3), water) << "a hole in its ground";
+    EXPECT_TRUE(sea(0, 20).empty()) << "low land";
 }
 
 TEST(LightMap, ALargeGridIsAveragedDown)

@@ -16,6 +16,9 @@ namespace {
 constexpr double kLeastSeaShare = 0.004;
 constexpr std::size_t kLeastSeaPoints = 64;
 
+/// So many points below it, for each at it, make it low land.
+constexpr double kMostBelowSea = 0.1;
+
 constexpr double kSunlightShare = 0.4;  // of the time
 
 /// How the grid of a light map lies over the terrain's.
@@ -95,19 +98,23 @@ float Skylight(const HeightGrid& grid, int column, int row)
     return open / 8.0f;
 }
 
-/// Marks the points at exactly 0 m where those are the lowest ones and many.
+/// Marks the points that aren't above 0 m, where many are at exactly 0 m and few below: a sea, into which somebody may
+/// have dug, and not a low land.
 std::vector<std::uint8_t> FindSea(const ElevationData& data, const HeightGrid& grid)
 {
-    if (data.minimum != 0.0f || data.maximum <= 0.0f)
+    if (data.minimum > 0.0f || data.maximum <= 0.0f)
         return {};
     std::vector<std::uint8_t> water;
     water.reserve(grid.heights.size());
     std::size_t count = 0;
+    std::size_t below = 0;
     for (const float height : grid.heights) {
         water.push_back(height <= 0.0f ? 255 : 0);
-        count += height <= 0.0f ? 1 : 0;
+        count += height == 0.0f ? 1 : 0;
+        below += height < 0.0f ? 1 : 0;
     }
-    if (count < kLeastSeaPoints || static_cast<double>(count) < kLeastSeaShare * static_cast<double>(water.size()))
+    if (count < kLeastSeaPoints || static_cast<double>(count) < kLeastSeaShare * static_cast<double>(water.size()) ||
+        static_cast<double>(below) > kMostBelowSea * static_cast<double>(count))
         water.clear();
     return water;
 }
