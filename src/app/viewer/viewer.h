@@ -71,6 +71,9 @@ public:
     /// The terrain's name in the project.
     const std::string& Element() const noexcept { return element_; }
 
+    /// Whether the work was recovered and is in no project that a person knows.
+    bool IsRecovered() const noexcept { return recovered_; }
+
     /// The textures or their switches have changed, by way of the surface.
     void TexturesChanged();
 

@@ -183,11 +183,12 @@ bool MainWindow::OfferRecovery()
 {
     for (Recovery& each : FindRecoveries()) {
         const wxDateTime time(std::chrono::system_clock::to_time_t(each.Time()));
-        const wxString subject =
-            each.ProjectPath().empty() ? wxString("a terrain that was never saved") : Wide(each.ProjectPath());
+        const ProjectFile work(each.Path());
+        const std::string terrain = KeptTerrain(work);
+        const wxString subject = Wide(each.ProjectPath().empty() ? terrain : each.ProjectPath());
         wxMessageDialog question(this,
-                                 "The viewer ended unexpectedly, with unsaved work on " + subject + " of " +
-                                     time.FormatISOCombined(' ') + ". Recover it?",
+                                 "The viewer ended unexpectedly. Recover the unsaved work on " + subject +
+                                     ", kept on " + time.FormatISODate() + " at " + time.FormatISOTime() + "?",
                                  "Tessara", wxYES_NO | wxCANCEL | wxICON_QUESTION);
         question.SetYesNoCancelLabels("&Recover", "&Discard", "&Later");
         const int answer = question.ShowModal();
@@ -195,10 +196,9 @@ bool MainWindow::OfferRecovery()
             each.Discard();
         if (answer != wxID_YES)
             continue;
-        const ProjectFile work(each.Path());
-        TerrainRequest terrain{.path = each.Path(), .element = KeptTerrain(work), .recoveredFor = each.ProjectPath()};
+        TerrainRequest request{.path = each.Path(), .element = terrain, .recoveredFor = each.ProjectPath()};
         recovery_ = std::move(each);
-        Begin(std::move(terrain));
+        Begin(std::move(request));
         return true;
     }
     return false;

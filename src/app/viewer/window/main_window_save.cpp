@@ -53,7 +53,9 @@ wxFileName Proposed(const tessara::Viewer& viewer, const TerrainDocument& docume
 
 std::string MainWindow::NameOfWork() const
 {
-    return TerrainName(viewer_->ProjectPath().empty() ? viewer_->Document().Path() : viewer_->ProjectPath());
+    if (!viewer_->ProjectPath().empty())
+        return TerrainName(viewer_->ProjectPath());
+    return viewer_->IsRecovered() ? viewer_->Element() : TerrainName(viewer_->Document().Path());
 }
 
 bool MainWindow::MayLeave()
