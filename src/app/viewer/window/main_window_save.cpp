@@ -42,6 +42,8 @@ wxFileName Proposed(const tessara::Viewer& viewer, const TerrainDocument& docume
                     const char* ending)
 {
     wxFileName name(Wide(viewer.ProjectPath().empty() ? document.Path() : viewer.ProjectPath()));
+    if (viewer.ProjectPath().empty() && viewer.IsRecovered())
+        name = wxFileName(wxString(), Wide(viewer.Element()));  // the file that it comes from is none of the user's
     if (!name.IsOk() || name.GetName().empty())
         name.SetName("sample");
     name.SetName(name.GetName() + suffix);
