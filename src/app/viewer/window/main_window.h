@@ -125,6 +125,7 @@ private:
     ViewRequest request_;
     KeptSettings kept_;
     bool failed_ = false;
+    int running_ = 0;  // commands that aren't done
     bool hasSource_ = false;
     bool stateRequested_ = false;
     std::string loading_;

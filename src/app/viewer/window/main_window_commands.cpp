@@ -20,6 +20,7 @@ constexpr double kBrushStep = 1.2;
 
 void MainWindow::Run(int command)
 {
+    ++running_;
     try {
         Do(command);
     } catch (const std::bad_alloc&) {
@@ -27,6 +28,7 @@ void MainWindow::Run(int command)
     } catch (const std::exception& error) {
         ShowError(error.what());
     }
+    --running_;
     Changed({false, false, true});
 }
 

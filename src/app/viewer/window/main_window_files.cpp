@@ -119,7 +119,8 @@ void MainWindow::WatchLoader()
         return;
     }
     bar_->Step(loader_->Fraction());
-    if (!loader_->IsDone())
+    // A command with a dialog on the screen works on the old terrain.
+    if (!loader_->IsDone() || running_ > 0)
         return;
     loadTimer_.Stop();
     const std::unique_ptr<TerrainLoader> done = std::move(loader_);
