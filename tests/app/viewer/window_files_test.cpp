@@ -12,6 +12,7 @@
 #include <gtk/gtk.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <wx/dialog.h>
 #include <wx/dnd.h>
 #include <wx/menu.h>
 
@@ -201,6 +202,26 @@ TEST_F(ViewerWindow, OpensItsDialogsAndClosesThemAtEscape)
     user.Wait(300);
     EXPECT_THAT(answers.Messages(), ElementsAre("Keys and Mouse", "Terrain Information", "Terrain Detail"));
     EXPECT_FALSE(user.Viewer().HasUnsavedWork());
+}
+
+TEST_F(ViewerWindow, AFileThatIsReadWaitsForADialogOnTheTerrain)
+{
+    const WindowUser user(Valley("valley.tif"));
+    int width = 0;
+    wxTimer timer;
+    timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+        width = user.Viewer().Document().Data().width;
+        for (wxWindow* window : wxTopLevelWindows) {
+            auto* const dialog = dynamic_cast<wxDialog*>(window);
+            if (dialog && dialog->IsModal())
+                dialog->EndModal(wxID_CANCEL);
+        }
+    });
+    user.Window().Load(Valley("other.tif", 60));
+    timer.StartOnce(1500);
+    user.Window().Run(kTerrainDetail);
+    EXPECT_EQ(width, 90);
+    EXPECT_TRUE(user.WaitFor([&] { return user.Viewer().Document().Data().width == 60; }));
 }
 
 TEST_F(ViewerWindow, OpensFiftyFilesWithoutGrowing)
