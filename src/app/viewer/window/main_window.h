@@ -129,6 +129,7 @@ private:
     bool hasSource_ = false;
     bool stateRequested_ = false;
     std::string loading_;
+    WorkState left_;  // the work that may be left for what is being loaded
     wxTimer loadTimer_;
     wxTimer keepTimer_;
     WorkKeeper keeper_;

@@ -101,6 +101,7 @@ void MainWindow::Begin(TerrainRequest terrain)
     terrain.exaggeration = settings.exaggeration;
     terrain.sun = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection;
     loading_ = terrain.recoveredFor.value_or(terrain.path);
+    left_ = viewer_->Work();
     const std::string title = terrain.recoveredFor ? "Recovering the unsaved work"
                               : loading_.empty()   ? "Making the sample"
                                                    : "Reading " + TerrainName(loading_);
@@ -126,7 +127,9 @@ void MainWindow::WatchLoader()
     const std::unique_ptr<TerrainLoader> done = std::move(loader_);
     bar_->End();
     try {
-        if (auto terrain = done->Take())
+        auto terrain = done->Take();
+        // What was done to the old terrain meanwhile has its own question.
+        if (terrain && (viewer_->Work() == left_ || MayLeave()))
             Opened(std::move(*terrain));
         else
             Tell("Cancelled");
