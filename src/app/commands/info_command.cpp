@@ -4,7 +4,7 @@
 #include "app/output/frame_dump.h"
 #include "app/output/report.h"
 #include "app/output/temporary_file.h"
-#include "app/scene/framing.h"
+#include "app/view/framing.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
 #include "host/terrain_session.h"

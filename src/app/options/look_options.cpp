@@ -1,7 +1,7 @@
 #include "app/options/look_options.h"
 
 #include "app/options/number_list.h"
-#include "app/scene/palettes.h"
+#include "app/view/palettes.h"
 #include "host/project/project_view.h"
 
 #include <CLI/App.hpp>

@@ -2,7 +2,7 @@
 
 #include "app/options/number_range.h"
 #include "app/options/view_options.h"
-#include "app/scene/palettes.h"
+#include "app/view/palettes.h"
 #include "host/console_progress.h"
 #include "host/elevation/sample_terrain.h"
 #include "host/project/project_file.h"

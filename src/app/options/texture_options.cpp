@@ -3,7 +3,7 @@
 #include "app/input/image_reader.h"
 #include "app/input/texture_lookup.h"
 #include "app/options/number_list.h"
-#include "app/scene/saved_textures.h"
+#include "app/view/saved_textures.h"
 #include "host/console_progress.h"
 #include "host/project/project_place.h"
 #include "platform/com/bstr.h"

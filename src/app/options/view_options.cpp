@@ -2,7 +2,7 @@
 
 #include "app/options/number_list.h"
 #include "app/options/number_range.h"
-#include "app/scene/framing.h"
+#include "app/view/framing.h"
 #include "host/ground_frame.h"
 #include "host/project/project_view.h"
 

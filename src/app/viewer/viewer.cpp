@@ -2,9 +2,9 @@
 
 #include "app/output/png_file.h"
 #include "app/output/temporary_file.h"
-#include "app/scene/framing.h"
-#include "app/scene/saved_textures.h"
-#include "app/viewer/view_overlay.h"
+#include "app/view/framing.h"
+#include "app/view/saved_textures.h"
+#include "app/viewer/picture/view_overlay.h"
 #include "platform/gl/render_target.h"
 #include "surface/itessara.h"
 

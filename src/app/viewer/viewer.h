@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/viewer/background_light.h"
-#include "app/viewer/camera_controller.h"
-#include "app/viewer/map_view.h"
-#include "app/viewer/project_look.h"
-#include "app/viewer/terrain_document.h"
-#include "app/viewer/terrain_loader.h"
-#include "app/viewer/terrain_view.h"
+#include "app/viewer/camera/camera_controller.h"
+#include "app/viewer/picture/background_light.h"
+#include "app/viewer/picture/map_view.h"
+#include "app/viewer/picture/terrain_view.h"
+#include "app/viewer/terrain/terrain_document.h"
+#include "app/viewer/terrain/terrain_loader.h"
+#include "app/viewer/work/project_look.h"
 
 #include <chrono>
 #include <functional>

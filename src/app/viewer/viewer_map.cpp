@@ -1,4 +1,4 @@
-#include "app/viewer/view_overlay.h"
+#include "app/viewer/picture/view_overlay.h"
 #include "app/viewer/viewer.h"
 #include "surface/itessara.h"
 

@@ -1,4 +1,4 @@
-#include "app/viewer/view_text.h"
+#include "app/viewer/picture/view_text.h"
 #include "app/viewer/viewer.h"
 
 #include <algorithm>

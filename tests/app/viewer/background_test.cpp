@@ -1,5 +1,5 @@
-#include "app/viewer/background_light.h"
-#include "app/viewer/terrain_loader.h"
+#include "app/viewer/picture/background_light.h"
+#include "app/viewer/terrain/terrain_loader.h"
 #include "host/elevation/elevation_writer.h"
 #include "host/elevation/sample_terrain.h"
 #include "host/test_elevation.h"

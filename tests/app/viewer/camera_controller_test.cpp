@@ -1,4 +1,4 @@
-#include "app/viewer/camera_controller.h"
+#include "app/viewer/camera/camera_controller.h"
 #include "app/viewer/test_ground.h"
 
 #include <gtest/gtest.h>

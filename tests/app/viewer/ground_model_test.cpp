@@ -1,4 +1,4 @@
-#include "app/viewer/ground_model.h"
+#include "app/viewer/terrain/ground_model.h"
 #include "app/viewer/test_ground.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "app/viewer/height_brush.h"
-#include "app/viewer/height_history.h"
+#include "app/viewer/terrain/height_brush.h"
+#include "app/viewer/terrain/height_history.h"
 #include "app/viewer/test_ground.h"
 
 #include <gtest/gtest.h>

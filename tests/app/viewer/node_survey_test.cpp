@@ -1,5 +1,5 @@
-#include "app/viewer/node_survey.h"
 #include "app/viewer/open_viewer.h"
+#include "app/viewer/picture/node_survey.h"
 #include "host/terrain_session.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/viewer/text_painter.h"
+#include "app/viewer/picture/text_painter.h"
 #include "app/viewer/viewer.h"
 #include "host/camera.h"
 #include "host/kvo_host.h"

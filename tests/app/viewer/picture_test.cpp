@@ -1,5 +1,5 @@
 #include "app/picture.h"
-#include "app/scene/framing.h"
+#include "app/view/framing.h"
 #include "app/viewer/open_viewer.h"
 #include "host/terrain_session.h"
 #include "support/scratch_folder.h"

@@ -1,9 +1,9 @@
-#include "app/scene/palettes.h"
-#include "app/viewer/height_colors.h"
-#include "app/viewer/map_view.h"
+#include "app/view/palettes.h"
+#include "app/viewer/picture/height_colors.h"
+#include "app/viewer/picture/map_view.h"
+#include "app/viewer/picture/view_text.h"
 #include "app/viewer/test_ground.h"
-#include "app/viewer/view_settings.h"
-#include "app/viewer/view_text.h"
+#include "app/viewer/work/view_settings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/scene/framing.h"
-#include "app/viewer/camera_controller.h"
+#include "app/view/framing.h"
+#include "app/viewer/camera/camera_controller.h"
 #include "host/ground_frame.h"
 #include "host/test_elevation.h"
 

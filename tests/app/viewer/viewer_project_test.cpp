@@ -1,8 +1,8 @@
 // An open terrain, its project and its unsaved work, on a context off the screen.
 
-#include "app/viewer/text_painter.h"
+#include "app/viewer/picture/text_painter.h"
 #include "app/viewer/viewer.h"
-#include "app/viewer/work_keeper.h"
+#include "app/viewer/work/work_keeper.h"
 #include "host/kvo_host.h"
 #include "host/project/project_file.h"
 #include "host/project/project_terrain.h"

@@ -4,7 +4,7 @@
 #include "app/viewer/window/picture_pane.h"
 #include "app/viewer/window/window_commands.h"
 #include "app/viewer/window_fixture.h"
-#include "app/viewer/work_keeper.h"
+#include "app/viewer/work/work_keeper.h"
 #include "host/elevation/elevation_file.h"
 #include "host/process_memory.h"
 

@@ -4,7 +4,7 @@
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
 #include "app/output/temporary_file.h"
-#include "app/scene/palettes.h"
+#include "app/view/palettes.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
 #include "host/project/project_file.h"

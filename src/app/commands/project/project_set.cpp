@@ -4,7 +4,7 @@
 #include "app/options/terrain_input.h"
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
-#include "app/scene/palettes.h"
+#include "app/view/palettes.h"
 #include "host/project/project_file.h"
 #include "host/project/project_terrain.h"
 #include "host/project/project_writer.h"

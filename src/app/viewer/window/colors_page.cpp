@@ -1,6 +1,6 @@
 #include "app/viewer/window/colors_page.h"
 
-#include "app/scene/palettes.h"
+#include "app/view/palettes.h"
 #include "app/viewer/viewer.h"
 #include "app/viewer/window/window_commands.h"
 #include "app/viewer/window/window_text.h"

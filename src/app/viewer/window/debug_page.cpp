@@ -1,7 +1,7 @@
 #include "app/viewer/window/debug_page.h"
 
-#include "app/viewer/terrain_view.h"
-#include "app/viewer/view_text.h"
+#include "app/viewer/picture/terrain_view.h"
+#include "app/viewer/picture/view_text.h"
 #include "app/viewer/window/window_commands.h"
 #include "app/viewer/window/window_text.h"
 #include "platform/system/number_text.h"

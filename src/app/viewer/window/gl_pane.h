@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/viewer/camera_controller.h"
+#include "app/viewer/camera/camera_controller.h"
 
 #include <wx/glcanvas.h>
 

@@ -1,6 +1,6 @@
 #include "app/viewer/window/legend_pane.h"
 
-#include "app/viewer/view_text.h"
+#include "app/viewer/picture/view_text.h"
 #include "app/viewer/window/window_text.h"
 #include "platform/system/number_text.h"
 

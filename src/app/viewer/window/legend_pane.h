@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/viewer/height_colors.h"
+#include "app/viewer/picture/height_colors.h"
 
 #include <wx/panel.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/viewer/view_request.h"
-#include "app/viewer/view_settings.h"
 #include "app/viewer/viewer.h"
 #include "app/viewer/window/settings_listener.h"
-#include "app/viewer/work_keeper.h"
+#include "app/viewer/work/view_settings.h"
+#include "app/viewer/work/work_keeper.h"
 #include "host/project/autosave.h"
 
 #include <wx/frame.h>

@@ -1,4 +1,4 @@
-#include "app/viewer/key_help.h"
+#include "app/viewer/window/key_help.h"
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/picture_pane.h"
 #include "app/viewer/window/table_dialog.h"

@@ -1,4 +1,4 @@
-#include "app/viewer/view_text.h"
+#include "app/viewer/picture/view_text.h"
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/picture_dialog.h"
 #include "app/viewer/window/picture_pane.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/viewer/terrain_view.h"
+#include "app/viewer/picture/terrain_view.h"
 #include "app/viewer/window/fly_mode.h"
 #include "app/viewer/window/gl_pane.h"
 #include "app/viewer/window/smooth_frame.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/viewer/view_settings.h"
+#include "app/viewer/work/view_settings.h"
 
 #include <functional>
 

@@ -1,0 +1,46 @@
+#include "app/view/saved_textures.h"
+
+#include "host/project/project_place.h"
+#include "platform/com/bstr.h"
+#include "platform/gl/gl.h"
+#include "surface/itessara.h"
+
+#include <stdexcept>
+
+namespace tessara {
+
+namespace {
+
+std::string DetailName(ITessara& surface)
+{
+    BstrHolder name;
+    BstrHolder table;
+    surface.GetDBTextureDetailName(name.Out(), table.Out());
+    return name.Narrow();
+}
+
+bool HasDetail(ITessara& surface)
+{
+    surface.ActivateDetailTexture();
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    surface.ActivateCanvasTexture();  // there is none: both units are off again
+    return bound != 0;
+}
+
+}  // namespace
+
+std::string TakeSavedTextures(ITessara& surface, ProjectPlace& saved)
+{
+    const HRESULT result = surface.LoadSerializedTextures(&saved);
+    if (FAILED(result))
+        throw std::runtime_error("OpenGL can't hold the source image of the terrain \"" + saved.Name() + "\".");
+    if (FAILED(surface.ActivateSourceTexture()))
+        surface.UseTextureSource(0);
+    if (HasDetail(surface))
+        return {};
+    surface.UseTextureDetail(0);
+    return result == S_FALSE ? DetailName(surface) : std::string();
+}
+
+}  // namespace tessara

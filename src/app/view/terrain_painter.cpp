@@ -1,0 +1,197 @@
+#include "app/view/terrain_painter.h"
+
+#include "app/view/terrain_shaders.h"
+#include "host/camera.h"
+#include "host/terrain_session.h"
+#include "platform/com/bstr.h"
+
+#include <stdexcept>
+
+namespace tessara {
+
+namespace {
+
+/// Lets shaders find the light map, in which the outermost texels stand on the outermost grid points.
+void SetLightPlace(const ShaderProgram& program, const GroundFrame& ground, int width, int height)
+{
+    const auto scale = [](double extent, int texels) { return extent > 0.0 ? (texels - 1) / (extent * texels) : 0.0; };
+    program.Set("lightScale", scale(ground.Width(), width), 0.0, scale(ground.Depth(), height));
+    program.Set("lightOrigin", 0.5 / width, 0.0, 0.5 / height);
+}
+
+void Set(const ShaderProgram& program, const char* name, const Vector3& value)
+{
+    program.Set(name, value.x, value.y, value.z);
+}
+
+}  // namespace
+
+TerrainPainter::TerrainPainter(const GlFunctions& gl, const TerrainSession& terrain, const Atmosphere& atmosphere,
+                               const LightMap& light, bool withShaders)
+    : gl_(gl),
+      terrain_(terrain),
+      atmosphere_(atmosphere),
+      lightWidth_(light.width),
+      lightHeight_(light.height),
+      hasWater_(!light.water.empty())
+{
+    if (!withShaders)
+        return;
+    try {
+        program_ = std::make_unique<ShaderProgram>(gl, kTerrainVertexShader, kTerrainFragmentShader);
+    } catch (const std::runtime_error&) {
+        return;  // an old driver: OpenGL's own light still works
+    }
+    SetLight(light);
+}
+
+void TerrainPainter::SetLight(const LightMap& light)
+{
+    if (!program_)
+        return;
+    lightWidth_ = light.width;
+    lightHeight_ = light.height;
+    light_ = std::make_unique<Texture>(gl_, GL_RGBA16, light.width, light.height, GL_RGBA, GL_UNSIGNED_SHORT,
+                                       light.texels.data());
+    hasWater_ = !light.water.empty();
+    water_.reset();
+    if (hasWater_)
+        water_ = std::make_unique<Texture>(gl_, GL_LUMINANCE8, light.width, light.height, GL_LUMINANCE,
+                                           GL_UNSIGNED_BYTE, light.water.data());
+}
+
+void TerrainPainter::UpdateLight(const LightMap& light, const GridArea& texels)
+{
+    if (!light_ || texels.IsEmpty())
+        return;
+    const auto first = static_cast<std::size_t>(texels.left) +
+                       static_cast<std::size_t>(texels.top) * static_cast<std::size_t>(light.width);
+    light_->Update(texels.left, texels.top, texels.right - texels.left, texels.bottom - texels.top, light.width,
+                   GL_RGBA, GL_UNSIGNED_SHORT, &light.texels[first]);
+    if (water_)
+        water_->Update(texels.left, texels.top, texels.right - texels.left, texels.bottom - texels.top, light.width,
+                       GL_LUMINANCE, GL_UNSIGNED_BYTE, &light.water[first]);
+}
+
+void TerrainPainter::Draw(const Camera& camera, ICameraObject& detail, double clear, double haze) const
+{
+    glPushAttrib(GL_ENABLE_BIT | GL_LIGHTING_BIT | GL_TRANSFORM_BIT);
+    glEnable(GL_DEPTH_TEST);
+    CutEdges();
+    if (program_)
+        BeginShaded(camera, clear, haze);
+    else
+        BeginFixed();
+    terrain_.Surface().Draw3D(&detail);
+    if (program_)
+        gl_.UseProgram(0);
+    glPopAttrib();
+}
+
+void TerrainPainter::DrawUnlit(ICameraObject& camera, GLenum mode) const
+{
+    ITessara& surface = terrain_.Surface();
+    glPushAttrib(GL_ENABLE_BIT | GL_TRANSFORM_BIT | GL_POLYGON_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_COLOR_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    CutEdges();
+    glEnable(GL_POLYGON_OFFSET_FILL);
+    glPolygonOffset(1.0f, 2.0f);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    surface.Draw3D(&camera);  // hides the lines behind it
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    glLineWidth(1.5f);
+    glPointSize(2.0f);
+    surface.SetGLPolygonMode(GL_FRONT_AND_BACK, mode);
+    surface.Draw3D(&camera);
+    surface.SetGLPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    glPopAttrib();
+}
+
+void TerrainPainter::BeginShaded(const Camera& camera, double clear, double haze) const
+{
+    const GroundFrame& ground = terrain_.Ground();
+    const Vector3 units = ground.DrawUnits();
+    program_->Use();
+    program_->Set("toGround", units.x, units.y * ground.ElevationScale(), units.z);
+    program_->Set("groundOrigin", -terrain_.Border() * units.x, 0.0, -terrain_.Border() * units.z);
+    SetLightPlace(*program_, ground, lightWidth_, lightHeight_);
+    Set(*program_, "eye", camera.Position());
+    Set(*program_, "sunDirection", atmosphere_.sunDirection);
+    Set(*program_, "sunColor", atmosphere_.sunColor);
+    Set(*program_, "skyColor", atmosphere_.skyColor);
+    Set(*program_, "groundColor", atmosphere_.groundColor);
+    Set(*program_, "hazeColor", atmosphere_.hazeColor);
+    program_->Set("hazeStart", clear);
+    program_->Set("hazeLength", haze);
+    SetTextures();
+    program_->Set("lightMap", 2);
+    program_->Set("waterMap", 3);
+    program_->Set("hasWater", hasWater_ ? 1 : 0);
+    gl_.ActiveTexture(GL_TEXTURE2);
+    light_->Bind();
+    if (water_) {
+        gl_.ActiveTexture(GL_TEXTURE3);
+        water_->Bind();
+    }
+    gl_.ActiveTexture(GL_TEXTURE0);
+}
+
+/// The surface binds its source texture on unit 0 and its detail texture on unit 1. The source covers the cells of the
+/// grid, without the border around it.
+void TerrainPainter::SetTextures() const
+{
+    LONG source = 0;
+    LONG detail = 0;
+    int brightness = 1;
+    terrain_.Surface().IsUsingTextureSource(&source);
+    terrain_.Surface().IsUsingTextureDetail(&detail);
+    terrain_.Surface().GetTextureDetailRGBGamma(&brightness);
+    const double columns = terrain_.Columns() - 2 * terrain_.Border();
+    const double rows = terrain_.Rows() - 2 * terrain_.Border();
+    const Vector3 units = terrain_.Ground().DrawUnits();
+    program_->Set("sourceMap", 0);
+    program_->Set("detailMap", 1);
+    // Without a texture in a slot the surface binds none.
+    BstrHolder detailName;
+    terrain_.Surface().GetDBTextureDetailName(detailName.Out(), nullptr);
+    const bool hasSource = source != 0 && SUCCEEDED(terrain_.Surface().ActivateSourceTexture());
+    program_->Set("hasSource", hasSource ? 1 : 0);
+    program_->Set("hasDetail", detail != 0 && SysStringLen(detailName.Get()) != 0 ? 1 : 0);
+    program_->Set("detailScale", static_cast<double>(brightness));
+    program_->Set("sourceScale", 1.0 / (columns * units.x), 0.0, 1.0 / (rows * units.z));
+    program_->Set("sourceOrigin", 0.5 / columns, 0.0, 0.5 / rows);
+}
+
+void TerrainPainter::BeginFixed() const
+{
+    const Vector3 units = terrain_.Ground().DrawUnits();
+    const Vector3& sun = atmosphere_.sunDirection;
+    const GLfloat direction[4] = {static_cast<GLfloat>(sun.x / units.x), static_cast<GLfloat>(sun.y / units.y),
+                                  static_cast<GLfloat>(sun.z / units.z), 0.0f};
+    constexpr GLfloat kSunlight[4] = {0.85f, 0.82f, 0.76f, 1.0f};
+    constexpr GLfloat kSkylight[4] = {0.36f, 0.38f, 0.42f, 1.0f};
+    glEnable(GL_LIGHTING);
+    glEnable(GL_LIGHT0);
+    glLightfv(GL_LIGHT0, GL_POSITION, direction);
+    glLightfv(GL_LIGHT0, GL_DIFFUSE, kSunlight);
+    glLightModelfv(GL_LIGHT_MODEL_AMBIENT, kSkylight);
+    glEnable(GL_COLOR_MATERIAL);
+    glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
+    glEnable(GL_NORMALIZE);
+}
+
+/// Beyond its grid the surface draws slivers and one corner at the lowest height. A grid point stands for the ground
+/// half a cell around it.
+void TerrainPainter::CutEdges() const
+{
+    const double east = terrain_.Columns() - 2 * terrain_.Border() - 0.5;
+    const double south = terrain_.Rows() - 2 * terrain_.Border() - 0.5;
+    const GLdouble planes[4][4] = {
+        {1.0, 0.0, 0.0, 0.5}, {-1.0, 0.0, 0.0, east}, {0.0, 0.0, 1.0, 0.5}, {0.0, 0.0, -1.0, south}};
+    for (GLenum i = 0; i < 4; ++i) {
+        glClipPlane(GL_CLIP_PLANE0 + i, planes[i]);
+        glEnable(GL_CLIP_PLANE0 + i);
+    }
+}
+
+}  // namespace tessara

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "app/viewer/terrain/ground_model.h"
+#include "host/camera.h"
+
+#include <optional>
+#include <vector>
+
+namespace tessara {
+
+/// A place in the picture, in pixels from its left and top edge.
+struct PicturePoint {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+/// Which ways a flying camera is steered, each -1, 0 or 1.
+struct FlyInput {
+    int forward = 0;
+    int right = 0;
+    int up = 0;
+    bool fast = false;
+};
+
+/// Moves a camera over a terrain as a person wants it: by grabbing points of the ground, by zooming towards them, by
+/// flying. The camera never gets below the ground. Angles are degrees: the azimuth is the compass direction that it
+/// looks in, the tilt how far it looks down.
+class CameraController {
+public:
+    /// \param camera,ground,frame outlive this object and belong to one terrain
+    CameraController(Camera& camera, const GroundModel& ground, const GroundFrame& frame);
+
+    /// Points of true space that bound the terrain; at least one. What "all" means, and how near and far the lens
+    /// reaches.
+    void SetOutline(std::vector<Vector3> outline);
+
+    /// The ground was changed: it may have risen above the camera.
+    void GroundChanged();
+
+    /// A camera that shows all of the terrain goes on doing so. \param width,height of the picture in pixels, positive
+    void Resize(int width, int height);
+
+    /// The factor on heights changed by this much: the camera stays over the same point of the ground at the same
+    /// height above it.
+    void ScaleHeights(double factor);
+
+    double Azimuth() const noexcept { return azimuth_; }
+    double Tilt() const noexcept { return tilt_; }
+    const Vector3& Position() const noexcept { return position_; }
+    double FieldOfView() const noexcept { return fieldOfView_; }
+
+    /// Height of the eye above the ground below it, in metres of true space.
+    double HeightAboveGround() const;
+
+    /// Direction of true space, of length 1, in which a point of the picture lies.
+    Vector3 RayThrough(const PicturePoint& point) const;
+
+    /// The point of the ground that the picture shows there. \return nothing for the sky
+    std::optional<Vector3> PointAt(const PicturePoint& point) const;
+
+    /// What the middle of the picture shows: a point of the ground, or one above its edge.
+    Vector3 Focus() const;
+
+    // Grabbing. The grabbed point stays under the mouse.
+    void Grab(const PicturePoint& point);
+    void OrbitTo(const PicturePoint& point);
+    void PanTo(const PicturePoint& point);
+
+    /// Comes nearer to what the picture shows at a point. \param steps of a wheel, positive towards it
+    void Zoom(const PicturePoint& point, double steps);
+
+    /// Moves over the ground by shares of the distance to the focus.
+    void Step(double right, double forward, double up);
+
+    /// Turns by degrees where it stands.
+    void Look(double right, double down);
+
+    /// Flies on for a time. Its speed grows with the height above the ground.
+    void Fly(const FlyInput& input, double seconds);
+
+    void ShowAll() { ShowAll(24.0, 30.0); }  ///< all of the terrain, from the south-west and above
+    void ShowAll(double azimuth, double tilt);
+    void NorthUp();  ///< turns around the focus until north is at the top
+    void FromTop();  ///< turns around the focus until it looks straight down
+
+    /// Moves until the focus stands at a place, at the same distance.
+    void GoTo(double x, double z);
+
+    /// Puts the camera somewhere; what isn't finite leaves it where it is.
+    void Place(const Vector3& position, double azimuth, double tilt);
+
+private:
+    void TurnAround(const Vector3& pivot, double azimuth, double tilt);
+    void MoveTo(const Vector3& place, double reach);
+    void MoveHolding(const Vector3& place, const PicturePoint& point, const Vector3& target);
+    void AimAt(const PicturePoint& point, const Vector3& target);
+    void KeepAboveGround();
+    void Apply();
+    void SetLens();
+    double Size() const;
+    double Clearance() const;
+    Vector3 DirectionOf(double azimuth, double tilt) const;
+
+    Camera& camera_;
+    const GroundModel& ground_;
+    const GroundFrame& frame_;
+    std::vector<Vector3> outline_;
+    Vector3 position_;
+    double azimuth_ = 24.0;
+    double tilt_ = 30.0;
+    double fieldOfView_ = 46.0;
+    int width_ = 1;
+    int height_ = 1;
+    Vector3 grabbed_;         // the point under the mouse
+    PicturePoint grabbedAt_;  // where the mouse was last
+    bool showsAll_ = false;   // nobody has moved the camera since ShowAll
+};
+
+}  // namespace tessara

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "app/view/light_map.h"
+#include "host/elevation/elevation_data.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace tessara {
+
+/// Works out light maps on a thread of its own, one after the other, so that the picture doesn't wait for them. Of the
+/// orders that come in meanwhile only the last one counts.
+class BackgroundLight {
+public:
+    /// \param ready called on the thread when a map can be taken
+    explicit BackgroundLight(std::function<void()> ready);
+    BackgroundLight(const BackgroundLight&) = delete;
+    BackgroundLight& operator=(const BackgroundLight&) = delete;
+    ~BackgroundLight();
+
+    /// Orders a map for the heights as they are now, which are copied.
+    void Order(const ElevationData& data, double exaggeration, const Vector3& sun);
+
+    /// Forgets what was ordered and what is ready.
+    void Forget();
+
+    /// The youngest map that is ready and hasn't been taken. \return nothing while there is none
+    std::unique_ptr<LightMap> Take();
+
+    /// Whether it is at work, or about to be.
+    bool IsBusy();
+
+    static constexpr int kSide = 2048;  ///< texels along an edge at most
+
+private:
+    struct Request {
+        ElevationData data;
+        double exaggeration = 1.0;
+        Vector3 sun;
+    };
+
+    void Run();
+
+    std::function<void()> ready_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::optional<Request> request_;
+    std::unique_ptr<LightMap> result_;
+    std::atomic<unsigned> orders_{0};  // so many were given; a map of an older one is dropped
+    std::atomic<bool> ending_{false};
+    bool busy_ = false;
+    std::thread thread_;
+};
+
+}  // namespace tessara

@@ -1,0 +1,334 @@
+#include "app/viewer/picture/terrain_view.h"
+
+#include "app/view/framing.h"
+#include "app/viewer/terrain/terrain_document.h"
+#include "host/camera.h"
+#include "host/tree_size.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace tessara {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double Milliseconds(Clock::duration time)
+{
+    return std::chrono::duration<double, std::milli>(time).count();
+}
+
+/// Frames with the same triangles, one after the other, after which the detail counts as settled.
+constexpr int kSteadyFrames = 2;
+
+/// The air takes away two thirds of a colour over this many times the terrain's length at full fog.
+constexpr double kFogLengths = 1.8;
+constexpr double kNoFog = 1e12;
+
+/// Base of the plinth below the deepest ground that can be dug, in lengths of the terrain.
+constexpr double kPlinth = -0.008;
+
+/// Colours of the levels from the smallest nodes up, from warm to cold.
+constexpr std::array<std::array<float, 3>, 8> kLevelColors = {{{0.84f, 0.19f, 0.15f},
+                                                               {0.96f, 0.43f, 0.26f},
+                                                               {0.99f, 0.68f, 0.38f},
+                                                               {0.99f, 0.88f, 0.56f},
+                                                               {0.67f, 0.87f, 0.64f},
+                                                               {0.40f, 0.76f, 0.65f},
+                                                               {0.20f, 0.53f, 0.74f},
+                                                               {0.37f, 0.31f, 0.64f}}};
+
+const std::array<float, 3>& ColorOf(const DrawnNode& node)
+{
+    return kLevelColors[static_cast<std::size_t>(LevelOf(node)) % kLevelColors.size()];
+}
+
+/// The twelve edges of a node's box, as lines.
+void DrawBox(const DrawnNode& node)
+{
+    const auto low = [&](int axis) {
+        return static_cast<float>((axis == 0 ? node.centerX : node.centerZ) - node.half);
+    };
+    const float x[] = {low(0), low(0) + static_cast<float>(2 * node.half)};
+    const float y[] = {node.low, node.high};
+    const float z[] = {low(1), low(1) + static_cast<float>(2 * node.half)};
+    for (const std::size_t a : {0u, 1u}) {
+        for (const std::size_t b : {0u, 1u}) {
+            glVertex3f(x[0], y[a], z[b]);
+            glVertex3f(x[1], y[a], z[b]);
+            glVertex3f(x[a], y[0], z[b]);
+            glVertex3f(x[a], y[1], z[b]);
+            glVertex3f(x[a], y[b], z[0]);
+            glVertex3f(x[a], y[b], z[1]);
+        }
+    }
+}
+
+/// Metres over which the air takes away two thirds of a colour.
+double HazeLength(const ViewSettings& settings, double size)
+{
+    return settings.fog > 0.0 ? kFogLengths / settings.fog * size : kNoFog;
+}
+
+}  // namespace
+
+TerrainView::TerrainView(const GlFunctions& gl, GlLookup lookup, TerrainDocument& document, LightMap light,
+                         const ViewSettings& settings)
+    : gl_(gl),
+      document_(document),
+      settings_(settings),
+      light_(std::move(light)),
+      atmosphere_(SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight)),
+      sky_(gl, true),
+      painter_(gl, document.Session(), atmosphere_, light_, true),
+      probe_(gl, lookup),
+      detail_(MakeObject<DetailCamera>())
+{
+    Apply(settings);
+}
+
+void TerrainView::Apply(const ViewSettings& settings)
+{
+    ITessara& surface = document_.Session().Surface();
+    if (settings.frozen && !settings_.frozen)
+        frozen_ = nullptr;  // frozen at the next frame, for the camera of then
+    settings_ = settings;
+    RenewDetail();
+    if (document_.Session().Ground().Exaggeration() != settings.exaggeration)
+        document_.Session().SetExaggeration(settings.exaggeration);
+    atmosphere_ = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight);
+    painter_.SetAtmosphere(atmosphere_);
+    surface.UseColor(settings.vertexColors ? 1 : 0);
+    surface.SetRenderMode(settings.realTime ? TESSARA_RENDER_MODE_REALTIME : TESSARA_RENDER_MODE_NORMAL);
+    plinth_ = nullptr;
+    Unsettle();
+}
+
+void TerrainView::Unsettle()
+{
+    steadyFrames_ = 0;
+    figures_.settled = false;
+}
+
+void TerrainView::UseSource(bool use)
+{
+    document_.Session().Surface().UseTextureSource(use ? 1 : 0);
+}
+
+void TerrainView::SetLight(LightMap light)
+{
+    light_ = std::move(light);
+    painter_.SetLight(light_);
+}
+
+/// Outside of the real-time mode a tree knows the heights and the detail of its build.
+void TerrainView::RenewDetail()
+{
+    if (settings_.realTime || !treeIsStale_)
+        return;
+    document_.Session().Surface().Build3D();
+    treeIsStale_ = false;
+}
+
+void TerrainView::HeightsChanged(const GridArea& cells)
+{
+    treeIsStale_ = true;
+    RenewDetail();
+    const double exaggeration = document_.Session().Ground().Exaggeration();
+    painter_.UpdateLight(light_, RenewNormals(light_, document_.Data(), exaggeration, cells));
+    const ElevationData& data = document_.Data();
+    if (cells.left == 0 || cells.top == 0 || cells.right == data.width || cells.bottom == data.height)
+        plinth_ = nullptr;
+    Unsettle();
+}
+
+void TerrainView::SetColors(const HeightColors& colors)
+{
+    ElevationPalette* palette = nullptr;
+    document_.Session().Matrix().GetPalette(&palette);
+    if (palette)
+        ColorPalette(*palette, document_.Floor(), document_.Top(), colors);
+}
+
+double TerrainView::Size() const
+{
+    const GroundFrame& ground = document_.Session().Ground();
+    return std::max({ground.Width(), ground.Depth(), ground.DrawUnits().x});
+}
+
+/// How fine the terrain is, and for whom.
+void TerrainView::SetDetail(Camera& camera)
+{
+    if (!settings_.frozen)
+        frozen_ = nullptr;
+    if (frozen_)
+        return;
+    const double pixels = camera.Width() / (2.0 * camera.HalfWidth());
+    const double levelOfDetail = pixels / settings_.errorPixels;
+    if (std::exchange(levelOfDetail_, levelOfDetail) != levelOfDetail)
+        steadyFrames_ = 0;
+    document_.Session().SetLevelOfDetail(levelOfDetail);
+    if (settings_.frozen) {
+        frozen_ = MakeObject<DetailCamera>();
+        frozen_->Follow(camera);
+    }
+}
+
+void TerrainView::Draw(Camera& camera, const std::optional<GroundRing>& ring)
+{
+    const Clock::time_point start = Clock::now();
+    const TerrainSession& session = document_.Session();
+    SetDetail(camera);
+    ICameraObject& detail = frozen_ ? static_cast<ICameraObject&>(*frozen_) : camera;
+    if (!plinth_)
+        plinth_ = std::make_unique<Plinth>(document_.Data(), session.Ground(), atmosphere_, kPlinth * Size());
+
+    glClearColor(0.035f, 0.045f, 0.06f, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    if (settings_.fill == FillMode::Filled)
+        sky_.Draw(atmosphere_, camera);
+    camera.LoadMatrices();
+    if (settings_.fill == FillMode::Filled)
+        plinth_->Draw(camera);
+    DrawGround(camera, detail);
+    if (settings_.levelColors || settings_.nodeBoxes)
+        DrawNodes(detail);
+    if (ring)
+        DrawRing(*ring);
+
+    const bool moved = Length(camera.Position() - lastPosition_) > 0.0;
+    lastPosition_ = camera.Position();
+    figures_.draw = std::max(Milliseconds(Clock::now() - start) - figures_.update, 0.0);
+    if (moved && !frozen_)
+        steadyFrames_ = 0;
+    figures_.settled = steadyFrames_ >= kSteadyFrames;
+}
+
+/// How far away the terrain begins, about: the air is clear up to there.
+double TerrainView::NearestDistance(const Camera& camera) const
+{
+    const GroundFrame& ground = document_.Session().Ground();
+    std::vector<Vector3> corners;
+    for (const double x : {0.0, ground.Width()}) {
+        for (const double y : {0.0, ground.Relief()}) {
+            for (const double z : {0.0, ground.Depth()})
+                corners.push_back({x, y, z});
+        }
+    }
+    return std::max(DepthOf(camera, corners).nearest, 0.0);
+}
+
+void TerrainView::DrawGround(Camera& camera, ICameraObject& detail)
+{
+    probe_.BeginCount();
+    if (settings_.fill == FillMode::Filled)
+        painter_.Draw(camera, detail, NearestDistance(camera), HazeLength(settings_, Size()));
+    else
+        painter_.DrawUnlit(detail, settings_.fill == FillMode::Wireframe ? GL_LINE : GL_POINT);
+    // Edges and vertices are drawn after what hides them.
+    const std::uint32_t triangles = probe_.EndCount() / (settings_.fill == FillMode::Filled ? 1 : 2);
+    steadyFrames_ = triangles == figures_.triangles ? steadyFrames_ + 1 : 0;
+    figures_.triangles = triangles;
+}
+
+void TerrainView::Measure(Camera& camera)
+{
+    ITessara& surface = document_.Session().Surface();
+    detail_->Follow(frozen_ ? static_cast<ICameraObject&>(*frozen_) : camera);
+    detail_->SeeNothing();
+    const Clock::time_point start = Clock::now();
+    surface.Draw3D(detail_.Get());
+    figures_.update = Milliseconds(Clock::now() - start);
+    detail_->SeeAll();
+    const std::vector<DrawnVertex> all = probe_.Capture(surface, *detail_, figures_.triangles * 2);
+    figures_.activeNodes = SurveyNodes(all, RootHalf()).active;
+}
+
+/// Half size of the tree's root.
+int TerrainView::RootHalf() const
+{
+    return 1 << (MeasureTree(document_.Session().Columns(), document_.Session().Rows()).levels - 1);
+}
+
+void TerrainView::Survey(ICameraObject& detail)
+{
+    detail_->Follow(detail);
+    captured_ = probe_.Capture(document_.Session().Surface(), *detail_, figures_.triangles);
+    survey_ = SurveyNodes(captured_, RootHalf());
+}
+
+void TerrainView::EnterTreeSpace() const
+{
+    float translation[3] = {};
+    document_.Session().Surface().GetTranslation(translation);
+    glPushMatrix();
+    glTranslatef(translation[0], translation[1], translation[2]);
+    glScaled(1.0, document_.Session().Ground().ElevationScale(), 1.0);
+}
+
+/// Over the terrain as it was drawn: the nodes' triangles in the colours of their levels, and their boxes.
+void TerrainView::DrawNodes(ICameraObject& detail)
+{
+    Survey(detail);
+    glPushAttrib(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_CURRENT_BIT | GL_LINE_BIT | GL_COLOR_BUFFER_BIT |
+                 GL_POLYGON_BIT | GL_TRANSFORM_BIT);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    painter_.CutEdges();
+    EnterTreeSpace();
+    if (settings_.levelColors && settings_.fill == FillMode::Filled) {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        glEnable(GL_POLYGON_OFFSET_FILL);
+        glPolygonOffset(-1.0f, -1.0f);
+        glBegin(GL_TRIANGLES);
+        for (std::size_t i = 0; i < survey_.nodeOf.size(); ++i) {
+            const auto& color = ColorOf(survey_.nodes[survey_.nodeOf[i]]);
+            glColor4f(color[0], color[1], color[2], 0.62f);
+            for (std::size_t k = 0; k < 3; ++k)
+                glVertex3fv(&captured_[3 * i + k].x);
+        }
+        glEnd();
+    }
+    if (settings_.nodeBoxes) {
+        glLineWidth(1.0f);
+        glBegin(GL_LINES);
+        for (const DrawnNode& node : survey_.nodes) {
+            if (node.beyond)
+                continue;
+            const auto& color = ColorOf(node);
+            glColor3f(color[0], color[1], color[2]);
+            DrawBox(node);
+        }
+        glEnd();
+    }
+    glPopMatrix();
+    glPopAttrib();
+}
+
+void TerrainView::DrawRing(const GroundRing& ring) const
+{
+    constexpr int kCorners = 96;
+    const Vector3 units = document_.Session().Ground().DrawUnits();
+    glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_CURRENT_BIT);
+    glDisable(GL_DEPTH_TEST);
+    for (const bool dark : {true, false}) {
+        glLineWidth(dark ? 3.0f : 1.2f);
+        dark ? glColor3f(0.0f, 0.0f, 0.0f) : glColor3f(1.0f, 0.9f, 0.35f);
+        glBegin(GL_LINE_LOOP);
+        for (int i = 0; i < kCorners; ++i) {
+            const double angle = 2.0 * std::numbers::pi * i / kCorners;
+            const double x = ring.x + ring.radius * std::cos(angle);
+            const double z = ring.z + ring.radius * std::sin(angle);
+            glVertex3d(x / units.x, document_.Ground().HeightAt(x, z) / units.y, z / units.z);
+        }
+        glEnd();
+    }
+    glPopAttrib();
+}
+
+}  // namespace tessara
