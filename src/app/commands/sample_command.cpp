@@ -3,7 +3,7 @@
 #include "app/output/temporary_file.h"
 #include "host/console_progress.h"
 #include "host/elevation/elevation_writer.h"
-#include "host/elevation/sample_terrain.h"
+#include "samples/country/sample_terrain.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>

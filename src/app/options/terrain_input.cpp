@@ -4,9 +4,9 @@
 #include "app/options/view_options.h"
 #include "app/view/palettes.h"
 #include "host/console_progress.h"
-#include "host/elevation/sample_terrain.h"
 #include "host/project/project_file.h"
 #include "host/project/project_terrain.h"
+#include "samples/country/sample_terrain.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>

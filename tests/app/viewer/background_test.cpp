@@ -1,8 +1,8 @@
 #include "app/viewer/picture/background_light.h"
 #include "app/viewer/terrain/terrain_loader.h"
 #include "host/elevation/elevation_writer.h"
-#include "host/elevation/sample_terrain.h"
 #include "host/test_elevation.h"
+#include "samples/country/sample_terrain.h"
 #include "support/scratch_folder.h"
 
 #include <gtest/gtest.h>

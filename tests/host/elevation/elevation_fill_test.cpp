@@ -1,5 +1,5 @@
 #include "host/elevation/elevation_fill.h"
-#include "host/elevation/terrain_noise.h"
+#include "samples/noise/plane_noise.h"
 
 #include <gmock/gmock.h>
 
@@ -117,7 +117,7 @@ TEST(ElevationFill, RoughGroundGetsNoSpikesPitsOrSteps)
 {
     constexpr int kWidth = 211;
     constexpr int kHeight = 157;
-    const TerrainNoise noise(5);
+    const PlaneNoise noise(5);
     const auto rough = [&](int x, int y) { return 1000.0 * noise.Sum(x / 40.0, y / 40.0, 6, 0.7); };
     // Inside, along edges, in corners, thin, and single.
     const std::vector<Rectangle> holes = {{30, 20, 120, 80},   {0, 100, 60, 140},  {180, 0, 211, 60},   {0, 0, 10, 8},

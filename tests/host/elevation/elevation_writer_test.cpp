@@ -2,11 +2,11 @@
 #include "host/elevation/elevation_file.h"
 #include "host/elevation/elevation_writer.h"
 #include "host/elevation/raster_fixture.h"
-#include "host/elevation/sample_terrain.h"
 
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 
+#include <cmath>
 #include <csignal>
 #include <fstream>
 #include <iterator>
@@ -24,6 +24,22 @@ protected:
         data.metres = {0.0f, 1.0f / 3.0f, 1918.4567f, 8848.86f, 12.0f, 3.0e-7f};
         data.spacingX = 30.0;
         data.spacingY = 20.0;
+        return data;
+    }
+
+    /// Square, with a place in a system of its own.
+    static ElevationData Placed(int size)
+    {
+        ElevationData data;
+        data.width = data.height = size;
+        for (int i = 0; i < size * size; ++i)
+            data.metres.push_back(800.0f + 700.0f * std::sin(0.37f * static_cast<float>(i)));
+        data.spacingX = data.spacingY = data.stepX = 30.0;
+        data.stepY = -30.0;
+        data.georeferenced = true;
+        data.originY = 15360.0;
+        data.referenceSystem = "Nowhere";
+        data.referenceWkt = "LOCAL_CS[\"Nowhere\",UNIT[\"metre\",1]]";
         return data;
     }
 
@@ -49,7 +65,7 @@ protected:
 
 TEST_F(ElevationWriterTest, WhatIsWrittenIsReadBack)
 {
-    const ElevationData sample = MakeSampleTerrain(33);
+    const ElevationData sample = Placed(33);
     for (const char* name : {"sample.tif", "sample.TIFF", "sample.asc"}) {
         SCOPED_TRACE(name);
         WriteElevationFile(sample, Path(name));
@@ -126,7 +142,7 @@ TEST_F(ElevationWriterTest, AFullDiskLeavesTheOldFile)
     const rlimit tight{1000, limit.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tight), 0);
-    ExpectRefused(MakeSampleTerrain(65), path, "File too large");
+    ExpectRefused(Placed(65), path, "File too large");
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(Contents(path), before);

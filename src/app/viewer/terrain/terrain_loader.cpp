@@ -3,8 +3,8 @@
 #include "app/view/atmosphere.h"
 #include "app/viewer/picture/background_light.h"
 #include "app/viewer/work/work_keeper.h"
-#include "host/elevation/sample_terrain.h"
 #include "host/project/project_file.h"
+#include "samples/country/sample_terrain.h"
 
 #include <new>
 #include <stdexcept>

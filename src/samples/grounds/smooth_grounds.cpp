@@ -1,6 +1,7 @@
-#include "host/textures/detail/brush.h"
-#include "host/textures/detail/detail_textures.h"
-#include "host/textures/detail/noise.h"
+#include "samples/grounds/brush.h"
+#include "samples/grounds/detail_textures.h"
+#include "samples/noise/lattice_noise.h"
+#include "samples/noise/tile_noise.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,7 +21,7 @@ float Grain(int x, int y, std::uint32_t seed)
 float Ripple(float phase)
 {
     const float part = phase - std::floor(phase);
-    return part < 0.72f ? Smooth(0.0f, 0.72f, part) : 1.0f - Smooth(0.72f, 1.0f, part);
+    return part < 0.72f ? SmoothStep(0.0f, 0.72f, part) : 1.0f - SmoothStep(0.72f, 1.0f, part);
 }
 
 void Add(Field& field, const Field& other, float share)
@@ -120,12 +121,12 @@ Ground Ice()
             const CellPlace deep = Cells(wu + 0.013f, wv + 0.017f, 6, 1.0f, 1205);
             const float broad = 0.5f + 0.5f * Clouds(u, v, 5, 2, 0.5f, 1206);
             // A crack is white where it is open, a mere line elsewhere, and shines into the ice beside it.
-            const float open = Smooth(0.25f, 0.75f, broad + 0.35f * Clouds(u, v, 9, 3, 0.6f, 1210));
-            const float crack = Smooth(0.006f + 0.026f * open, 0.0f, floe.edge) * (0.35f + 0.65f * open);
-            const float halo = Smooth(0.02f + 0.22f * open, 0.0f, floe.edge) * open;
-            const float fine = Smooth(0.018f, 0.0f, pane.edge) * Smooth(0.4f, 0.7f, 1.0f - broad);
-            const float under = Smooth(0.10f, 0.0f, deep.edge);
-            const float milk = Smooth(-0.1f, 0.6f, Clouds(wu, wv, 3, 5, 0.6f, 1207));
+            const float open = SmoothStep(0.25f, 0.75f, broad + 0.35f * Clouds(u, v, 9, 3, 0.6f, 1210));
+            const float crack = SmoothStep(0.006f + 0.026f * open, 0.0f, floe.edge) * (0.35f + 0.65f * open);
+            const float halo = SmoothStep(0.02f + 0.22f * open, 0.0f, floe.edge) * open;
+            const float fine = SmoothStep(0.018f, 0.0f, pane.edge) * SmoothStep(0.4f, 0.7f, 1.0f - broad);
+            const float under = SmoothStep(0.10f, 0.0f, deep.edge);
+            const float milk = SmoothStep(-0.1f, 0.6f, Clouds(wu, wv, 3, 5, 0.6f, 1207));
             ground.tone.At(x, y) = 0.70f * crack + 0.26f * halo + 0.30f * fine + 0.10f * under + 0.50f * milk +
                                    0.07f * Clouds(u, v, 30, 3, 0.6f, 1208);
             ground.mixture.At(x, y) = milk + crack + 0.5f * halo;

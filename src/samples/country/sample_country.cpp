@@ -1,15 +1,11 @@
-#include "host/elevation/sample_country.h"
+#include "samples/country/sample_country.h"
+
+#include "samples/noise/lattice_noise.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace tessara {
-
-double SmoothStep(double low, double high, double value)
-{
-    const double t = std::clamp((value - low) / (high - low), 0.0, 1.0);
-    return t * t * (3.0 - 2.0 * t);
-}
 
 SampleCountry::SampleCountry(std::uint32_t seed) : coast_(seed), detail_(seed + 1), ranges_(seed + 2), rock_(seed + 3)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/textures/detail/field.h"
+#include "samples/grounds/field.h"
 
 namespace tessara::detail {
 

@@ -1,5 +1,5 @@
 #include "host/elevation/elevation_error.h"
-#include "host/elevation/sample_terrain.h"
+#include "samples/country/sample_terrain.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,6 @@
-#include "host/textures/detail/noise.h"
+#include "samples/noise/tile_noise.h"
+
+#include "samples/noise/lattice_noise.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,16 +43,6 @@ float Slope(std::uint32_t hash, float x, float y)
     }
 }
 
-float Fade(float t)
-{
-    return t * t * t * (t * (t * 6.0f - 15.0f) + 10.0f);
-}
-
-float Mix(float a, float b, float t)
-{
-    return a + (b - a) * t;
-}
-
 float Fraction(std::uint32_t hash)
 {
     return static_cast<float>(hash & 0xFFFF) / 65536.0f;
@@ -60,26 +52,20 @@ float Fraction(std::uint32_t hash)
 
 std::uint32_t Hash(std::uint32_t x, std::uint32_t y, std::uint32_t seed)
 {
-    std::uint32_t h = seed * 0x9E3779B9u + x * 0x85EBCA6Bu + y * 0xC2B2AE35u + 0x27D4EB2Fu;
-    h = (h ^ h >> 16) * 0x7FEB352Du;
-    h = (h ^ h >> 15) * 0x846CA68Bu;
-    h = (h ^ h >> 16) + x;
+    // One round more than a lattice needs: dice count along one axis alone.
+    std::uint32_t h = MixBits(JoinCell(x, y, seed) + 0x27D4EB2Fu) + x;
     h = (h ^ h >> 15) * 0x2C1B3C6Du;
     return h ^ h >> 16;
 }
 
 float Noise(float u, float v, int cellsU, int cellsV, std::uint32_t seed)
 {
-    const Split x = SplitUp(u * static_cast<float>(cellsU));
-    const Split y = SplitUp(v * static_cast<float>(cellsV));
-    const auto corner = [&](int i, int j) {
-        const std::uint32_t hash = Hash(static_cast<std::uint32_t>(Wrapped(x.cell + i, cellsU)),
-                                        static_cast<std::uint32_t>(Wrapped(y.cell + j, cellsV)), seed);
-        return Slope(hash, x.part - static_cast<float>(i), y.part - static_cast<float>(j));
+    const auto gradient = [&](std::int32_t column, std::int32_t row, float dx, float dy) {
+        const auto hash = Hash(static_cast<std::uint32_t>(Wrapped(column, cellsU)),
+                               static_cast<std::uint32_t>(Wrapped(row, cellsV)), seed);
+        return Slope(hash, dx, dy);
     };
-    const float s = Fade(x.part);
-    const float t = Fade(y.part);
-    return 1.5f * Mix(Mix(corner(0, 0), corner(1, 0), s), Mix(corner(0, 1), corner(1, 1), s), t);
+    return 1.5f * LatticeNoise(u * static_cast<float>(cellsU), v * static_cast<float>(cellsV), gradient);
 }
 
 float Clouds(float u, float v, int cells, int octaves, float gain, std::uint32_t seed)
@@ -142,12 +128,6 @@ CellPlace Cells(float u, float v, int cells, float disorder, std::uint32_t seed)
             edge = std::min(edge, (point.square - nearest->square) / (2.0f * gap));
     }
     return {std::sqrt(nearest->square), edge, nearest->dx, nearest->dy, nearest->id};
-}
-
-float Smooth(float low, float high, float value)
-{
-    const float t = std::clamp((value - low) / (high - low), 0.0f, 1.0f);
-    return t * t * (3.0f - 2.0f * t);
 }
 
 }  // namespace tessara::detail

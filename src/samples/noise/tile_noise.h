@@ -43,7 +43,4 @@ struct CellPlace {
 /// \param cells whole number of cells along each axis \param disorder 0: a grid, 1: anywhere in the cell
 CellPlace Cells(float u, float v, int cells, float disorder, std::uint32_t seed);
 
-/// 0 below low, 1 above high, smooth in between.
-float Smooth(float low, float high, float value);
-
 }  // namespace tessara::detail

@@ -1,4 +1,4 @@
-#include "host/elevation/river_erosion.h"
+#include "samples/country/river_erosion.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "host/textures/detail/brush.h"
+#include "samples/grounds/brush.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "host/elevation/height_field.h"
+#include "samples/country/height_field.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 // Makes the database of detail textures that is shipped with the library.
-#include "host/textures/detail/detail_textures.h"
 #include "host/textures/texture_store.h"
+#include "samples/grounds/detail_textures.h"
 
 #include <cstdio>
 #include <exception>

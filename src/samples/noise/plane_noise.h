@@ -4,10 +4,10 @@
 
 namespace tessara {
 
-/// Gradient noise on a lattice of unit squares, the same on every machine: only +, -, * and comparisons.
-class TerrainNoise {
+/// Gradient noise on the plane, without end.
+class PlaneNoise {
 public:
-    explicit TerrainNoise(std::uint32_t seed) : seed_(seed) {}
+    explicit PlaneNoise(std::uint32_t seed) : seed_(seed) {}
 
     /// About -0.7 to 0.7, 0 at the lattice points. \param x, y below 2^30 in size
     double At(double x, double y) const;
@@ -21,8 +21,5 @@ public:
 private:
     std::uint32_t seed_;
 };
-
-/// A well mixed value for a cell, the same on every machine.
-std::uint32_t HashCell(std::uint32_t x, std::uint32_t y, std::uint32_t seed);
 
 }  // namespace tessara

@@ -1,9 +1,10 @@
-#include "host/elevation/sample_terrain.h"
+#include "samples/country/sample_terrain.h"
 
 #include "host/elevation/elevation_error.h"
-#include "host/elevation/height_field.h"
-#include "host/elevation/river_erosion.h"
-#include "host/elevation/sample_country.h"
+#include "samples/country/height_field.h"
+#include "samples/country/river_erosion.h"
+#include "samples/country/sample_country.h"
+#include "samples/noise/lattice_noise.h"
 
 #include <algorithm>
 #include <cmath>

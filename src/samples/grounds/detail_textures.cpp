@@ -1,4 +1,4 @@
-#include "host/textures/detail/detail_textures.h"
+#include "samples/grounds/detail_textures.h"
 
 #include <algorithm>
 

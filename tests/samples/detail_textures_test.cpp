@@ -1,5 +1,5 @@
 #include "host/textures/database_place.h"
-#include "host/textures/detail/detail_textures.h"
+#include "samples/grounds/detail_textures.h"
 
 #include <gtest/gtest.h>
 

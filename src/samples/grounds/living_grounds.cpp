@@ -1,6 +1,7 @@
-#include "host/textures/detail/brush.h"
-#include "host/textures/detail/detail_textures.h"
-#include "host/textures/detail/noise.h"
+#include "samples/grounds/brush.h"
+#include "samples/grounds/detail_textures.h"
+#include "samples/noise/lattice_noise.h"
+#include "samples/noise/tile_noise.h"
 
 #include <cmath>
 
@@ -112,10 +113,10 @@ Ground Mud()
             const CellPlace plate = Cells(warpU, warpV, 7, 0.9f, 407);
             const CellPlace chip = Cells(warpU, warpV, 19, 0.95f, 408);
             const float width = 0.030f + 0.022f * Clouds(u, v, 8, 2, 0.5f, 409);
-            const float crack = Smooth(width * 0.4f, width * 1.5f, plate.edge);
-            const float fine = Smooth(0.0f, 0.05f, chip.edge);
+            const float crack = SmoothStep(width * 0.4f, width * 1.5f, plate.edge);
+            const float fine = SmoothStep(0.0f, 0.05f, chip.edge);
             // Plates dry with their rims curled up.
-            const float curl = Smooth(0.40f, 0.06f, plate.edge);
+            const float curl = SmoothStep(0.40f, 0.06f, plate.edge);
             const float level = static_cast<float>(plate.id & 255) / 255.0f;
             height.At(x, y) =
                 crack * (4.0f + 2.2f * curl + 1.5f * level) + 0.8f * fine + 1.3f * Clouds(u, v, 16, 5, 0.6f, 410);

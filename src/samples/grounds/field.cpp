@@ -1,4 +1,4 @@
-#include "host/textures/detail/field.h"
+#include "samples/grounds/field.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/elevation/terrain_noise.h"
+#include "samples/noise/plane_noise.h"
 
 #include <cstdint>
 
@@ -29,13 +29,10 @@ public:
     void Bend(double& x, double& y, double reach) const;
 
 private:
-    TerrainNoise coast_;
-    TerrainNoise detail_;
-    TerrainNoise ranges_;
-    TerrainNoise rock_;
+    PlaneNoise coast_;
+    PlaneNoise detail_;
+    PlaneNoise ranges_;
+    PlaneNoise rock_;
 };
-
-/// 0 up to `low`, 1 from `high` on, level at both.
-double SmoothStep(double low, double high, double value);
 
 }  // namespace tessara

@@ -1,5 +1,6 @@
-#include "host/textures/detail/detail_textures.h"
-#include "host/textures/detail/noise.h"
+#include "samples/grounds/detail_textures.h"
+#include "samples/noise/lattice_noise.h"
+#include "samples/noise/tile_noise.h"
 
 #include <algorithm>
 #include <cmath>
@@ -68,7 +69,7 @@ Stone StoneAt(float u, float v, const Layer& layer)
         return {0.0f, 0.0f, 0.0f};
     const float inside = std::min((place.edge - 0.05f) / 0.4f, 1.0f);
     const float dome = std::sqrt(std::max(0.0f, 1.0f - (1.0f - inside) * (1.0f - inside)));
-    const float broken = Smooth(0.0f, 0.12f, inside) * Facets(place);
+    const float broken = SmoothStep(0.0f, 0.12f, inside) * Facets(place);
     const float size = (0.55f + 0.45f * Fraction(place.id, 16)) * kSide / fineness;
     const float height = size * (dome * layer.roundness + broken * (1.0f - layer.roundness)) * 0.45f;
     return {height + 0.01f, Fraction(place.id, 24), Fraction(place.id, 12)};
@@ -153,12 +154,12 @@ Ground Rock()
             const CellPlace block = Cells(wu, wv, 3, 1.0f, 503);
             const CellPlace piece = Cells(wu, wv, 8, 1.0f, 504);
             const CellPlace chip = Cells(wu, wv, 21, 1.0f, 510);
-            const float open = Smooth(-0.1f, 0.5f, Clouds(u, v, 4, 3, 0.5f, 511));
-            const float joint = Smooth(0.0f, 0.012f + 0.03f * open, block.edge);
-            const float vein = 1.0f - (1.0f - Smooth(0.0f, 0.05f, piece.edge)) * open;
+            const float open = SmoothStep(-0.1f, 0.5f, Clouds(u, v, 4, 3, 0.5f, 511));
+            const float joint = SmoothStep(0.0f, 0.012f + 0.03f * open, block.edge);
+            const float vein = 1.0f - (1.0f - SmoothStep(0.0f, 0.05f, piece.edge)) * open;
             height.At(x, y) = 75.0f * Tilt(block) + 30.0f * Tilt(piece) + 10.0f * Tilt(chip) + 7.0f * joint +
                               3.0f * vein + 22.0f * Crests(wu, wv, 5, 6, 505) + 5.0f * Clouds(u, v, 24, 4, 0.65f, 506);
-            const float lichen = Smooth(0.14f, 0.42f, Clouds(u, v, 5, 5, 0.6f, 507));
+            const float lichen = SmoothStep(0.14f, 0.42f, Clouds(u, v, 5, 5, 0.6f, 507));
             colour.At(x, y) = 0.22f * (joint - 1.0f) + 0.12f * (vein - 1.0f) + 0.22f * (Fraction(piece.id, 16) - 0.5f) +
                               0.14f * Clouds(u, v, 7, 5, 0.6f, 508) + 0.14f * lichen;
             ground.mixture.At(x, y) = lichen + 0.3f * Clouds(u, v, 4, 3, 0.5f, 509);
@@ -189,11 +190,11 @@ Ground Cliff()
                                 static_cast<std::uint32_t>(kBeds);
             const std::uint32_t id = Hash(number, 3, 603);
             const float layers = Noise(u, wave, 3, 46, 604) + 0.7f * Noise(u, wave, 5, 90, 613);
-            const float crumbled = Smooth(-0.25f, 0.35f, Clouds(u, v, 6, 4, 0.6f, 614));
-            const float ledge = 1.0f - (1.0f - Smooth(0.0f, 0.05f + 0.1f * crumbled, part)) * crumbled;
+            const float crumbled = SmoothStep(-0.25f, 0.35f, Clouds(u, v, 6, 4, 0.6f, 614));
+            const float ledge = 1.0f - (1.0f - SmoothStep(0.0f, 0.05f + 0.1f * crumbled, part)) * crumbled;
             const CellPlace block = Cells(u + 0.02f * Clouds(u, v, 9, 4, 0.6f, 615), v, 6, 1.0f, 605);
             const CellPlace chip = Cells(u, wave, 17, 1.0f, 616);
-            const float split = 1.0f - (1.0f - Smooth(0.0f, 0.03f, block.edge)) * crumbled;
+            const float split = 1.0f - (1.0f - SmoothStep(0.0f, 0.03f, block.edge)) * crumbled;
             height.At(x, y) = 9.0f * ledge + 18.0f * part * Fraction(id, 0) + 3.0f * split + 3.0f * layers +
                               40.0f * Tilt(block) + 13.0f * Tilt(chip) + 20.0f * Crests(u, v, 5, 6, 606) +
                               4.0f * Clouds(u, v, 26, 4, 0.6f, 607);
