@@ -38,7 +38,7 @@ TEST(RegistrationCommands, TakeTheModuleInAndOut)
 TEST(RegistrationCommands, KnowTheUserFromTheMachine)
 {
     const RegistrySandbox sandbox;
-    const std::string copy = RegistrySandbox::Write(sandbox.Path("lib/Tessara.so"), RegistrySandbox::Read(kModule));
+    const std::string copy = sandbox.Write(sandbox.Path("lib/Tessara.so"), tessara::test::ReadBytes(kModule));
     EXPECT_EQ(RunTessara({"register", copy}).exitCode, 0);
     const ProgramRun run = RunTessara({"register", "--system"});
     EXPECT_THAT(run.output, HasSubstr("for all users, in " + sandbox.MachineStore()));
@@ -53,7 +53,7 @@ TEST(RegistrationCommands, KnowTheUserFromTheMachine)
 TEST(RegistrationCommands, SayInOneSentenceWhatIsWrong)
 {
     const RegistrySandbox sandbox;
-    const std::string copy = RegistrySandbox::Write(sandbox.Path("Tessara.so"), RegistrySandbox::Read(kModule));
+    const std::string copy = sandbox.Write(sandbox.Path("Tessara.so"), tessara::test::ReadBytes(kModule));
     EXPECT_EQ(RunTessara({"register", copy}).exitCode, 0);
     std::filesystem::remove(copy);
     ProgramRun run = RunTessara({"classes"});
@@ -61,14 +61,14 @@ TEST(RegistrationCommands, SayInOneSentenceWhatIsWrong)
     EXPECT_THAT(run.output, HasSubstr("Loads       no: The module " + copy + " isn't there."));
     EXPECT_EQ(run.errors, "tessara: 1 of the registered classes can't be loaded.\n");
 
-    RegistrySandbox::Write(sandbox.UserStore(), "damaged");
+    sandbox.Write(sandbox.UserStore(), "damaged");
     for (const char* command : {"register", "unregister", "classes"}) {
         run = RunTessara({command});
         EXPECT_EQ(run.exitCode, 1) << command;
         EXPECT_THAT(run.errors, StartsWith("tessara: The class registry " + sandbox.UserStore() + " is damaged"));
         EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
     }
-    EXPECT_EQ(RegistrySandbox::Read(sandbox.UserStore()), "damaged");
+    EXPECT_EQ(tessara::test::ReadBytes(sandbox.UserStore()), "damaged");
     run = RunTessara({"register", copy});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(run.errors, HasSubstr("The module " + copy + " isn't there"));

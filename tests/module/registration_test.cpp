@@ -85,10 +85,10 @@ protected:
     /// A file with the module's bytes, some of them others.
     std::string CopyOfModule(const std::string& name, const std::string& from = {}, const std::string& to = {}) const
     {
-        std::string bytes = RegistrySandbox::Read(kModule);
+        std::string bytes = tessara::test::ReadBytes(kModule);
         for (std::size_t at = 0; !from.empty() && (at = bytes.find(from, at)) != std::string::npos;)
             bytes.replace(at, from.size(), to);
-        return RegistrySandbox::Write(sandbox.Path(name), bytes);
+        return sandbox.Write(sandbox.Path(name), bytes);
     }
 
     RegistrySandbox sandbox;
@@ -189,13 +189,13 @@ TEST_F(Registration, TheUsersComesBeforeTheMachines)
 
 TEST_F(Registration, ADamagedStoreIsReportedAndKept)
 {
-    RegistrySandbox::Write(sandbox.UserStore(), "not a registry\n");
+    sandbox.Write(sandbox.UserStore(), "not a registry\n");
     ComPtr<ITessara> surface;
     EXPECT_EQ(RegisterServer(kModule), REGDB_E_READREGDB);
     EXPECT_EQ(UnregisterServer(kModule), S_OK);
     EXPECT_EQ(Create(surface), REGDB_E_READREGDB);
     EXPECT_THAT(messages.lines, testing::AllOf(testing::SizeIs(3), testing::Each(HasSubstr(sandbox.UserStore()))));
-    EXPECT_EQ(RegistrySandbox::Read(sandbox.UserStore()), "not a registry\n");
+    EXPECT_EQ(tessara::test::ReadBytes(sandbox.UserStore()), "not a registry\n");
     EXPECT_THAT(tessara::ListRegisteredClasses().faults, ElementsAre(HasSubstr(sandbox.UserStore())));
 }
 
@@ -206,7 +206,7 @@ TEST_F(Registration, AModuleThatIsGoneOrIsNoneHasAResultAndALine)
     ComPtr<ITessara> surface;
     fs::remove(path);
     EXPECT_EQ(Create(surface), CO_E_DLLNOTFOUND);
-    RegistrySandbox::Write(path, "text");
+    sandbox.Write(path, "text");
     EXPECT_EQ(Create(surface), CO_E_ERRORINDLL);
     fs::copy_file(TESSARA_PLATFORM_PATH, path, fs::copy_options::overwrite_existing);
     EXPECT_EQ(Create(surface), CO_E_ERRORINDLL);
@@ -222,7 +222,7 @@ TEST_F(Registration, AModuleThatIsGoneOrIsNoneHasAResultAndALine)
 
 TEST_F(Registration, OfAModuleWithoutATypeDescriptionEntersNothing)
 {
-    RegistrySandbox::Write(sandbox.UserStore(), "");
+    sandbox.Write(sandbox.UserStore(), "");
     fs::remove(sandbox.UserStore());
     const std::string path = CopyOfModule("Tessara.so", ".tessara.TYPELIB.1", ".tessara.TYPELIB.2");
     EXPECT_EQ(RegisterServer(path), TYPE_E_CANTLOADLIBRARY);

@@ -21,19 +21,10 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetBitsPerPixel(WORD* bitsPerPixel) override
     {
-        *bitsPerPixel = 32;
-        return Log("GetBitsPerPixel");
+        return Give(bitsPerPixel, 32, "GetBitsPerPixel");
     }
-    HRESULT STDMETHODCALLTYPE GetHeight(UINT* height) override
-    {
-        *height = 1;
-        return Log("GetHeight");
-    }
-    HRESULT STDMETHODCALLTYPE GetWidth(UINT* width) override
-    {
-        *width = 1;
-        return Log("GetWidth");
-    }
+    HRESULT STDMETHODCALLTYPE GetHeight(UINT* height) override { return Give(height, 1, "GetHeight"); }
+    HRESULT STDMETHODCALLTYPE GetWidth(UINT* width) override { return Give(width, 1, "GetWidth"); }
     HRESULT STDMETHODCALLTYPE Open() override
     {
         Log("Open");

@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace tessara::test {
@@ -50,6 +51,19 @@ protected:
                 return S_OK;
             },
             S_OK);
+    }
+
+    /// The same for a call that hands something out.
+    template <class Out, class... Args>
+    HRESULT Give(Out* out, const std::type_identity_t<Out>& value, const char* call, const Args&... args) noexcept
+    {
+        *out = value;
+        return Log(call, args...);
+    }
+    template <class Out, class... Args>
+    HRESULT GiveCounted(Out** out, Out* object, const char* call, const Args&... args) noexcept
+    {
+        return Give(out, ComPtr<Out>(object).Detach(), call, args...);
     }
     static std::string Text(BSTR text) { return NarrowText(text); }
     static std::string Text(const char* text) { return text; }
@@ -103,16 +117,8 @@ public:
         pendingHeight_ = rows;
         return Log("SetHeight", rows);
     }
-    HRESULT STDMETHODCALLTYPE GetWidth(LONG* columns) override
-    {
-        *columns = width;
-        return Log("GetWidth");
-    }
-    HRESULT STDMETHODCALLTYPE GetHeight(LONG* rows) override
-    {
-        *rows = height;
-        return Log("GetHeight");
-    }
+    HRESULT STDMETHODCALLTYPE GetWidth(LONG* columns) override { return Give(columns, width, "GetWidth"); }
+    HRESULT STDMETHODCALLTYPE GetHeight(LONG* rows) override { return Give(rows, height, "GetHeight"); }
     HRESULT STDMETHODCALLTYPE AllocateCells() override
     {
         Resize(pendingWidth_, pendingHeight_);
@@ -120,8 +126,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetCell(LONG x, LONG y, IElevationCell** cell) override
     {
-        *cell = MakeObject<FakeCell>(log_, At(x, y)).Detach();
-        return Log("GetCell", x, y);
+        return Give(cell, MakeObject<FakeCell>(log_, At(x, y)).Detach(), "GetCell", x, y);
     }
     HRESULT STDMETHODCALLTYPE SetElevationRange(float low, float high) override
     {
@@ -136,15 +141,10 @@ public:
     HRESULT STDMETHODCALLTYPE ResetMatrix() override { return Log("ResetMatrix"); }
     HRESULT STDMETHODCALLTYPE BeginUpdate(LONG reserved) override { return Log("BeginUpdate", reserved); }
     HRESULT STDMETHODCALLTYPE EndUpdate(LONG reserved) override { return Log("EndUpdate", reserved); }
-    HRESULT STDMETHODCALLTYPE GetPalette(ElevationPalette** out) override
-    {
-        *out = palette;
-        return Log("GetPalette");
-    }
+    HRESULT STDMETHODCALLTYPE GetPalette(ElevationPalette** out) override { return Give(out, palette, "GetPalette"); }
     HRESULT STDMETHODCALLTYPE GetGrid(ElevationElement** grid) override
     {
-        *grid = elements.data();
-        return Log("GetGrid");
+        return Give(grid, elements.data(), "GetGrid");
     }
 
     ElevationPalette ownPalette;
@@ -171,11 +171,7 @@ public:
         std::copy(position, position + 3, out);
         return Log("GetPosition");
     }
-    HRESULT STDMETHODCALLTYPE GetFrustum(TerrainFrustum** out) override
-    {
-        *out = &frustum;
-        return Log("GetFrustum");
-    }
+    HRESULT STDMETHODCALLTYPE GetFrustum(TerrainFrustum** out) override { return Give(out, &frustum, "GetFrustum"); }
     float position[3] = {1e6f, 1e6f, 1e6f};
     TerrainFrustum frustum;
 };
@@ -216,8 +212,7 @@ public:
     HRESULT STDMETHODCALLTYPE SetTextureName(BSTR name) override { return Log("SetTextureName", name); }
     HRESULT STDMETHODCALLTYPE GetImplementation(CTextureMgrImp** out) override
     {
-        *out = implementation;
-        return Log("GetImplementation");
+        return Give(out, implementation, "GetImplementation");
     }
     HRESULT STDMETHODCALLTYPE ResetTextureUnit() override { return Log("ResetTextureUnit"); }
 
@@ -258,23 +253,20 @@ public:
     using Fake::Fake;
     HRESULT STDMETHODCALLTYPE GetTextureMgr(ITextureMgr** out) override
     {
-        *out = ComPtr<ITextureMgr>(textures).Detach();
-        return Log("GetTextureMgr");
+        return GiveCounted(out, textures, "GetTextureMgr");
     }
     HRESULT STDMETHODCALLTYPE CreateImageFile(IImageFile** out) override
     {
-        *out = ComPtr<IImageFile>(image).Detach();
-        return Log("CreateImageFile");
+        return GiveCounted(out, image, "CreateImageFile");
     }
     HRESULT STDMETHODCALLTYPE OpenTextureDatabase(ITextureDatabase** out, VARIANT* selector) override
     {
-        *out = ComPtr<ITextureDatabase>(selector ? userDatabase : systemDatabase).Detach();
-        return Log("OpenTextureDatabase", selector ? "user" : "system");
+        return GiveCounted(out, selector ? userDatabase : systemDatabase, "OpenTextureDatabase",
+                           selector ? "user" : "system");
     }
     HRESULT STDMETHODCALLTYPE NewElementKey(BSTR* key) override
     {
-        *key = MakeBstr("key" + std::to_string(++keys_));
-        return Log("NewElementKey");
+        return Give(key, MakeBstr("key" + std::to_string(++keys_)), "NewElementKey");
     }
     HRESULT STDMETHODCALLTYPE LoadTextureFromDB(BSTR name, BSTR table, ULONG* id, VARIANT* selector) override
     {
@@ -290,8 +282,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetProgressWindow(IProgressWindow** out) override
     {
-        *out = ComPtr<IProgressWindow>(progress).Detach();
-        return Log("GetProgressWindow");
+        return GiveCounted(out, progress, "GetProgressWindow");
     }
 
     ITextureMgr* textures = nullptr;  // none of these is counted

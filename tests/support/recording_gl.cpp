@@ -8,121 +8,40 @@ namespace tessara::test {
 
 namespace {
 
-struct NamedConstant {
-    GLenum value;
-    const char* name;
-};
+/// Constants and their names, both from one list.
+struct Constants {
+    std::vector<GLenum> values;
+    std::string_view names;  ///< with commas between them
 
-#define C(name)                                                                                                        \
-    {                                                                                                                  \
-        name, #name                                                                                                    \
+    /// \return an empty string for a value that isn't here
+    std::string NameOf(GLenum value) const
+    {
+        std::size_t from = 0;
+        for (const GLenum v : values) {
+            const std::size_t end = std::min(names.find(',', from), names.size());
+            if (v == value)
+                return std::string(names.substr(from, end - from));
+            from = end + 2;
+        }
+        return "";
     }
-
-// Constants that have the value to themselves.
-constexpr NamedConstant kConstants[] = {
-    C(GL_TEXTURE_2D),
-    C(GL_TEXTURE_1D),
-    C(GL_BLEND),
-    C(GL_LIGHTING),
-    C(GL_LIGHT0),
-    C(GL_DEPTH_TEST),
-    C(GL_CULL_FACE),
-    C(GL_FOG),
-    C(GL_ALPHA_TEST),
-    C(GL_NORMALIZE),
-    C(GL_COLOR_MATERIAL),
-    C(GL_SCISSOR_TEST),
-    C(GL_STENCIL_TEST),
-    C(GL_VERTEX_ARRAY),
-    C(GL_NORMAL_ARRAY),
-    C(GL_COLOR_ARRAY),
-    C(GL_TEXTURE_COORD_ARRAY),
-    C(GL_FLOAT),
-    C(GL_UNSIGNED_BYTE),
-    C(GL_UNSIGNED_SHORT),
-    C(GL_UNSIGNED_INT),
-    C(GL_SRC_ALPHA),
-    C(GL_ONE_MINUS_SRC_ALPHA),
-    C(GL_FRONT),
-    C(GL_BACK),
-    C(GL_FRONT_AND_BACK),
-    C(GL_POINT),
-    C(GL_LINE),
-    C(GL_FILL),
-    C(GL_MODELVIEW),
-    C(GL_PROJECTION),
-    C(GL_TEXTURE),
-    C(GL_TEXTURE_ENV),
-    C(GL_TEXTURE_ENV_MODE),
-    C(GL_MODULATE),
-    C(GL_DECAL),
-    C(GL_REPLACE),
-    C(GL_COMBINE_ARB),
-    C(GL_COMBINE_RGB_ARB),
-    C(GL_ADD_SIGNED_ARB),
-    C(GL_RGB_SCALE_ARB),
-    C(GL_TEXTURE_MIN_FILTER),
-    C(GL_TEXTURE_MAG_FILTER),
-    C(GL_TEXTURE_WRAP_S),
-    C(GL_TEXTURE_WRAP_T),
-    C(GL_NEAREST),
-    C(GL_LINEAR),
-    C(GL_NEAREST_MIPMAP_NEAREST),
-    C(GL_LINEAR_MIPMAP_NEAREST),
-    C(GL_NEAREST_MIPMAP_LINEAR),
-    C(GL_LINEAR_MIPMAP_LINEAR),
-    C(GL_REPEAT),
-    C(GL_CLAMP),
-    C(GL_CLAMP_TO_EDGE),
-    C(GL_TEXTURE_MAX_ANISOTROPY_EXT),
-    C(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT),
-    C(GL_TEXTURE0_ARB),
-    C(GL_TEXTURE1_ARB),
-    C(GL_TEXTURE_WIDTH),
-    C(GL_TEXTURE_HEIGHT),
-    C(GL_TEXTURE_COMPONENTS),
-    C(GL_LUMINANCE),
-    C(GL_RGB),
-    C(GL_RGBA),
-    C(GL_BGR_EXT),
-    C(GL_BGRA_EXT),
-    C(GL_POLYGON_MODE),
-    C(GL_VIEWPORT),
-    C(GL_UNPACK_ALIGNMENT),
-    C(GL_PACK_ALIGNMENT),
-    C(GL_MAX_TEXTURE_SIZE),
-    C(GL_TEXTURE_BINDING_2D),
-    C(GL_ACTIVE_TEXTURE_ARB),
-    C(GL_MATRIX_MODE),
-    C(GL_VENDOR),
-    C(GL_RENDERER),
-    C(GL_VERSION),
-    C(GL_EXTENSIONS),
-    C(GL_SMOOTH),
-    C(GL_FLAT),
-    C(GL_LEQUAL),
-    C(GL_LESS),
-    C(GL_INVALID_ENUM),
-    C(GL_INVALID_VALUE),
-    C(GL_INVALID_OPERATION),
-    C(GL_OUT_OF_MEMORY),
 };
 
-constexpr NamedConstant kPrimitives[] = {
-    C(GL_POINTS),         C(GL_LINES),        C(GL_LINE_LOOP), C(GL_LINE_STRIP), C(GL_TRIANGLES),
-    C(GL_TRIANGLE_STRIP), C(GL_TRIANGLE_FAN), C(GL_QUADS),     C(GL_QUAD_STRIP), C(GL_POLYGON),
-};
+#define CONSTANTS(name, ...) const Constants name = {{__VA_ARGS__}, #__VA_ARGS__};
 
-constexpr NamedConstant kBuffers[] = {C(GL_COLOR_BUFFER_BIT), C(GL_DEPTH_BUFFER_BIT), C(GL_STENCIL_BUFFER_BIT)};
-
-#undef C
-
-template <std::size_t N>
-const char* Lookup(const NamedConstant (&table)[N], GLenum value)
-{
-    const auto* found = std::find_if(table, table + N, [value](const NamedConstant& c) { return c.value == value; });
-    return found == table + N ? nullptr : found->name;
-}
+// Those that have the value to themselves.
+CONSTANTS(kConstants, GL_TEXTURE_2D, GL_BLEND, GL_LIGHTING, GL_DEPTH_TEST, GL_CULL_FACE, GL_VERTEX_ARRAY,
+          GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY, GL_FLOAT, GL_UNSIGNED_BYTE, GL_SRC_ALPHA,
+          GL_ONE_MINUS_SRC_ALPHA, GL_FRONT, GL_BACK, GL_FRONT_AND_BACK, GL_POINT, GL_LINE, GL_FILL, GL_MODELVIEW,
+          GL_PROJECTION, GL_TEXTURE, GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE, GL_COMBINE_ARB,
+          GL_COMBINE_RGB_ARB, GL_ADD_SIGNED_ARB, GL_RGB_SCALE_ARB, GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER,
+          GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_NEAREST, GL_LINEAR, GL_LINEAR_MIPMAP_LINEAR, GL_REPEAT, GL_CLAMP,
+          GL_CLAMP_TO_EDGE, GL_TEXTURE_MAX_ANISOTROPY_EXT, GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, GL_TEXTURE0_ARB,
+          GL_TEXTURE1_ARB, GL_TEXTURE_WIDTH, GL_TEXTURE_HEIGHT, GL_TEXTURE_COMPONENTS, GL_LUMINANCE, GL_BGR_EXT,
+          GL_BGRA_EXT, GL_POLYGON_MODE, GL_UNPACK_ALIGNMENT, GL_PACK_ALIGNMENT, GL_TEXTURE_BINDING_2D,
+          GL_ACTIVE_TEXTURE_ARB, GL_VERSION, GL_EXTENSIONS)
+CONSTANTS(kPrimitives, GL_LINES, GL_TRIANGLES, GL_TRIANGLE_STRIP, GL_TRIANGLE_FAN, GL_QUADS)
+CONSTANTS(kBuffers, GL_COLOR_BUFFER_BIT, GL_DEPTH_BUFFER_BIT, GL_STENCIL_BUFFER_BIT)
 
 template <class T>
 std::string Number(T value, auto... options)
@@ -144,6 +63,8 @@ struct Buffers {
 
 /// A value of an int or float parameter that may be a constant.
 struct Setting {
+    explicit Setting(GLint whole) : value(static_cast<float>(whole)) {}
+    explicit Setting(GLfloat number) : value(number) {}
     float value;
 };
 
@@ -155,42 +76,28 @@ struct List {
 
 std::string Text(Enum e)
 {
-    const char* name = Lookup(kConstants, e.value);
-    return name ? name : "0x" + Number(e.value, 16);
+    const std::string name = kConstants.NameOf(e.value);
+    return name.empty() ? "0x" + Number(e.value, 16) : name;
 }
 
 std::string Text(Primitive p)
 {
-    const char* name = Lookup(kPrimitives, p.value);
-    return name ? name : Number(p.value);
+    const std::string name = kPrimitives.NameOf(p.value);
+    return name.empty() ? Number(p.value) : name;
 }
 
 std::string Text(Buffers b)
 {
     std::string result;
-    for (const NamedConstant& bit : kBuffers) {
-        if ((b.value & bit.value) != 0)
-            result += (result.empty() ? "" : " | ") + std::string(bit.name);
+    for (const GLenum bit : kBuffers.values) {
+        if ((b.value & bit) != 0)
+            result += (result.empty() ? "" : " | ") + kBuffers.NameOf(bit);
     }
     return result.empty() ? "0" : result;
 }
 
-std::string Text(float value)
-{
-    return Number(value);
-}
-
-std::string Text(double value)
-{
-    return Number(value);
-}
-
-std::string Text(GLint value)
-{
-    return Number(value);
-}
-
-std::string Text(GLuint value)
+template <class Value>
+requires std::is_arithmetic_v<Value> std::string Text(Value value)
 {
     return Number(value);
 }
@@ -198,9 +105,9 @@ std::string Text(GLuint value)
 std::string Text(Setting s)
 {
     const auto whole = static_cast<GLint>(s.value);
-    const char* name =
-        static_cast<float>(whole) == s.value && whole > 0xFF ? Lookup(kConstants, static_cast<GLenum>(whole)) : nullptr;
-    return name ? name : Number(s.value);
+    const bool constant = static_cast<float>(whole) == s.value && whole > 0xFF;
+    const std::string name = constant ? kConstants.NameOf(static_cast<GLenum>(whole)) : "";
+    return name.empty() ? Number(s.value) : name;
 }
 
 std::string Text(const void* pointer)
@@ -231,28 +138,23 @@ RecordingGl& Record(const char* function, Args... args)
     return gl;
 }
 
-void SwitchTexturing(GLenum capability, bool on)
-{
-    if (capability == GL_TEXTURE_2D)
-        RecordingGl::Get().textureEnabled[RecordingGl::Get().activeUnit] = on;
-}
-
-void SwitchArray(GLenum array, bool on)
+/// What glEnable and its kin switch, or null for what nobody asks for.
+bool* SwitchOf(GLenum what)
 {
     RecordingGl& gl = RecordingGl::Get();
-    if (array == GL_VERTEX_ARRAY)
-        gl.vertexArray.enabled = on;
-    else if (array == GL_NORMAL_ARRAY)
-        gl.normalArray.enabled = on;
-    else if (array == GL_COLOR_ARRAY)
-        gl.colorArray.enabled = on;
-    else if (array == GL_TEXTURE_COORD_ARRAY)
-        gl.texCoordArray[gl.clientUnit].enabled = on;
+    return what == GL_TEXTURE_2D            ? &gl.textureEnabled[gl.activeUnit]
+           : what == GL_VERTEX_ARRAY        ? &gl.vertexArray.enabled
+           : what == GL_NORMAL_ARRAY        ? &gl.normalArray.enabled
+           : what == GL_COLOR_ARRAY         ? &gl.colorArray.enabled
+           : what == GL_TEXTURE_COORD_ARRAY ? &gl.texCoordArray[gl.clientUnit].enabled
+                                            : nullptr;
 }
 
-void PointArray(ClientArray& array, GLint size, GLenum type, GLsizei stride, const void* data)
+void Switch(const char* function, GLenum what, bool on)
 {
-    array = {size, type, stride, data, array.enabled};
+    Record(function, Enum{what});
+    if (bool* state = SwitchOf(what))
+        *state = on;
 }
 
 template <class T, std::size_t N>
@@ -268,46 +170,7 @@ void CopyArray(const ClientArray& array, std::size_t count, std::vector<std::arr
 
 std::size_t BytesPerPixel(GLenum format)
 {
-    switch (format) {
-    case GL_BGRA_EXT:
-    case GL_RGBA:
-        return 4;
-    case GL_BGR_EXT:
-    case GL_RGB:
-        return 3;
-    default:
-        return 1;
-    }
-}
-
-void AnswerIntegers(GLenum what, GLint* out)
-{
-    const RecordingGl& gl = RecordingGl::Get();
-    switch (what) {
-    case GL_POLYGON_MODE:
-        std::copy_n(gl.polygonMode, 2, out);
-        break;
-    case GL_VIEWPORT:
-        std::copy_n(gl.viewport, 4, out);
-        break;
-    case GL_UNPACK_ALIGNMENT:
-        *out = gl.unpackAlignment;
-        break;
-    case GL_PACK_ALIGNMENT:
-        *out = gl.packAlignment;
-        break;
-    case GL_MAX_TEXTURE_SIZE:
-        *out = 4096;
-        break;
-    case GL_TEXTURE_BINDING_2D:
-        *out = static_cast<GLint>(gl.boundTexture[gl.activeUnit]);
-        break;
-    case GL_ACTIVE_TEXTURE_ARB:
-        *out = static_cast<GLint>(GL_TEXTURE0_ARB + gl.activeUnit);
-        break;
-    default:
-        *out = 0;
-    }
+    return format == GL_BGRA_EXT ? 4 : format == GL_BGR_EXT ? 3 : 1;
 }
 
 GLuint UnitOf(GLenum unit)
@@ -361,6 +224,17 @@ using namespace tessara::test;
     {                                                                                                                  \
         Record(#name __VA_OPT__(, ) __VA_ARGS__);                                                                      \
     }
+#define GL_SWITCH(name, on)                                                                                            \
+    void APIENTRY name(GLenum what)                                                                                    \
+    {                                                                                                                  \
+        Switch(#name, what, on);                                                                                       \
+    }
+#define GL_POINTER(name, array)                                                                                        \
+    void APIENTRY name(GLint size, GLenum type, GLsizei stride, const void* data)                                      \
+    {                                                                                                                  \
+        RecordingGl& gl = Record(#name, size, Enum{type}, stride, data);                                               \
+        gl.array = {size, type, stride, data, gl.array.enabled};                                                       \
+    }
 
 extern "C" {
 
@@ -371,79 +245,34 @@ GL_VOID(glLoadIdentity, ())
 GL_VOID(glMatrixMode, (GLenum mode), Enum{mode})
 GL_VOID(glTranslatef, (GLfloat x, GLfloat y, GLfloat z), x, y, z)
 GL_VOID(glScalef, (GLfloat x, GLfloat y, GLfloat z), x, y, z)
-GL_VOID(glRotatef, (GLfloat angle, GLfloat x, GLfloat y, GLfloat z), angle, x, y, z)
 GL_VOID(glMultMatrixf, (const GLfloat* m), List<float>{m, 16})
-GL_VOID(glLoadMatrixf, (const GLfloat* m), List<float>{m, 16})
-GL_VOID(glOrtho, (GLdouble l, GLdouble r, GLdouble b, GLdouble t, GLdouble n, GLdouble f), l, r, b, t, n, f)
-GL_VOID(glViewport, (GLint x, GLint y, GLsizei w, GLsizei h), x, y, w, h)
 GL_VOID(glClear, (GLbitfield mask), Buffers{mask})
-GL_VOID(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), r, g, b, a)
 GL_VOID(glBegin, (GLenum mode), Primitive{mode})
 GL_VOID(glEnd, ())
-GL_VOID(glVertex2f, (GLfloat x, GLfloat y), x, y)
 GL_VOID(glVertex3f, (GLfloat x, GLfloat y, GLfloat z), x, y, z)
 GL_VOID(glTexCoord2f, (GLfloat s, GLfloat t), s, t)
-GL_VOID(glColor3f, (GLfloat r, GLfloat g, GLfloat b), r, g, b)
 GL_VOID(glColor4f, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), r, g, b, a)
 GL_VOID(glBlendFunc, (GLenum source, GLenum target), Enum{source}, Enum{target})
 GL_VOID(glPolygonMode, (GLenum face, GLenum mode), Enum{face}, Enum{mode})
 GL_VOID(glTexEnvf, (GLenum target, GLenum name, GLfloat value), Enum{target}, Enum{name}, Setting{value})
-GL_VOID(glTexEnvi, (GLenum target, GLenum name, GLint value), Enum{target}, Enum{name},
-        Setting{static_cast<float>(value)})
+GL_VOID(glTexEnvi, (GLenum target, GLenum name, GLint value), Enum{target}, Enum{name}, Setting(value))
 GL_VOID(glTexParameterf, (GLenum target, GLenum name, GLfloat value), Enum{target}, Enum{name}, Setting{value})
-GL_VOID(glTexParameteri, (GLenum target, GLenum name, GLint value), Enum{target}, Enum{name},
-        Setting{static_cast<float>(value)})
-GL_VOID(glFlush, ())
-GL_VOID(glFinish, ())
+GL_VOID(glTexParameteri, (GLenum target, GLenum name, GLint value), Enum{target}, Enum{name}, Setting(value))
 GL_VOID(glMultiTexCoord2fARB, (GLenum unit, GLfloat s, GLfloat t), Enum{unit}, s, t)
 
 // Calls that change what later ones see.
-void APIENTRY glEnable(GLenum capability)
-{
-    Record("glEnable", Enum{capability});
-    SwitchTexturing(capability, true);
-}
-
-void APIENTRY glDisable(GLenum capability)
-{
-    Record("glDisable", Enum{capability});
-    SwitchTexturing(capability, false);
-}
-
-void APIENTRY glEnableClientState(GLenum array)
-{
-    Record("glEnableClientState", Enum{array});
-    SwitchArray(array, true);
-}
-
-void APIENTRY glDisableClientState(GLenum array)
-{
-    Record("glDisableClientState", Enum{array});
-    SwitchArray(array, false);
-}
-
-void APIENTRY glVertexPointer(GLint size, GLenum type, GLsizei stride, const void* data)
-{
-    RecordingGl& gl = Record("glVertexPointer", size, Enum{type}, stride, data);
-    PointArray(gl.vertexArray, size, type, stride, data);
-}
+GL_SWITCH(glEnable, true)
+GL_SWITCH(glDisable, false)
+GL_SWITCH(glEnableClientState, true)
+GL_SWITCH(glDisableClientState, false)
+GL_POINTER(glVertexPointer, vertexArray)
+GL_POINTER(glColorPointer, colorArray)
+GL_POINTER(glTexCoordPointer, texCoordArray[gl.clientUnit])
 
 void APIENTRY glNormalPointer(GLenum type, GLsizei stride, const void* data)
 {
     RecordingGl& gl = Record("glNormalPointer", Enum{type}, stride, data);
-    PointArray(gl.normalArray, 3, type, stride, data);
-}
-
-void APIENTRY glColorPointer(GLint size, GLenum type, GLsizei stride, const void* data)
-{
-    RecordingGl& gl = Record("glColorPointer", size, Enum{type}, stride, data);
-    PointArray(gl.colorArray, size, type, stride, data);
-}
-
-void APIENTRY glTexCoordPointer(GLint size, GLenum type, GLsizei stride, const void* data)
-{
-    RecordingGl& gl = Record("glTexCoordPointer", size, Enum{type}, stride, data);
-    PointArray(gl.texCoordArray[gl.clientUnit], size, type, stride, data);
+    gl.normalArray = {3, type, stride, data, gl.normalArray.enabled};
 }
 
 void APIENTRY glActiveTextureARB(GLenum unit)
@@ -544,19 +373,25 @@ const GLubyte* APIENTRY glGetString(GLenum name)
 
 const GLubyte* APIENTRY gluErrorString(GLenum error)
 {
-    const char* text = error == GL_INVALID_ENUM        ? "invalid enumerant"
-                       : error == GL_INVALID_VALUE     ? "invalid value"
-                       : error == GL_INVALID_OPERATION ? "invalid operation"
-                       : error == GL_OUT_OF_MEMORY     ? "out of memory"
-                                                       : nullptr;
     Record("gluErrorString", Enum{error});
+    const char* text = error == GL_INVALID_VALUE       ? "invalid value"
+                       : error == GL_INVALID_OPERATION ? "invalid operation"
+                                                       : "out of memory";
     return reinterpret_cast<const GLubyte*>(text);
 }
 
 void APIENTRY glGetIntegerv(GLenum what, GLint* out)
 {
-    Record("glGetIntegerv", Enum{what});
-    AnswerIntegers(what, out);
+    const RecordingGl& gl = Record("glGetIntegerv", Enum{what});
+    if (what == GL_POLYGON_MODE)
+        std::copy_n(gl.polygonMode, 2, out);
+    else if (what == GL_VIEWPORT)
+        std::copy_n(gl.viewport, 4, out);
+    else
+        *out = what == GL_UNPACK_ALIGNMENT     ? gl.unpackAlignment
+               : what == GL_PACK_ALIGNMENT     ? gl.packAlignment
+               : what == GL_TEXTURE_BINDING_2D ? static_cast<GLint>(gl.boundTexture[gl.activeUnit])
+                                               : 0;
 }
 
 void APIENTRY glGetFloatv(GLenum what, GLfloat* out)

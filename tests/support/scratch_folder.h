@@ -17,7 +17,7 @@ public:
         std::string name = (std::filesystem::temp_directory_path() / "tessara-XXXXXX").string();
         if (!mkdtemp(name.data()))
             throw std::filesystem::filesystem_error("no scratch folder", std::make_error_code(std::errc::io_error));
-        path_ = name;
+        path_ = std::filesystem::canonical(name);
     }
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
@@ -39,9 +39,10 @@ public:
         return names;
     }
 
-    /// Makes a file of the bytes. \return its path
+    /// Makes a file of the bytes, and its folder. \return its path
     std::string Write(const std::string& name, const std::string& bytes) const
     {
+        std::filesystem::create_directories((path_ / name).parent_path());
         std::ofstream(path_ / name, std::ios::binary) << bytes;
         return Path(name);
     }

@@ -6,7 +6,7 @@ int ScriptedWindowSystem::RunDialog(const DialogTemplate& form, DialogEvents& ev
 {
     log_.push_back(std::string("RunDialog(") + form.title + ")");
     lastParent = parent;
-    ScriptedDialog dialog(log_, form, events);
+    ScriptedDialog dialog(form, events);
     if (prepare)
         prepare(dialog);
     const bool focusFirst = events.Created(dialog);

@@ -17,79 +17,73 @@ namespace tessara::test {
 
 using CallLog = std::vector<std::string>;
 
-/// A surface for OpenGL that only writes down what is done to it.
+/// A surface for OpenGL that draws nothing.
 class ScriptedSurface final : public DeviceContext {
 public:
-    ScriptedSurface(CallLog& log, int width, int height) : log_(log), width_(width), height_(height) {}
+    ScriptedSurface(int width, int height) : width_(width), height_(height) {}
     int Width() const override { return width_; }
     int Height() const override { return height_; }
-    bool CreateGl() override;
-    void DestroyGl() override;
-    bool MakeCurrent() override;
-    void ReleaseCurrent() override;
-    void SwapBuffers() override { log_.push_back("SwapBuffers"); }
-
-    bool hasGl = true;  ///< false: CreateGl fails
-    int current = 0;    ///< MakeCurrent calls that wait for their ReleaseCurrent
+    bool CreateGl() override { return true; }
+    void DestroyGl() override {}
+    bool MakeCurrent() override { return true; }
+    void ReleaseCurrent() override {}
+    void SwapBuffers() override {}
 
 private:
-    CallLog& log_;
     int width_;
     int height_;
-    bool created_ = false;
 };
 
 /// An open dialog without a screen. The lower half acts as the user does, and then runs what was posted and paints what
 /// was invalidated, as a window system does between two inputs.
 class ScriptedDialog final : public DialogWindow {
 public:
-    ScriptedDialog(CallLog& log, const DialogTemplate& form, DialogEvents& events);
+    ScriptedDialog(const DialogTemplate& form, DialogEvents& events);
 
-    std::string GetText(int control) const override;
+    std::string GetText(int control) const override { return Of(control).text; }
     void SetText(int control, const std::string& text) override;
-    void Enable(int control, bool enable) override;
-    bool IsEnabled(int control) const override;
+    void Enable(int control, bool enable) override { Of(control).enabled = enable; }
+    bool IsEnabled(int control) const override { return Of(control).enabled; }
     RECT GetRect(int control) const override;
-    void Invalidate(int control) override;
-    void SetChecked(int control, bool checked) override;
-    bool IsChecked(int control) const override;
+    void Invalidate(int) override { invalid_ = true; }
+    void SetChecked(int control, bool checked) override { Of(control).checked = checked; }
+    bool IsChecked(int control) const override { return Of(control).checked; }
     int GetFocus() const override { return focus_; }
     void SetFocus(int control) override;
     bool IsActive() const override { return active; }
     int AddRow(int control, const std::string& text) override;
     void ClearRows(int control) override;
-    int RowCount(int control) const override;
+    int RowCount(int control) const override { return static_cast<int>(Of(control).rows.size()); }
     std::string RowText(int control, int row) const override;
-    int CurrentRow(int control) const override;
-    void SetCurrentRow(int control, int row) override;
+    int CurrentRow(int control) const override { return Of(control).current; }
+    void SetCurrentRow(int control, int row) override { Of(control).current = row < RowCount(control) ? row : -1; }
     std::vector<int> SelectedRows(int control) const override;
     void SelectRow(int control, int row, bool select) override;
-    bool IsModified(int control) const override;
-    void SetModified(int control, bool modified) override;
-    void SetImage(int control, const Image& image) override;
+    bool IsModified(int control) const override { return Of(control).modified; }
+    void SetModified(int control, bool modified) override { Of(control).modified = modified; }
+    void SetImage(int control, const Image& image) override { images[control] = image; }
     bool CreateToolTip() override { return hasToolTips; }
     void SetToolTipLink(UINT message) override { linkMessage = message; }
     void AddToolTip(int control, const std::string& markup) override { toolTips.emplace_back(control, markup); }
     void RelayToToolTip(const MSG& message) override { relayed.push_back(message); }
     void ShowHelp(const std::string& markup) override { helps.push_back(markup); }
-    DeviceContext* GetDeviceContext(int control) override;
-    void Post(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void End(int result) override;
+    DeviceContext* GetDeviceContext(int control) override { return Of(control).surface.get(); }
+    void Post(UINT message, WPARAM wParam, LPARAM lParam) override { posted_.push_back({message, wParam, lParam, 0}); }
+    void End(int value) override { result = result.value_or(value); }
     NativeWindow Native() const override { return const_cast<ScriptedDialog*>(this); }
 
     // The user.
     void Click(int control);
-    void Type(int control, const std::string& text);                      ///< replaces the text of an edit field
-    void Pick(int control, int row);                                      ///< of a drop list or a list box
+    void Type(int control, const std::string& text);                      ///< replaces an edit field's text
+    void Pick(int control, int row) { PickRows(control, {row}, row); }    ///< of a drop list or a list box
     void PickRows(int control, const std::vector<int>& rows, int focus);  ///< of a list box
     void Press(WPARAM key);
     void Step(int control, int steps);
     void Focus(int control);
     void ClickLink(const std::string& text);
-    void Paint();
+    void Paint() { Invalidate(0), Rest(); }
     void Rest();  ///< runs what was posted and paints what was invalidated
 
-    std::string title;
     bool active = true;
     bool hasToolTips = true;
     UINT linkMessage = 0;
@@ -111,25 +105,17 @@ private:
         std::vector<bool> selected;
         std::unique_ptr<ScriptedSurface> surface;
     };
-    struct Message {
-        UINT message;
-        WPARAM wParam;
-        LPARAM lParam;
-    };
 
-    Control* Find(int control);
-    const Control* Find(int control) const;
-    bool CanUse(int control) const;
+    Control& Of(int control) const;  ///< an empty, disabled one for an id that isn't there
+    bool Reach(int control);         ///< \return false where the user can't act on it
     void Notify(int control, UINT notification);
-    void MoveFocus(int control);
     void FocusNext();
-    void PressDefault();
 
-    CallLog& log_;
     const DialogTemplate& form_;
     DialogEvents& events_;
-    std::map<int, Control> controls_;
-    std::deque<Message> posted_;
+    std::map<int, Control> controls_;  ///< 0 is the dialog itself
+    mutable Control missing_;
+    std::deque<MSG> posted_;
     int focus_ = 0;
     bool invalid_ = false;
 };

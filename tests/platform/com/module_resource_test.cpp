@@ -33,7 +33,7 @@ TEST(ModuleResource, IsNotThereInWhatIsNoModule)
     const auto read = [&path] { return ReadModuleResource(path, "TEXT", 7); };
     EXPECT_EQ(read(), std::nullopt);
     for (const std::string& bytes : {std::string(), std::string("text"), std::string(4096, '\xFF')}) {
-        RegistrySandbox::Write(path, bytes);
+        sandbox.Write(path, bytes);
         EXPECT_EQ(read(), std::nullopt);
     }
     std::filesystem::remove(path);
@@ -45,8 +45,8 @@ TEST(ModuleResource, IsNotThereInWhatIsNoModule)
 TEST(ModuleResource, AFileThatLiesAboutItselfHarmsNothing)
 {
     const RegistrySandbox sandbox;
-    const std::string whole = RegistrySandbox::Read("/proc/self/exe");
-    const std::string path = RegistrySandbox::Write(sandbox.Path("module"), whole);
+    const std::string whole = tessara::test::ReadBytes("/proc/self/exe");
+    const std::string path = sandbox.Write(sandbox.Path("module"), whole);
     Elf64_Ehdr header;
     std::memcpy(&header, whole.data(), sizeof header);
     const std::size_t tableSize = header.e_shnum * sizeof(Elf64_Shdr);

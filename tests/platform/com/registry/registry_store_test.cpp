@@ -116,7 +116,7 @@ TEST(RegistryStore, NamesAStoreThatCannotBeReadOrWritten)
     RegistrySandbox sandbox;
     const RegistryStore store = WritableRegistryStore(RegistryScope::User);
     const auto read = [&store] { ReadRegistryStore(store); };
-    RegistrySandbox::Write(store.path, "damaged");
+    sandbox.Write(store.path, "damaged");
     EXPECT_THAT(FailureOf(REGDB_E_READREGDB, read), HasSubstr(store.path));
     fs::remove(store.path);
     fs::create_directory(store.path);
@@ -126,7 +126,7 @@ TEST(RegistryStore, NamesAStoreThatCannotBeReadOrWritten)
     mkfifo(store.path.c_str(), 0600);
     EXPECT_THAT(FailureOf(REGDB_E_READREGDB, read), HasSubstr(store.path));  // without waiting for a writer
 
-    sandbox.Set("XDG_DATA_HOME", RegistrySandbox::Write(sandbox.Path("file"), "") + "/below");
+    sandbox.Set("XDG_DATA_HOME", sandbox.Write(sandbox.Path("file"), "") + "/below");
     const RegistryStore nowhere = WritableRegistryStore(RegistryScope::User);
     EXPECT_EQ(ReadRegistryStore(nowhere), RegistryData());
     EXPECT_THAT(FailureOf(REGDB_E_WRITEREGDB, [&] { RegistryWriter writer(nowhere); }), HasSubstr(nowhere.path));
