@@ -42,7 +42,7 @@ void Viewer::TexturesChanged()
 
 WorkState Viewer::Work() const
 {
-    return {document_ ? document_->HeightState() : 0, textureState_, LookOf(settings_, colors_)};
+    return {document_ ? document_->HeightState() : 0, textureState_, {settings_, colors_}};
 }
 
 bool Viewer::HasUnsavedWork() const
@@ -68,7 +68,7 @@ void Viewer::WriteProject(ProjectWriter& writer)
     if (!place)
         place = writer.AddElement(element_);
     const GroundFrame& ground = document_->Session().Ground();
-    const ProjectLook look = LookOf(settings_, colors_);
+    const ProjectLook look{settings_, colors_};
     WriteTerrain(*place, document_->Session(), document_->Frame(), ground.Exaggeration(),
                  ViewFor(look, *controller_, ground));
     RememberLook(*place, look);

@@ -3,7 +3,7 @@
 #include "app/viewer/picture/map_view.h"
 #include "app/viewer/picture/view_text.h"
 #include "app/viewer/test_ground.h"
-#include "app/viewer/work/view_settings.h"
+#include "app/viewer/work/kept_settings.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "app/viewer/view_request.h"
 #include "app/viewer/viewer.h"
-#include "app/viewer/window/settings_listener.h"
-#include "app/viewer/work/view_settings.h"
+#include "app/viewer/window/pages/settings_listener.h"
+#include "app/viewer/work/kept_settings.h"
 #include "app/viewer/work/work_keeper.h"
 #include "host/project/autosave.h"
 

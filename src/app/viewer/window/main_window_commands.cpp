@@ -3,6 +3,7 @@
 #include "app/viewer/window/picture_pane.h"
 #include "app/viewer/window/table_dialog.h"
 #include "app/viewer/window/window_commands.h"
+#include "app/viewer/work/setting_table.h"
 
 #include <wx/aboutdlg.h>
 #include <wx/generic/aboutdlgg.h>
@@ -228,7 +229,6 @@ void MainWindow::ShowKeys()
 void MainWindow::SetRealTime(bool on)
 {
     Change([on](ViewSettings& settings) { settings.realTime = on; });
-    picture_->SetBrush(on);
 }
 
 /// A brush only works in the real-time mode.
@@ -251,8 +251,8 @@ void MainWindow::ScaleBrush(double factor)
         return;
     const GroundFrame& ground = viewer_->Document().Session().Ground();
     const double across = std::max(ground.Width(), ground.Depth());
-    Change([=](ViewSettings& settings) {
-        settings.brush.radius = std::clamp(settings.brush.radius * factor, across * 0.002, across * 0.25);
+    Change([radii = BrushRadii(across), factor](ViewSettings& settings) {
+        settings.brush.radius = radii.Nearest(settings.brush.radius * factor);
     });
 }
 

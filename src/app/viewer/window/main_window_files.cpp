@@ -1,8 +1,9 @@
 #include "app/viewer/window/load_bar.h"
 #include "app/viewer/window/main_window.h"
+#include "app/viewer/window/pages/sculpt_page.h"
 #include "app/viewer/window/picture_pane.h"
-#include "app/viewer/window/sculpt_page.h"
 #include "app/viewer/window/window_text.h"
+#include "app/viewer/work/setting_table.h"
 #include "host/project/project_file.h"
 #include "platform/gl/gl.h"
 #include "surface/itessara.h"
@@ -167,8 +168,8 @@ void MainWindow::Opened(OpenedTerrain terrain)
     const GroundFrame& ground = viewer_->Document().Session().Ground();
     const double across = std::max(ground.Width(), ground.Depth());
     sculptPage_->SetTerrainSize(across);
-    Change([across](ViewSettings& settings) {
-        settings.brush.radius = std::clamp(settings.brush.radius, across * 0.002, across * 0.25);
+    Change([radii = BrushRadii(across)](ViewSettings& settings) {
+        settings.brush.radius = radii.Nearest(settings.brush.radius);
     });
     if (!loading_.empty()) {
         kept_.recent.Add(loading_);

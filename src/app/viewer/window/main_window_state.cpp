@@ -1,12 +1,12 @@
-#include "app/viewer/window/colors_page.h"
-#include "app/viewer/window/debug_page.h"
 #include "app/viewer/window/legend_pane.h"
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/map_pane.h"
+#include "app/viewer/window/pages/colors_page.h"
+#include "app/viewer/window/pages/debug_page.h"
+#include "app/viewer/window/pages/sculpt_page.h"
+#include "app/viewer/window/pages/view_page.h"
 #include "app/viewer/window/picture_pane.h"
-#include "app/viewer/window/sculpt_page.h"
 #include "app/viewer/window/status_texts.h"
-#include "app/viewer/window/view_page.h"
 #include "app/viewer/window/window_commands.h"
 #include "app/viewer/window/window_text.h"
 
@@ -49,7 +49,11 @@ void MainWindow::Change(const std::function<void(ViewSettings&)>& change)
         return;
     ViewSettings settings = viewer_->Settings();
     change(settings);
+    const bool realTime = viewer_->Settings().realTime;
     viewer_->Apply(settings);
+    // The mode is of use with a brush.
+    if (settings.realTime != realTime)
+        picture_->SetBrush(settings.realTime);
     Changed({false, false, true});
 }
 
@@ -72,9 +76,9 @@ void MainWindow::ShowState()
     if (!viewer_)
         return;
     viewPage_->Show(viewer_->Settings());
-    colorsPage_->Show(*viewer_, hasSource_);
-    sculptPage_->Show(*viewer_, picture_->HasBrush());
-    debugPage_->Show(viewer_->Settings(), picture_->Figures(), picture_->FramesPerSecond());
+    colorsPage_->ShowState(*viewer_, hasSource_);
+    sculptPage_->ShowState(*viewer_, picture_->HasBrush());
+    debugPage_->ShowState(viewer_->Settings(), picture_->Figures(), picture_->FramesPerSecond());
     if (viewer_->HasTerrain())
         legend_->Show(viewer_->Colors());
     ShowMenus();
@@ -146,7 +150,7 @@ void MainWindow::ShowFrame()
     lastFigures_ = now;
     texts_->ShowFigures(picture_->Figures(), picture_->FramesPerSecond());
     if (debugPage_->IsShownOnScreen())
-        debugPage_->Show(viewer_->Settings(), picture_->Figures(), picture_->FramesPerSecond());
+        debugPage_->ShowState(viewer_->Settings(), picture_->Figures(), picture_->FramesPerSecond());
 }
 
 }  // namespace tessara

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/viewer/work/view_settings.h"
+#include "app/viewer/work/kept_settings.h"
 
 namespace tessara {
 

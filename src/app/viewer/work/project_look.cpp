@@ -2,6 +2,7 @@
 
 #include "app/view/palettes.h"
 #include "app/viewer/camera/camera_controller.h"
+#include "app/viewer/work/setting_table.h"
 #include "host/ground_frame.h"
 #include "host/project/project_place.h"
 #include "host/project/project_terrain.h"
@@ -9,19 +10,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <numbers>
 
 namespace tessara {
 
 namespace {
 
-constexpr const char* kFog = "fog";
-constexpr const char* kErrorPixels = "detail.pixels";
-constexpr const char* kFill = "fill";
 constexpr const char* kLow = "palette.low";
 constexpr const char* kHigh = "palette.high";
-constexpr const char* kFillNames[] = {"filled", "wireframe", "points"};
 
 double Degrees(double radians)
 {
@@ -36,10 +32,9 @@ bool IsRamp(const std::string& name)
 
 }  // namespace
 
-ProjectLook LookOf(const ViewSettings& settings, const HeightColors& colors)
+bool ProjectLook::operator==(const ProjectLook& other) const
 {
-    return {settings.exaggeration, colors,        settings.sunAzimuth,   settings.sunHeight,    settings.fog,
-            settings.errorPixels,  settings.fill, settings.vertexColors, settings.sourceTexture};
+    return IsSameWork(settings, other.settings) && colors == other.colors;
 }
 
 ViewSettings WithLook(ViewSettings settings, const ProjectTerrain& terrain, const ProjectSettings& stored)
@@ -51,11 +46,14 @@ ViewSettings WithLook(ViewSettings settings, const ProjectTerrain& terrain, cons
     }
     settings.vertexColors = terrain.view.color.value_or(settings.vertexColors);
     settings.ramp = IsRamp(terrain.view.palette) ? terrain.view.palette : std::string();
-    settings.fog = std::clamp(NumberOf(stored, kFog, settings.fog), 0.0, 1.0);
-    settings.errorPixels = std::clamp(NumberOf(stored, kErrorPixels, settings.errorPixels), 0.25, 32.0);
-    const auto fill = std::find(std::begin(kFillNames), std::end(kFillNames), TextOf(stored, kFill));
-    if (fill != std::end(kFillNames))
-        settings.fill = static_cast<FillMode>(fill - std::begin(kFillNames));
+    for (const Setting& each : AllSettings()) {
+        if (!each.inProject)
+            continue;
+        if (each.kind == Setting::Kind::Choice)
+            each.TakeText(settings, TextOf(stored, each.inProject));
+        else
+            each.Take(settings, NumberOf(stored, each.inProject, each.get(settings)));
+    }
     settings.frozen = false;
     return settings;
 }
@@ -80,17 +78,22 @@ ProjectView ViewFor(const ProjectLook& look, const CameraController& camera, con
     view.azimuth = camera.Azimuth();
     view.tilt = camera.Tilt();
     view.fieldOfView = camera.FieldOfView();
-    view.sun = {look.sunAzimuth, look.sunHeight};
-    view.color = look.vertexColors;
+    view.sun = {look.settings.sunAzimuth, look.settings.sunHeight};
+    view.color = look.settings.vertexColors;
     view.palette = look.colors.ramp;
     return view;
 }
 
 void RememberLook(ProjectPlace& place, const ProjectLook& look)
 {
-    place.Set(kFog, look.fog);
-    place.Set(kErrorPixels, look.errorPixels);
-    place.Set(kFill, std::string(kFillNames[static_cast<std::size_t>(look.fill)]));
+    for (const Setting& each : AllSettings()) {
+        if (!each.inProject)
+            continue;
+        if (each.kind == Setting::Kind::Choice)
+            place.Set(each.inProject, each.TextOf(look.settings));
+        else
+            place.Set(each.inProject, each.get(look.settings));
+    }
     place.Set(kLow, look.colors.low);
     place.Set(kHigh, look.colors.high);
 }

@@ -15,20 +15,12 @@ struct ProjectView;
 /// What a project keeps of the way in which a viewer shows a terrain, but for the camera. A change of it is unsaved
 /// work; a movement of the camera isn't.
 struct ProjectLook {
-    double exaggeration = 1.0;
+    ViewSettings settings;
     HeightColors colors;
-    double sunAzimuth = 0.0;
-    double sunHeight = 0.0;
-    double fog = 0.0;
-    double errorPixels = 1.0;
-    FillMode fill = FillMode::Filled;
-    bool vertexColors = true;
-    bool sourceTexture = true;
 
-    bool operator==(const ProjectLook&) const = default;
+    /// Whether a project would keep the same of both.
+    bool operator==(const ProjectLook& other) const;
 };
-
-ProjectLook LookOf(const ViewSettings& settings, const HeightColors& colors);
 
 /// The settings with what a project says of them. \param stored settings of the terrain's place
 ViewSettings WithLook(ViewSettings settings, const ProjectTerrain& terrain, const ProjectSettings& stored);

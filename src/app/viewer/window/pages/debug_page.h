@@ -1,11 +1,9 @@
 #pragma once
 
-#include "app/viewer/window/setting_controls.h"
-#include "app/viewer/window/settings_listener.h"
+#include "app/viewer/window/pages/settings_page.h"
 
 #include <vector>
 
-class wxCheckBox;
 class wxStaticText;
 
 namespace tessara {
@@ -16,12 +14,9 @@ struct FrameFigures;
 class DebugPage final : public SettingsPage {
 public:
     DebugPage(wxWindow* parent, const SettingsListener& listener);
-    void Show(const ViewSettings& settings, const FrameFigures& figures, double framesPerSecond);
+    void ShowState(const ViewSettings& settings, const FrameFigures& figures, double framesPerSecond);
 
 private:
-    wxCheckBox* levels_;
-    wxCheckBox* boxes_;
-    wxCheckBox* freeze_;
     std::vector<wxStaticText*> figures_;
 };
 

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "app/viewer/window/setting_controls.h"
-#include "app/viewer/window/settings_listener.h"
-
-#include <memory>
+#include "app/viewer/window/pages/settings_page.h"
 
 class wxButton;
-class wxCheckBox;
 class wxChoice;
 
 namespace tessara {
@@ -17,16 +13,13 @@ class Viewer;
 class SculptPage final : public SettingsPage {
 public:
     SculptPage(wxWindow* parent, const SettingsListener& listener);
-    void Show(Viewer& viewer, bool brushAtHand);
+    void ShowState(Viewer& viewer, bool brushAtHand);
 
     /// \param across length of the terrain in metres
     void SetTerrainSize(double across);
 
 private:
-    wxCheckBox* realTime_;
     wxChoice* brush_;
-    std::unique_ptr<SliderField> radius_;
-    std::unique_ptr<SliderField> strength_;
     wxButton* undo_;
     wxButton* redo_;
     wxButton* save_;

@@ -1,45 +1,18 @@
-#include "app/viewer/window/colors_page.h"
+#include "app/viewer/window/pages/colors_page.h"
 
-#include "app/view/palettes.h"
 #include "app/viewer/viewer.h"
 #include "app/viewer/window/window_commands.h"
 #include "app/viewer/window/window_text.h"
 #include "platform/system/number_text.h"
 
-#include <wx/checkbox.h>
-#include <wx/choice.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
-#include <algorithm>
-#include <cctype>
-
 namespace tessara {
 
-namespace {
-
-std::string Capitalised(std::string text)
+ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : SettingsPage(parent, listener)
 {
-    if (!text.empty())
-        text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-    return text;
-}
-
-}  // namespace
-
-ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : SettingsPage(parent)
-{
-    AddHeading(this, Column(), "Colours of the heights");
-    colors_ = AddCheck(this, Column(), "Colour by height", "Without, it is white", [change = listener.change](bool on) {
-        change([on](ViewSettings& settings) { settings.vertexColors = on; });
-    });
-    std::vector<std::string> names;
-    for (const std::string& name : PaletteNames())
-        names.push_back(Capitalised(name));
-    ramp_ =
-        AddChoice(this, Column(), "Ramp", "Colours from low to high", names, [change = listener.change](int choice) {
-            change([&](ViewSettings& settings) { settings.ramp = PaletteNames()[static_cast<std::size_t>(choice)]; });
-        });
+    AddGroup("Colours of the heights", SettingGroup::HeightColors);
     low_ = AddHeight("From", "Height in metres that gets the first colour");
     high_ = AddHeight("To", "Height in metres that gets the last colour");
     const auto apply = [this, colors = listener.colors] {
@@ -58,9 +31,7 @@ ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : Set
     auto* reset = new wxBoxSizer(wxHORIZONTAL);
     AddButton(this, *reset, "All Heights", "From the lowest to the highest point of the terrain", listener.resetColors);
     Column().Add(reset, wxSizerFlags().Expand());
-    AddHeading(this, Column(), "Picture on the ground");
-    source_ = AddCheck(this, Column(), "Show the source texture", "Show or hide the picture on the terrain",
-                       [run = listener.run](bool) { run(kSourceTexture); });
+    AddGroup("Picture on the ground", SettingGroup::GroundPicture);
     auto* import = new wxBoxSizer(wxHORIZONTAL);
     AddButton(this, *import, "Import...", "Stretch a picture over the terrain",
               [run = listener.run] { run(kImportSource); });
@@ -84,14 +55,9 @@ wxTextCtrl* ColorsPage::AddHeight(const std::string& title, const std::string& h
     return field;
 }
 
-void ColorsPage::Show(const Viewer& viewer, bool hasSource)
+void ColorsPage::ShowState(const Viewer& viewer, bool hasSource)
 {
-    const ViewSettings& settings = viewer.Settings();
-    colors_->SetValue(settings.vertexColors);
-    const std::vector<std::string> names = PaletteNames();
-    // A project may have colours of its own, which are none of these.
-    const auto ramp = std::find(names.begin(), names.end(), settings.ramp);
-    ramp_->SetSelection(ramp == names.end() ? wxNOT_FOUND : static_cast<int>(ramp - names.begin()));
+    Show(viewer.Settings());
     const auto show = [](wxTextCtrl& field, double value) {
         const wxString text = Wide(FixedText(value, 1));
         if (!field.IsModified() && field.GetValue() != text)
@@ -99,8 +65,7 @@ void ColorsPage::Show(const Viewer& viewer, bool hasSource)
     };
     show(*low_, viewer.Colors().low);
     show(*high_, viewer.Colors().high);
-    source_->SetValue(hasSource && settings.sourceTexture);
-    source_->Enable(hasSource);
+    ControlOf("View/SourceTexture").Enable(hasSource);
 }
 
 }  // namespace tessara

@@ -1,25 +1,17 @@
-#include "app/viewer/window/debug_page.h"
+#include "app/viewer/window/pages/debug_page.h"
 
 #include "app/viewer/picture/terrain_view.h"
 #include "app/viewer/picture/view_text.h"
-#include "app/viewer/window/window_commands.h"
 #include "app/viewer/window/window_text.h"
 #include "platform/system/number_text.h"
 
-#include <wx/checkbox.h>
 #include <wx/stattext.h>
 
 namespace tessara {
 
-DebugPage::DebugPage(wxWindow* parent, const SettingsListener& listener) : SettingsPage(parent)
+DebugPage::DebugPage(wxWindow* parent, const SettingsListener& listener) : SettingsPage(parent, listener)
 {
-    AddHeading(this, Column(), "Detail of the terrain");
-    levels_ = AddCheck(this, Column(), "Colours of the levels", "Colour triangles by the size of their nodes",
-                       [run = listener.run](bool) { run(kLevelColors); });
-    boxes_ = AddCheck(this, Column(), "Boxes of the drawn nodes", "Draw the boxes of the nodes that are drawn",
-                      [run = listener.run](bool) { run(kNodeBoxes); });
-    freeze_ = AddCheck(this, Column(), "Freeze the detail", "Keep the detail while the camera moves on",
-                       [run = listener.run](bool) { run(kFreeze); });
+    AddGroup("Detail of the terrain", SettingGroup::Detail);
     AddHeading(this, Column(), "Last frame");
     for (const char* title : {"Frames per second", "Triangles", "Active nodes", "Update", "Draw"}) {
         auto* row = new wxBoxSizer(wxHORIZONTAL);
@@ -32,11 +24,9 @@ DebugPage::DebugPage(wxWindow* parent, const SettingsListener& listener) : Setti
     Finish();
 }
 
-void DebugPage::Show(const ViewSettings& settings, const FrameFigures& figures, double framesPerSecond)
+void DebugPage::ShowState(const ViewSettings& settings, const FrameFigures& figures, double framesPerSecond)
 {
-    levels_->SetValue(settings.levelColors);
-    boxes_->SetValue(settings.nodeBoxes);
-    freeze_->SetValue(settings.frozen);
+    Show(settings);
     const std::string texts[] = {FixedText(framesPerSecond, 0), CountText(figures.triangles),
                                  figures.activeNodes > 0 ? CountText(figures.activeNodes) : "–",
                                  FixedText(figures.update, 1) + " ms", FixedText(figures.draw, 1) + " ms"};
