@@ -5,7 +5,7 @@
 #include "platform/gl/offscreen_context.h"
 #include "platform/gl/render_target.h"
 #include "support/test_grid.h"
-#include "terrain/quad_patch.h"
+#include "terrain/patch_writer.h"
 #include "terrain/terrain_frustum.h"
 #include "terrain/terrain_lod.h"
 
@@ -35,7 +35,7 @@ struct Scene {
         glEnable(GL_DEPTH_TEST);
         for (int frame = 0; frame < 20; ++frame)
             Draw();
-        QuadPatch patch(terrain);
+        PatchWriter patch(terrain);
         Collect(*terrain.Root, *terrain.RootCorner, patch);
     }
 
@@ -66,7 +66,7 @@ struct Scene {
     }
 
     /// Keeps the patches of the active tree, in the order in which a frame draws them.
-    void Collect(const QuadNode& node, QuadCorner& corner, QuadPatch& patch)
+    void Collect(const QuadNode& node, QuadCorner& corner, PatchWriter& patch)
     {
         for (std::uint32_t i = 0; i < 4; ++i) {
             if (!(node.ActiveMask & ChildBit(i)))

@@ -2,7 +2,7 @@
 // nothing.
 
 #include "support/test_grid.h"
-#include "terrain/quad_patch.h"
+#include "terrain/patch_writer.h"
 #include "terrain/terrain_frustum.h"
 #include "terrain/terrain_lod.h"
 
@@ -50,7 +50,7 @@ struct Scene {
         const float swing = (turn < 0.5f ? turn : 1.0f - turn) * 0.5f;
         return {side * (0.4f + swing), side * kHeightScale, side * (0.6f - swing)};
     }
-    void Update(float turn) { terrain.Root->Update(*terrain.RootCorner, At(turn), 0.0f); }
+    void Update(float turn) { terrain.Update(At(turn)); }
 
     float side;
     TerrainFrustum frustum;
@@ -132,7 +132,7 @@ void Emission(benchmark::State& state)
 {
     Scene scene(1025);
     scene.terrain.UseColor(state.range(0) != 0);
-    QuadPatch patch(scene.terrain);
+    PatchWriter patch(scene.terrain);
     g_drawCalls = 0;
     for (auto _ : state)
         scene.terrain.Root->Emit(*scene.terrain.RootCorner, 1, &scene.frustum, patch);
@@ -161,7 +161,7 @@ void RealTimeWholeGrid(benchmark::State& state)
         }
         lift = -lift;
         state.ResumeTiming();
-        terrain.Root->Update(*terrain.RootCorner, {middle, 1.0f, middle}, 0.0f);
+        terrain.Update({middle, 1.0f, middle});
     }
     ReportPer(state, "ns/active", CountActive(*terrain.Root));
 }

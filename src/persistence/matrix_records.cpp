@@ -137,7 +137,7 @@ bool CoTessara::CreateMatrix(LONG width, LONG height, std::unique_ptr<ElevationP
         return false;
     // The tree still points at the grid and the palette that go now.
     if (m_pTerrain)
-        m_pTerrain->DropTree();
+        m_pTerrain->ForgetSource();
     m_pMatrix->ResetMatrix();
     m_pMatrix->SetElevationRange(m_minElevation, m_maxElevation);
     if (FAILED(m_pMatrix->SetPalette(palette.get())))

@@ -1,4 +1,4 @@
-#include "terrain/quad_patch.h"
+#include "terrain/patch_writer.h"
 #include "terrain/terrain_frustum.h"
 #include "terrain/terrain_lod.h"
 #include "textures/ctexture_mgr_imp.h"
@@ -11,7 +11,7 @@ void TerrainLod::Draw(float x, float y, float z, const TerrainFrustum* frustum)
 {
     if (!Root)
         return;
-    UpdateTree({x, y, z});
+    UpdateForFrame({x, y, z});
     const bool multitexture = HasMultitexture();
     glPushMatrix();
     SetUpArrays(multitexture);
@@ -29,10 +29,10 @@ void TerrainLod::Draw(float x, float y, float z, const TerrainFrustum* frustum)
 }
 
 /// A failed allocation ends the update early. The tree is sound then, and the next frame goes on from there.
-void TerrainLod::UpdateTree(const Viewer& viewer)
+void TerrainLod::UpdateForFrame(const Viewer& viewer) noexcept
 {
     try {
-        Root->Update(*RootCorner, viewer, 0.0f);
+        Update(viewer);
     } catch (const std::bad_alloc&) {
     }
 }
@@ -101,7 +101,7 @@ void TerrainLod::EmitTree(const TerrainFrustum* frustum)
 {
     if (!frustum || !Source.HasData())
         return;
-    QuadPatch patch(*this);
+    PatchWriter patch(*this);
     Root->Emit(*RootCorner, TerrainFrustum::Crossing, frustum, patch);
 }
 
@@ -130,7 +130,7 @@ bool TerrainLod::DumpPolygons(const char* fileName, float x, float y, float z, c
 {
     if (!Root)
         return false;
-    UpdateTree({x, y, z});
+    UpdateForFrame({x, y, z});
     glPushMatrix();
     DumpToFile(fileName, frustum);
     glPopMatrix();
@@ -144,7 +144,7 @@ bool TerrainLod::DumpToFile(const char* fileName, const TerrainFrustum* frustum)
         return false;
     if (!frustum || !Source.HasData())
         return true;
-    QuadPatch patch(*this);
+    PatchWriter patch(*this);
     Root->DumpTriangles(*RootCorner, TerrainFrustum::Crossing, frustum, patch, file.get());
     return true;
 }

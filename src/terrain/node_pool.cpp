@@ -24,7 +24,7 @@ void NodePool::AddChunk()
     held_ += size;
 }
 
-void NodePool::Clear() noexcept
+void NodePool::Release() noexcept
 {
     while (chunks_)
         ::operator delete(std::exchange(chunks_, chunks_->next));

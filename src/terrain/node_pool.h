@@ -11,7 +11,7 @@ public:
     explicit NodePool(std::size_t blockSize) : blockSize_(blockSize) {}
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
-    ~NodePool() { Clear(); }
+    ~NodePool() { Release(); }
 
     /// \return an uninitialised block \throws std::bad_alloc when memory is short or BlockLimit is reached
     void* Allocate()
@@ -41,7 +41,7 @@ public:
     }
 
     /// Drops every block, handed out or not, and gives the memory back.
-    void Clear() noexcept;
+    void Release() noexcept;
 
     std::size_t BlocksUsed() const { return used_; }
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 
-class QuadPatch;
+class PatchWriter;
 class TerrainFrustum;
 class TerrainLod;
 
@@ -83,9 +83,8 @@ public:
     // Activation (quad_node_activation.cpp). A failed allocation takes back what the call has done to this node, so
     // that the tree stays sound. All but ReleaseChild throw std::bad_alloc.
 
-    /// Turns an edge vertex on, here and in the neighbour, which is created where needed. \param count whether an
-    /// active quadrant takes a hold on the vertex
-    void ActivateEdgeVertex(std::uint32_t edge, bool count, QuadCorner& corner);
+    /// Turns an edge vertex on, here and in the neighbour, which is created where needed. Takes no hold on it.
+    void ActivateEdgeVertex(std::uint32_t edge, QuadCorner& corner);
 
     /// Brings a quadrant into the mesh, with its holds on its two edge vertices.
     void ActivateChild(std::uint32_t child, QuadCorner& corner);
@@ -113,10 +112,10 @@ public:
 
     /// Draws the active subtree: one glDrawElements for each node with a free quadrant. \param clip what BoxTest gave
     /// for the parent, 0 for inside
-    void Emit(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, QuadPatch& patch) const;
+    void Emit(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch) const;
 
     /// Walks like Emit and writes three vertex lines per triangle to a text stream.
-    void DumpTriangles(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, QuadPatch& patch,
+    void DumpTriangles(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch,
                        std::FILE* stream) const;
 
     QuadNode* Children[4];      ///< owned, null when absent
@@ -134,8 +133,9 @@ public:
 private:
     QuadNode* ReachNeighbour(std::uint32_t edge, QuadCorner& corner);
     QuadNode* ActivateDescendant(std::uint32_t count, const std::uint8_t* indices, QuadCorner& corner);
-    void TurnOnEdge(std::uint32_t edge, bool count, QuadNode* neighbour);
+    void TurnOnEdge(std::uint32_t edge, QuadNode* neighbour);
+    void HoldEdge(std::uint32_t edge, QuadNode* neighbour);
     template <class Visit>
-    void WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, QuadPatch& patch,
+    void WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch,
                      const Visit& visit) const;
 };

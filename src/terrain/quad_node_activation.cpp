@@ -14,25 +14,29 @@ constexpr std::uint32_t kMaxClimb = 32;
 // Every change here reaches other nodes first, which may fail for want of memory, and sets its own bits and counters
 // once nothing can fail any more. The order can't be seen from outside: bits are only ever set and counters only grow.
 
-void QuadNode::ActivateEdgeVertex(std::uint32_t edge, bool count, QuadCorner& corner)
+void QuadNode::ActivateEdgeVertex(std::uint32_t edge, QuadCorner& corner)
 {
-    if ((ActiveMask & EdgeBit(edge)) && !count)
-        return;
-    TurnOnEdge(edge, count, ReachNeighbour(edge, corner));
+    if (!(ActiveMask & EdgeBit(edge)))
+        TurnOnEdge(edge, ReachNeighbour(edge, corner));
 }
 
-/// Sets the vertex active on both sides and takes the hold where its owner keeps the count: here for an east or south
-/// edge, in the neighbour for the others. On the outer rim there is no neighbour.
-void QuadNode::TurnOnEdge(std::uint32_t edge, bool count, QuadNode* neighbour)
+/// Sets the vertex active on both sides. On the outer rim there is no neighbour.
+void QuadNode::TurnOnEdge(std::uint32_t edge, QuadNode* neighbour)
 {
-    const auto turnOn = [count](QuadNode& node, std::uint32_t side) {
-        node.ActiveMask |= EdgeBit(side);
-        if (count && (side == 0 || side == 3))
-            ++node.EdgeUsers[side & 1];
-    };
-    turnOn(*this, edge);
+    ActiveMask |= EdgeBit(edge);
     if (neighbour)
-        turnOn(*neighbour, edge ^ 2u);
+        neighbour->ActiveMask |= EdgeBit(edge ^ 2u);
+}
+
+/// Takes an active quadrant's hold on a vertex, in the node that owns it: here for an east or south edge, in the
+/// neighbour for the others.
+void QuadNode::HoldEdge(std::uint32_t edge, QuadNode* neighbour)
+{
+    TurnOnEdge(edge, neighbour);
+    if (edge == 0 || edge == 3)
+        ++EdgeUsers[edge & 1];
+    else if (neighbour)
+        ++neighbour->EdgeUsers[edge & 1];
 }
 
 /// The node of this node's size across an edge, brought into the mesh with its ancestors where it isn't there yet.
@@ -93,7 +97,7 @@ void QuadNode::ActivateChild(std::uint32_t child, QuadCorner& corner)
         throw;
     }
     for (std::uint32_t i = 0; i < 2; ++i)
-        TurnOnEdge(edges[i], true, neighbours[i]);
+        HoldEdge(edges[i], neighbours[i]);
 }
 
 void QuadNode::CreateChild(std::uint32_t child, QuadCorner& corner)

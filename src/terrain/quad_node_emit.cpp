@@ -1,12 +1,12 @@
+#include "terrain/patch_writer.h"
 #include "terrain/quad_node.h"
-#include "terrain/quad_patch.h"
 #include "terrain/terrain_frustum.h"
 #include "terrain/terrain_lod.h"
 
 /// Visits the patches of the active subtree that the frustum lets through, children first. \param visit receives the
 /// number of indices of each patch, whose vertices and indices are written by then
 template <class Visit>
-void QuadNode::WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, QuadPatch& patch,
+void QuadNode::WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch,
                            const Visit& visit) const
 {
     if (clip != TerrainFrustum::Inside) {
@@ -34,7 +34,7 @@ void QuadNode::WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainF
     visit(patch.WriteIndices(ActiveMask));
 }
 
-void QuadNode::Emit(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, QuadPatch& patch) const
+void QuadNode::Emit(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch) const
 {
     WalkPatches(corner, clip, frustum, patch, [&patch](std::uint32_t indexCount) {
         patch.WriteNormals(indexCount);
@@ -42,7 +42,7 @@ void QuadNode::Emit(QuadCorner& corner, std::int32_t clip, const TerrainFrustum*
     });
 }
 
-void QuadNode::DumpTriangles(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, QuadPatch& patch,
+void QuadNode::DumpTriangles(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch,
                              std::FILE* stream) const
 {
     WalkPatches(corner, clip, frustum, patch,

@@ -50,7 +50,6 @@ void QuadNode::Update(QuadCorner& corner, const Viewer& viewer, float ownError)
     const float z = static_cast<float>(corner.OriginZ);
     const float middleX = static_cast<float>(corner.OriginX + half);
     const float middleZ = static_cast<float>(corner.OriginZ + half);
-    const float size = static_cast<float>(half);
 
     const auto eastNeedsDetail = [&] {
         return VertexNeedsDetail(static_cast<float>(corner.OriginX + side), Samples[1].Height, middleZ, VertexError[0],
@@ -62,16 +61,16 @@ void QuadNode::Update(QuadCorner& corner, const Viewer& viewer, float ownError)
     };
 
     if (!(ActiveMask & EdgeBit(0)) && eastNeedsDetail())
-        ActivateEdgeVertex(0, false, corner);
+        ActivateEdgeVertex(0, corner);
     if (!(ActiveMask & EdgeBit(3)) && southNeedsDetail())
-        ActivateEdgeVertex(3, false, corner);
+        ActivateEdgeVertex(3, corner);
 
     if (corner.Level > 0) {
         for (const std::uint32_t child : kVisitOrder) {
             const float childX = child == 0 || child == 3 ? middleX : x;
             const float childZ = child >= 2 ? middleZ : z;
-            if (!(ActiveMask & ChildBit(child)) &&
-                BoxNeedsDetail(childX, childZ, size, LowHeight, HighHeight, QuadrantError[child], viewer))
+            if (!(ActiveMask & ChildBit(child)) && BoxNeedsDetail(childX, childZ, static_cast<float>(half), LowHeight,
+                                                                  HighHeight, QuadrantError[child], viewer))
                 ActivateChild(child, corner);
         }
     }

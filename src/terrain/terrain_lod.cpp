@@ -40,26 +40,26 @@ TerrainLod::TerrainLod() : RootCorner(new QuadCorner), Nodes(sizeof(NodeBlock))
 
 TerrainLod::~TerrainLod()
 {
-    FreeTree();
+    DropTree();
     delete RootCorner;
 }
 
 void TerrainLod::InitQuadTree(HeightSource source)
 {
-    FreeTree();
+    DropTree();
     Source = source;
     BuildTree(LevelOf(source));
 }
 
 void TerrainLod::Build3D()
 {
-    FreeTree();
+    DropTree();
     BuildTree(RootCorner->Level);
 }
 
-void TerrainLod::DropTree() noexcept
+void TerrainLod::ForgetSource() noexcept
 {
-    FreeTree();
+    DropTree();
     Source = HeightSource();
 }
 
@@ -71,17 +71,23 @@ void TerrainLod::BuildTree(std::int32_t level)
         Root->Merge(*RootCorner);
         Root->ComputeErrors(*RootCorner);
     } catch (...) {
-        FreeTree();
+        DropTree();
         throw;
     }
 }
 
+void TerrainLod::Update(const Viewer& viewer)
+{
+    if (Root)
+        Root->Update(*RootCorner, viewer, 0.0f);
+}
+
 /// Nodes own nothing outside of the pool, so the whole tree goes without a walk.
-void TerrainLod::FreeTree() noexcept
+void TerrainLod::DropTree() noexcept
 {
     Root = nullptr;
     RootCorner->Node = nullptr;
-    Nodes.Clear();
+    Nodes.Release();
 }
 
 QuadNode* TerrainLod::NewNode(QuadCorner& corner)

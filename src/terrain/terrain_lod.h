@@ -26,8 +26,11 @@ public:
     /// Builds the tree again from the source of the last InitQuadTree. Failures as there.
     void Build3D();
 
-    /// Forgets the tree and its source, whose grid and palette may then go.
-    void DropTree() noexcept;
+    /// Forgets the source, whose grid and palette may then go, and the tree built on it.
+    void ForgetSource() noexcept;
+
+    /// Adapts the tree to the viewer, one step. \throws std::bad_alloc, with a sound tree that is not fully adapted
+    void Update(const Viewer& viewer);
 
     /// One frame: adapts the tree to the viewer and draws it. When memory is short, the frame shows the tree as far as
     /// it was adapted. OpenGL state afterwards: blending, the arrays and 2D texturing off, the blend function, the
@@ -108,9 +111,9 @@ public:
     NodePool Nodes;             ///< where the nodes live
 
 private:
-    void FreeTree() noexcept;
+    void DropTree() noexcept;
     void BuildTree(std::int32_t level);
-    void UpdateTree(const Viewer& viewer);
+    void UpdateForFrame(const Viewer& viewer) noexcept;
     bool HasMultitexture() const;
     std::uint32_t TextureId(std::uint32_t slot) const { return TextureIds ? TextureIds[slot] : 0; }
     void SetUpArrays(bool multitexture);

@@ -2,7 +2,7 @@
 
 #include "support/recording_gl.h"
 #include "support/test_grid.h"
-#include "terrain/quad_patch.h"
+#include "terrain/patch_writer.h"
 #include "terrain/terrain_frustum.h"
 #include "terrain/terrain_lod.h"
 #include "textures/ctexture_mgr_imp.h"
@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -40,7 +39,7 @@ protected:
     void BuildRootOnly()
     {
         terrain.InitQuadTree(grid.Source());
-        terrain.Root->Update(*terrain.RootCorner, {1e6f, 1e6f, 1e6f}, 0.0f);
+        terrain.Update({1e6f, 1e6f, 1e6f});
     }
 
     /// Draws the root with this mask and returns its patch.
@@ -49,7 +48,7 @@ protected:
         RecordingGl::Reset();
         BuildRootOnly();
         terrain.Root->ActiveMask = mask;
-        QuadPatch patch(terrain);
+        PatchWriter patch(terrain);
         glEnableClientState(GL_VERTEX_ARRAY);
         glVertexPointer(3, GL_FLOAT, 0, terrain.VertexArray);
         glEnableClientState(GL_NORMAL_ARRAY);
@@ -135,11 +134,6 @@ Lines Join(std::initializer_list<Lines> parts)
     return all;
 }
 
-Lines ClientUnit(const char* unit)
-{
-    return {std::string("glClientActiveTextureARB(") + unit + ")"};
-}
-
 TEST_F(DrawTest, WithoutATreeCallsNothing)
 {
     terrain.Draw(0, 0, 0, &everything);
@@ -148,17 +142,13 @@ TEST_F(DrawTest, WithoutATreeCallsNothing)
     EXPECT_TRUE(RecordingGl::Get().log.empty());
 }
 
-TEST_F(DrawTest, PlainFrame)
+TEST_F(DrawTest, FramesInTheirOrderOfCalls)
 {
     terrain.SetTranslation3D(1, 2, 3);
     EXPECT_THAT(DrawFrame(),
                 ElementsAreArray(Join({kArrays, kColors, kTransform, kTriangles, kOneUnitOff, kColorsOff, kDown})));
-}
 
-TEST_F(DrawTest, FrameWithoutColorsInAnotherPolygonMode)
-{
     terrain.UseColor(false);
-    terrain.SetTranslation3D(1, 2, 3);
     terrain.SetGLPolygonMode(GL_FRONT, GL_LINE);
     Lines transform = kTransform;
     transform.back() = "glPolygonMode(GL_FRONT, GL_LINE)";
@@ -166,17 +156,17 @@ TEST_F(DrawTest, FrameWithoutColorsInAnotherPolygonMode)
                                  {kArrays, {"glColor4f(1, 1, 1, 1)"}, transform, kTriangles, kOneUnitOff, kDown})));
 }
 
-TEST_F(DrawTest, FrameWithBothTextures)
+TEST_F(DrawTest, TexturedFramesInTheirOrderOfCalls)
 {
-    UseTextures(true);
     terrain.SetTranslation3D(1, 2, 3);
     terrain.UseTextureSource(true);
     terrain.UseTextureDetail(true);
     terrain.SetTextureDetailRGBGamma(1);
     const float tilingX = 8.0f;
     terrain.SetTextureDetailTiling(&tilingX, nullptr);
-    const Lines source = {"glActiveTextureARB(GL_TEXTURE0_ARB)", "glEnable(GL_TEXTURE_2D)", "glEnable(GL_TEXTURE_2D)",
-                          "glBindTexture(GL_TEXTURE_2D, 11)",
+    UseTextures(true);
+    // Enabled by the pass, and once more by the service that binds.
+    const Lines source = {"glEnable(GL_TEXTURE_2D)", "glEnable(GL_TEXTURE_2D)", "glBindTexture(GL_TEXTURE_2D, 11)",
                           "glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE)"};
     const Lines detail = {"glActiveTextureARB(GL_TEXTURE1_ARB)",
                           "glEnable(GL_TEXTURE_2D)",
@@ -189,21 +179,22 @@ TEST_F(DrawTest, FrameWithBothTextures)
                           "glLoadIdentity()",
                           "glScalef(8, 16, 1)",
                           "glMatrixMode(GL_MODELVIEW)"};
-    const Lines frame = DrawFrame();
-    const Lines expected =
-        Join({kArrays, kColors, ClientUnit("GL_TEXTURE0_ARB"), kTexCoords, ClientUnit("GL_TEXTURE1_ARB"), kTexCoords,
-              kTransform, source, detail, kTriangles, kTwoUnitsOff, kColorsOff, kDown});
-    EXPECT_THAT(frame, ElementsAreArray(expected));
-}
+    EXPECT_THAT(DrawFrame(), ElementsAreArray(Join({kArrays,
+                                                    kColors,
+                                                    {"glClientActiveTextureARB(GL_TEXTURE0_ARB)"},
+                                                    kTexCoords,
+                                                    {"glClientActiveTextureARB(GL_TEXTURE1_ARB)"},
+                                                    kTexCoords,
+                                                    kTransform,
+                                                    {"glActiveTextureARB(GL_TEXTURE0_ARB)"},
+                                                    source,
+                                                    detail,
+                                                    kTriangles,
+                                                    kTwoUnitsOff,
+                                                    kColorsOff,
+                                                    kDown})));
 
-TEST_F(DrawTest, WithoutMultitextureTheDetailTextureIsLeftOut)
-{
-    UseTextures(false);
-    terrain.SetTranslation3D(1, 2, 3);
-    terrain.UseTextureSource(true);
-    terrain.UseTextureDetail(true);
-    const Lines source = {"glEnable(GL_TEXTURE_2D)", "glEnable(GL_TEXTURE_2D)", "glBindTexture(GL_TEXTURE_2D, 11)",
-                          "glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE)"};
+    textures.multitextureSupported = false;  // leaves the detail texture out
     EXPECT_THAT(DrawFrame(), ElementsAreArray(Join({kArrays,
                                                     kColors,
                                                     {"glEnable(GL_TEXTURE_2D)"},
@@ -216,26 +207,19 @@ TEST_F(DrawTest, WithoutMultitextureTheDetailTextureIsLeftOut)
                                                     kDown})));
 }
 
-TEST_F(DrawTest, AnEmptySlotOrAnUnknownIdBindsNothing)
-{
-    UseTextures(true);
-    terrain.UseTextureSource(true);
-    ids[0] = 0;
-    DrawFrame();
-    EXPECT_EQ(RecordingGl::Get().Count("glBindTexture"), 0u);
-    EXPECT_EQ(RecordingGl::Get().Count("glTexEnvf"), 0u);
-    ids[0] = 99;
-    DrawFrame();
-    EXPECT_EQ(RecordingGl::Get().Count("glBindTexture"), 0u);
-    EXPECT_EQ(RecordingGl::Get().Count("glTexEnvf"), 1u);
-}
-
-TEST_F(DrawTest, TextureFlagsWithoutAServiceAreHarmless)
+TEST_F(DrawTest, AnEmptySlotAnUnknownIdOrAMissingServiceBindsNothing)
 {
     terrain.UseTextureSource(true);
     terrain.UseTextureDetail(true);
     DrawFrame();
     EXPECT_EQ(RecordingGl::Get().Count("glDrawElements"), 1u);
+    UseTextures(true);
+    for (const std::uint32_t id : {0u, 99u}) {
+        ids[0] = ids[1] = id;
+        DrawFrame();
+        EXPECT_EQ(RecordingGl::Get().Count("glBindTexture"), 0u);
+        EXPECT_EQ(RecordingGl::Get().Count("glTexEnvf"), id == 0u ? 0u : 1u);
+    }
 }
 
 TEST_F(DrawTest, WhatTheFrustumDoesNotLetThroughIsNotDrawn)
@@ -262,23 +246,6 @@ TEST_F(DrawTest, CullsInDrawSpace)
     EXPECT_EQ(RecordingGl::Get().Count("glDrawElements"), 1u);
 }
 
-TEST_F(DrawTest, SkipsSubtreesThatLieOutside)
-{
-    const TestGrid wide(64, 64, [](int x, int y) { return HashNoise(x, y, 4); });
-    terrain.InitQuadTree(wide.Source());
-    TerrainFrustum west = everything;
-    west.WorldPlanes[3] = {-1, 0, 0, -20.5f};  // x up to 20.5
-    terrain.ScaledLodFactor = 1e9f;            // full detail
-    terrain.Draw(0, 0, 0, &west);
-    std::size_t drawn = 0;
-    for (const DrawnElements& element : RecordingGl::Get().drawn) {
-        ++drawn;
-        for (const auto& vertex : element.vertices)
-            EXPECT_LE(vertex[0], 22.0f);
-    }
-    EXPECT_EQ(drawn, 11u * 32u);  // leaves of side 2 that begin at x = 0 to 20
-}
-
 TEST_F(DrawTest, PicksTheTrianglesOfTheMask)
 {
     using Indices = std::vector<GLubyte>;
@@ -296,47 +263,6 @@ TEST_F(DrawTest, PicksTheTrianglesOfTheMask)
     EXPECT_EQ(RecordingGl::Get().drawn.back().indices, (Indices{0, 8, 1, 0, 3, 4, 0, 4, 5, 0, 7, 8}));
     DrawRoot(255);
     EXPECT_EQ(RecordingGl::Get().drawn.size(), 4u);  // the leaves, and nothing of the root
-}
-
-TEST_F(DrawTest, ClampsPositionsIntoTheGridAndTakesItsColours)
-{
-    TestGrid wide(5, 3, [](int x, int y) { return 0.1f * static_cast<float>(x + y); });
-    terrain.InitQuadTree(wide.Source());
-    terrain.Root->Update(*terrain.RootCorner, {1e6f, 1e6f, 1e6f}, 0.0f);
-    terrain.Root->ActiveMask = 15;
-    QuadPatch patch(terrain);
-    terrain.Root->Emit(*terrain.RootCorner, 1, &everything, patch);
-    const struct {
-        int index;
-        float x;
-        float z;
-    } places[] = {{0, 4, 2}, {1, 4, 2}, {2, 4, 0}, {3, 4, 0}, {4, 0, 0}, {5, 0, 2}, {6, 0, 2}, {7, 4, 2}, {8, 4, 2}};
-    for (const auto& place : places) {
-        const float* vertex = terrain.VertexArray[place.index];
-        EXPECT_EQ(vertex[0], place.x) << place.index;
-        EXPECT_EQ(vertex[2], place.z) << place.index;
-        EXPECT_EQ(terrain.TexCoordArray[place.index][0], place.x / 5.0f);
-        EXPECT_EQ(terrain.TexCoordArray[place.index][1], place.z / 3.0f);
-        const auto elevation = wide.At(static_cast<int>(place.x), static_cast<int>(place.z)).value;
-        const std::int16_t entry = wide.palette.IndexOf(elevation);
-        EXPECT_EQ(terrain.ColorArray[place.index][0], wide.palette.GetRed(entry));
-        EXPECT_EQ(terrain.ColorArray[place.index][1], wide.palette.GetGreen(entry));
-        EXPECT_EQ(terrain.ColorArray[place.index][2], wide.palette.GetBlue(entry));
-        EXPECT_EQ(terrain.ColorArray[place.index][3], 255);
-    }
-}
-
-TEST_F(DrawTest, EachVertexKeepsTheNormalOfItsLastTriangle)
-{
-    const TestGrid slope(2, 2, [](int x, int y) { return static_cast<float>(x) + 10.0f * static_cast<float>(y); });
-    terrain.InitQuadTree(slope.Source());
-    terrain.Root->ActiveMask = 0;
-    QuadPatch patch(terrain);
-    terrain.Root->Emit(*terrain.RootCorner, 1, &everything, patch);
-    // 0, 6, 8 comes last: centre (1, 11, 1), corners (0, 0, 1) and (1, 0, 1) after clamping.
-    const float expected[3] = {0.0f, 0.0f, 1.0f};
-    for (const int index : {0, 6, 8})
-        EXPECT_THAT(terrain.NormalArray[index], testing::Pointwise(testing::FloatEq(), expected)) << index;
 }
 
 TEST(FaceNormal, PointsUpForALevelTriangleAndIsZeroWithoutArea)

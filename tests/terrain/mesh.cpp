@@ -1,6 +1,6 @@
 #include "terrain/mesh.h"
 
-#include "terrain/quad_patch.h"
+#include "terrain/patch_writer.h"
 #include "terrain/terrain_lod.h"
 
 #include <map>
@@ -28,7 +28,7 @@ bool Active(const QuadNode* node, std::uint32_t child)
     return node && (node->ActiveMask & ChildBit(child));
 }
 
-void ReadNode(const QuadNode& node, QuadCorner& corner, QuadPatch& patch, TerrainLod& terrain, Mesh& mesh)
+void ReadNode(const QuadNode& node, QuadCorner& corner, PatchWriter& patch, TerrainLod& terrain, Mesh& mesh)
 {
     for (std::uint32_t i = 0; i < 4; ++i) {
         if (!Active(&node, i))
@@ -64,7 +64,7 @@ Mesh ReadMesh(TerrainLod& terrain)
     const bool color = terrain.UseVertexColor;
     terrain.UseVertexColor = false;
     terrain.Source.Width = terrain.Source.Height = mesh.side + 1;
-    QuadPatch patch(terrain);
+    PatchWriter patch(terrain);
     ReadNode(*terrain.Root, *terrain.RootCorner, patch, terrain, mesh);
     terrain.Source = source;
     terrain.UseVertexColor = color;
@@ -97,22 +97,6 @@ std::string FindCrack(const Mesh& mesh)
         }
     }
     return doubleArea == std::int64_t{2} * mesh.side * mesh.side ? "" : "the area is not the root's";
-}
-
-std::string FindGap(const Mesh& mesh)
-{
-    std::map<Place, float> heights;
-    for (const auto& t : mesh.triangles) {
-        for (const auto& v : t) {
-            const auto [at, fresh] = heights.emplace(Place{v.x, v.z}, v.y);
-            if (!fresh && at->second != v.y) {
-                std::ostringstream text;
-                text << "heights " << at->second << " and " << v.y << " at (" << v.x << ", " << v.z << ")";
-                return text.str();
-            }
-        }
-    }
-    return "";
 }
 
 std::string FindBrokenRule(TerrainLod& terrain)

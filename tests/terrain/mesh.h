@@ -26,9 +26,6 @@ Mesh ReadMesh(TerrainLod& terrain);
 /// direction, or an area that isn't the root's. \return an empty text for a sound mesh
 std::string FindCrack(const Mesh& mesh);
 
-/// Says where two triangles give one place two heights. \return an empty text when none do
-std::string FindGap(const Mesh& mesh);
-
 /// Says where the tree's bits and counters break their rules. \return an empty text for a sound tree
 std::string FindBrokenRule(TerrainLod& terrain);
 

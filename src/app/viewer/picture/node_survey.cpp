@@ -22,9 +22,9 @@ struct Place {
     /// The node that this one is a child of.
     Place Parent() const
     {
-        const int size = 4 * half;
-        const auto center = [size](int at) {
-            return static_cast<int>(std::floor(static_cast<double>(at) / size)) * size + size / 2;
+        const int side = 4 * half;
+        const auto center = [side](int at) {
+            return static_cast<int>(std::floor(static_cast<double>(at) / side)) * side + side / 2;
         };
         return {center(x), center(z), 2 * half};
     }

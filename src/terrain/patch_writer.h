@@ -20,11 +20,11 @@ void Normalize(float* vector);
 ///
 /// Vertices are numbered in a ring: 0 centre, 1 east, 2 north-east, 3 north, 4 north-west, 5 west, 6 south-west,
 /// 7 south, 8 south-east.
-class QuadPatch {
+class PatchWriter {
 public:
-    explicit QuadPatch(TerrainLod& terrain);
-    QuadPatch(const QuadPatch&) = delete;
-    QuadPatch& operator=(const QuadPatch&) = delete;
+    explicit PatchWriter(TerrainLod& terrain);
+    PatchWriter(const PatchWriter&) = delete;
+    PatchWriter& operator=(const PatchWriter&) = delete;
 
     /// Writes the vertices of a node: positions clamped into the grid, y unscaled, the palette's colours of the grid at
     /// these positions, and their places in the source texture. \param samples the node's five own heights

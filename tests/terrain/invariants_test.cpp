@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <new>
 #include <random>
 
 namespace {
@@ -83,7 +84,7 @@ public:
         const auto reach = static_cast<float>(std::max(width, height));
         viewer_ = random_() % 4 ? viewer_
                                 : Viewer{Uniform(-reach, 2 * reach), Uniform(-2.0f, 60.0f), Uniform(-reach, 2 * reach)};
-        terrain.Root->Update(*terrain.RootCorner, viewer_, 0.0f);
+        terrain.Update(viewer_);
     }
 
     float Uniform(float low, float high) { return std::uniform_real_distribution<float>(low, high)(random_); }
@@ -114,21 +115,37 @@ TEST(Mesh, HasNoCrackAndKeepsItsRulesWhateverHappens)
     }
 }
 
-TEST(Mesh, HasNoGapWhereTheGridFillsTheRoot)
+// Wherever memory runs out, the tree stays sound and later calls finish the work.
+TEST(Mesh, StaysSoundWhenMemoryRunsOut)
 {
-    for (int round = 0; round < Rounds(40); ++round) {
-        const std::int32_t side = 4 << round % 5;
-        const TestGrid grid(side, side,
-                            [&](int x, int y) { return HashNoise(x, y, static_cast<std::uint32_t>(round)); });
+    std::mt19937 random(7);
+    int failures = 0;
+    for (int round = 0; round < Rounds(60); ++round) {
+        const auto width = static_cast<std::int32_t>(2 + random() % 40);
+        const auto height = static_cast<std::int32_t>(2 + random() % 40);
+        const auto seed = static_cast<std::uint32_t>(round);
+        const TestGrid grid(width, height, [&](int x, int y) { return x > y ? 0.0f : HashNoise(x, y, seed); });
         TerrainLod terrain;
         terrain.InitQuadTree(grid.Source());
-        terrain.ScaledLodFactor = static_cast<float>(10 * round);
-        for (int frame = 0; frame < 12; ++frame) {
-            const float at = static_cast<float>(frame * side) / 12.0f;
-            terrain.Root->Update(*terrain.RootCorner, {at, 2.0f, at * 0.5f}, 0.0f);
-            ASSERT_EQ(FindGap(ReadMesh(terrain)), "") << "round " << round << " frame " << frame;
+        terrain.SetLOD(400.0f);
+        for (int frame = 0; frame < 20; ++frame) {
+            const Viewer viewer{static_cast<float>(random() % 60), 0.0f, static_cast<float>(random() % 60)};
+            terrain.Update({1e6f, 1e6f, 1e6f});  // sheds what is not pinned
+            terrain.Update({1e6f, 1e6f, 1e6f});
+            terrain.Nodes.BlockLimit = terrain.Nodes.BlocksUsed() + random() % 12;
+            try {
+                terrain.Update(viewer);
+            } catch (const std::bad_alloc&) {
+                ++failures;
+            }
+            ASSERT_EQ(FindBrokenRule(terrain), "");
+            ASSERT_EQ(FindCrack(ReadMesh(terrain)), "");
+            terrain.Nodes.BlockLimit = SIZE_MAX;
+            terrain.Update(viewer);
+            ASSERT_EQ(FindBrokenRule(terrain), "");
         }
     }
+    EXPECT_GT(failures, 50);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "terrain/quad_patch.h"
+#include "terrain/patch_writer.h"
 
 #include "terrain/quad_node.h"
 #include "terrain/terrain_lod.h"
@@ -101,7 +101,7 @@ void FaceNormal(const float* p0, const float* p1, const float* p2, float* normal
     Normalize(normal);
 }
 
-QuadPatch::QuadPatch(TerrainLod& terrain) : terrain_(terrain), useColor_(terrain.UseVertexColor)
+PatchWriter::PatchWriter(TerrainLod& terrain) : terrain_(terrain), useColor_(terrain.UseVertexColor)
 {
     const ElevationPalette* palette = terrain.Source.Palette;
     for (std::int16_t i = 0; useColor_ && i < 256; ++i) {
@@ -112,7 +112,7 @@ QuadPatch::QuadPatch(TerrainLod& terrain) : terrain_(terrain), useColor_(terrain
     }
 }
 
-void QuadPatch::WriteVertices(const QuadCorner& corner, const QuadSample* samples)
+void PatchWriter::WriteVertices(const QuadCorner& corner, const QuadSample* samples)
 {
     const PatchAxis across(corner.OriginX, corner.HalfSide(), terrain_.Source.Width);
     const PatchAxis down(corner.OriginZ, corner.HalfSide(), terrain_.Source.Height);
@@ -133,7 +133,7 @@ void QuadPatch::WriteVertices(const QuadCorner& corner, const QuadSample* sample
 }
 
 /// The colour follows the grid at the clamped position, not the vertex's height.
-void QuadPatch::WriteColors(const std::ptrdiff_t* columns, const std::ptrdiff_t* rows)
+void PatchWriter::WriteColors(const std::ptrdiff_t* columns, const std::ptrdiff_t* rows)
 {
     const HeightSource& source = terrain_.Source;
     for (std::uint32_t i = 0; i < 9; ++i) {
@@ -143,14 +143,14 @@ void QuadPatch::WriteColors(const std::ptrdiff_t* columns, const std::ptrdiff_t*
     }
 }
 
-std::uint32_t QuadPatch::WriteIndices(std::uint8_t activeMask)
+std::uint32_t PatchWriter::WriteIndices(std::uint8_t activeMask)
 {
     const TriangleList& list = kTriangles[activeMask];
     std::memcpy(terrain_.IndexArray, list.indices.data(), list.indices.size());
     return list.count;
 }
 
-void QuadPatch::WriteNormals(std::uint32_t indexCount)
+void PatchWriter::WriteNormals(std::uint32_t indexCount)
 {
     for (std::uint32_t i = 0; i < indexCount; i += 3) {
         const std::uint8_t* at = terrain_.IndexArray + i;
@@ -161,12 +161,12 @@ void QuadPatch::WriteNormals(std::uint32_t indexCount)
     }
 }
 
-void QuadPatch::Draw(std::uint32_t indexCount) const
+void PatchWriter::Draw(std::uint32_t indexCount) const
 {
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(indexCount), GL_UNSIGNED_BYTE, terrain_.IndexArray);
 }
 
-void QuadPatch::WriteText(std::uint32_t indexCount, std::FILE* stream) const
+void PatchWriter::WriteText(std::uint32_t indexCount, std::FILE* stream) const
 {
     // Six decimals in fixed notation, as the format %f prints them in a locale with a decimal point. The longest float
     // takes 47 characters.
