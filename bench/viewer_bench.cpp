@@ -43,25 +43,25 @@ tessara::PicturePoint Hand(int frame)
 void StrokeFrame(benchmark::State& state)
 {
     const auto open = Open(state);
-    open->viewer.BeginStroke(Hand(0));
+    open->viewer.Pointer().BeginStroke(Hand(0));
     int frame = 0;
     for (auto _ : state) {
-        open->viewer.Drag(Hand(++frame));
-        open->viewer.ContinueStroke(0.016);
+        open->viewer.Pointer().Drag(Hand(++frame));
+        open->viewer.Pointer().ContinueStroke(0.016);
         open->Draw();
     }
-    state.counters["triangles"] = open->viewer.Figures().triangles;
+    state.counters["triangles"] = open->viewer.Picture().Figures().triangles;
 }
 BENCHMARK(StrokeFrame)->Apply(Radii);
 
 void Stroke(benchmark::State& state)
 {
     const auto open = Open(state);
-    open->viewer.BeginStroke(Hand(0));
+    open->viewer.Pointer().BeginStroke(Hand(0));
     int frame = 0;
     for (auto _ : state) {
-        open->viewer.Drag(Hand(++frame));
-        open->viewer.ContinueStroke(0.016);
+        open->viewer.Pointer().Drag(Hand(++frame));
+        open->viewer.Pointer().ContinueStroke(0.016);
     }
 }
 BENCHMARK(Stroke)->Apply(Radii);
@@ -70,8 +70,8 @@ void EndOfStroke(benchmark::State& state)
 {
     const auto open = Open(state);
     for (auto _ : state) {
-        open->viewer.BeginStroke(Hand(0));
-        open->viewer.EndDrag();
+        open->viewer.Pointer().BeginStroke(Hand(0));
+        open->viewer.Pointer().EndDrag();
     }
 }
 BENCHMARK(EndOfStroke)->Arg(400)->Unit(benchmark::kMillisecond);
@@ -80,8 +80,8 @@ void MapAfterStroke(benchmark::State& state)
 {
     const auto open = Open(state);
     for (auto _ : state) {
-        open->viewer.RenewMap();
-        open->viewer.DrawMap(200, 200, 1.0, open->text);
+        open->viewer.Map().Renew();
+        open->viewer.Map().Draw(200, 200, 1.0, open->text);
     }
 }
 BENCHMARK(MapAfterStroke)->Arg(400)->Unit(benchmark::kMillisecond);
@@ -90,10 +90,10 @@ void OrbitFrame(benchmark::State& state)
 {
     const auto open = Open(state);
     open->Set([](ViewSettings& settings) { settings.realTime = false; });
-    open->viewer.BeginOrbit(Hand(0));
+    open->viewer.Pointer().BeginOrbit(Hand(0));
     int frame = 0;
     for (auto _ : state) {
-        open->viewer.Drag(Hand(++frame));
+        open->viewer.Pointer().Drag(Hand(++frame));
         open->Draw();
     }
 }
@@ -102,10 +102,10 @@ BENCHMARK(OrbitFrame)->Arg(400)->Unit(benchmark::kMillisecond);
 void Orbit(benchmark::State& state)
 {
     const auto open = Open(state);
-    open->viewer.BeginOrbit(Hand(0));
+    open->viewer.Pointer().BeginOrbit(Hand(0));
     int frame = 0;
     for (auto _ : state)
-        open->viewer.Drag(Hand(++frame));
+        open->viewer.Pointer().Drag(Hand(++frame));
 }
 BENCHMARK(Orbit)->Arg(400)->Unit(benchmark::kMillisecond);
 

@@ -9,6 +9,8 @@ struct Vector3 {
     double x = 0.0;
     double y = 0.0;
     double z = 0.0;
+
+    bool operator==(const Vector3&) const = default;
 };
 
 inline constexpr Vector3 operator+(const Vector3& a, const Vector3& b) noexcept

@@ -1,15 +1,10 @@
 #include "app/viewer/viewer.h"
 
-#include "app/output/png_file.h"
-#include "app/output/temporary_file.h"
 #include "app/view/framing.h"
 #include "app/view/saved_textures.h"
-#include "app/viewer/picture/view_overlay.h"
-#include "platform/gl/render_target.h"
 #include "surface/itessara.h"
 
 #include <algorithm>
-#include <cmath>
 #include <stdexcept>
 #include <utility>
 
@@ -17,7 +12,8 @@ namespace tessara {
 
 namespace {
 
-constexpr int kMostSettling = 60;
+/// Until the first frame says how fine the terrain is to be.
+constexpr double kFirstDetail = 500.0;
 
 bool HasSource(const ProjectPlace& saved)
 {
@@ -36,29 +32,34 @@ void TakeTextures(ITessara& surface, ProjectPlace& saved, bool& shown)
         shown = used != 0;
 }
 
-Vector3 SunOf(const ViewSettings& settings)
-{
-    return SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection;
-}
-
 }  // namespace
 
-Viewer::Viewer(ComPtr<IKvoHost> host, GlLookup lookup, const ViewSettings& settings,
-               std::function<void(const ViewerChange&)> changed, std::function<void()> lightReady)
+Viewer::Parts::Parts(OpenedTerrain& terrain, const ViewSettings& opening, Viewer& viewer)
+    : document(std::move(terrain.path), std::move(terrain.data), opening.exaggeration, kFirstDetail, viewer.host_),
+      controller(*camera, document.Ground(), document.Session().Ground()),
+      sculptor(document, [&viewer](const GridArea& cells, bool finished) { viewer.HeightsChanged(cells, finished); }),
+      picture(viewer.gl_, viewer.lookup_, document, *camera, controller, viewer.pointer_, std::move(terrain.light),
+              opening, viewer.settings_, viewer.changed_),
+      map(document, controller),
+      readout(document, viewer.pointer_),
+      work(document, sculptor, controller, viewer.settings_, viewer.colors_, viewer.changed_)
+{
+}
+
+Viewer::Viewer(ComPtr<IKvoHost> host, GlLookup lookup, const ViewSettings& settings, ViewerListener changed,
+               std::function<void()> lightReady)
     : host_(std::move(host)),
       lookup_(lookup),
       settings_(settings),
       changed_(std::move(changed)),
-      light_(std::move(lightReady))
+      light_(std::move(lightReady)),
+      pointer_(settings_, [this] { changed_({.picture = true}); })
 {
     if (!gl_.Load(lookup))
         throw std::runtime_error("The viewer needs OpenGL 3.0, which this system's driver doesn't have.");
 }
 
-Viewer::~Viewer()
-{
-    view_ = nullptr;
-}
+Viewer::~Viewer() = default;
 
 void Viewer::Open(OpenedTerrain terrain)
 {
@@ -66,180 +67,115 @@ void Viewer::Open(OpenedTerrain terrain)
     settings.frozen = false;
     if (terrain.saved)
         settings = WithLook(settings, terrain.saved->terrain, terrain.saved->place->Settings());
-    auto document = std::make_unique<TerrainDocument>(std::move(terrain.path), std::move(terrain.data),
-                                                      settings.exaggeration, 500.0, host_);
+    auto parts = std::make_unique<Parts>(terrain, settings, *this);
+    ITessara& surface = parts->document.Session().Surface();
     if (terrain.saved)
-        TakeTextures(document->Session().Surface(), *terrain.saved->place, settings.sourceTexture);
-    auto view = std::make_unique<TerrainView>(gl_, lookup_, *document, std::move(terrain.light), settings);
-    auto camera = MakeObject<tessara::Camera>();
-    auto controller = std::make_unique<CameraController>(*camera, document->Ground(), document->Session().Ground());
-    if (camera_)
-        controller->Resize(camera_->Width(), camera_->Height());
-    light_.Forget();
-    drag_ = DragKind::None;
-    view_ = std::move(view);
-    controller_ = std::move(controller);
-    camera_ = std::move(camera);
-    document_ = std::move(document);
+        TakeTextures(surface, *terrain.saved->place, settings.sourceTexture);
+    else
+        surface.SetTextureDetailRGBGamma(1);  // the light of the picture is made for textures as they are
+    if (parts_)
+        parts->controller.Resize(parts_->camera->Width(), parts_->camera->Height());
+
     settings_ = settings;
-    mapCost_ = {};  // its map is wanted at once
+    pointer_.Attach(&parts->controller, &parts->sculptor);
+    parts_ = std::move(parts);
     SetOutline();
-    controller_->Resize(width_, height_);
-    controller_->ShowAll();
+    Camera().ShowAll();
     ResetColors();
-    TakeSaved(terrain.saved);
+    if (terrain.saved)
+        TakeProject(*terrain.saved);
+    Work().Begin(terrain.saved);
+    light_.Begin({.exaggeration = terrain.exaggeration, .sun = terrain.sun});
+    FollowSun();
+    Camera().OnMove([this] { changed_({.picture = true, .map = true}); });
     changed_({true, true, true});
+}
+
+/// Colours and camera of a project.
+void Viewer::TakeProject(const SavedTerrain& saved)
+{
+    colors_ = ColorsOf(saved.terrain, saved.place->Settings(), colors_.low, colors_.high);
+    SetColors(colors_.low, colors_.high);
+    Aim(Camera(), saved.terrain.view, Document().Session().Ground());
 }
 
 void Viewer::SetOutline()
 {
-    controller_->SetOutline(OutlineOf(document_->Data(), document_->Session().Ground()));
+    Camera().SetOutline(OutlineOf(Document().Data(), Document().Session().Ground()));
+}
+
+/// The light follows the sun and the heights; while a stroke goes on it waits.
+void Viewer::FollowSun()
+{
+    if (Sculptor().IsStroking())
+        return;
+    light_.Follow(Document().Data(), {Sculptor().State(), settings_.exaggeration,
+                                      SunlitAtmosphere(settings_.sunAzimuth, settings_.sunHeight).sunDirection});
 }
 
 void Viewer::Apply(const ViewSettings& settings)
 {
-    if (IsStroking() && !settings.realTime)
-        EndDrag();
+    if (HasTerrain() && !settings.realTime)
+        Sculptor().End();
     const ViewSettings before = std::exchange(settings_, settings);
-    if (!document_)
+    if (!HasTerrain())
         return;
-    view_->Apply(settings_);
+    Picture().View().Apply(settings_);
     Restyle(before);
-    changed_({true, false, true});
+    changed_({.picture = true, .state = true});
 }
 
 /// What follows from settings beyond the next frame.
 void Viewer::Restyle(const ViewSettings& before)
 {
     if (before.exaggeration != settings_.exaggeration) {
-        controller_->ScaleHeights(settings_.exaggeration / before.exaggeration);
+        Camera().ScaleHeights(settings_.exaggeration / before.exaggeration);
         SetOutline();
     }
-    if (before.exaggeration != settings_.exaggeration || before.sunAzimuth != settings_.sunAzimuth ||
-        before.sunHeight != settings_.sunHeight)
-        light_.Order(document_->Data(), settings_.exaggeration, SunOf(settings_));
+    FollowSun();
     if (before.ramp != settings_.ramp)
         SetColors(colors_.low, colors_.high);
     if (before.sourceTexture != settings_.sourceTexture)
-        view_->UseSource(settings_.sourceTexture);
+        Picture().View().UseSource(settings_.sourceTexture);
 }
 
 void Viewer::SetColors(double low, double high)
 {
     colors_ = {settings_.ramp, low, std::max(high, low + 1e-3), colors_.own};
-    if (!document_)
+    if (!HasTerrain())
         return;
-    view_->SetColors(colors_);
-    MakeMapStale();
+    Picture().View().SetColors(colors_);
+    Map().MakeStale();
     changed_({true, true, true});
 }
 
 void Viewer::ResetColors()
 {
-    const ElevationData& data = document_->Data();
+    const ElevationData& data = Document().Data();
     SetColors(static_cast<double>(data.minimum), static_cast<double>(data.maximum));
 }
 
 void Viewer::TakeLight()
 {
     const std::unique_ptr<LightMap> map = light_.Take();
-    if (!map || !view_)
+    if (!map || !HasTerrain())
         return;
-    view_->SetLight(std::move(*map));
-    changed_({true, false, false});
-}
-
-void Viewer::DrawPicture(int width, int height, double factor, TextPainter& text)
-{
-    width_ = width;
-    height_ = height;
-    glViewport(0, 0, width, height);
-    if (!document_) {
-        glClearColor(0.2f, 0.22f, 0.25f, 1.0f);
-        glClear(GL_COLOR_BUFFER_BIT);
-        return;
-    }
-    controller_->Resize(width, height);
-    view_->Draw(*camera_, Ring());
-    DrawScaleBar(width, height, MetresPerPixel(*controller_, width, height), factor, text);
-    DrawCompass(width, height, controller_->Azimuth(), factor, text);
-}
-
-bool Viewer::WantsFrame() const
-{
-    return document_ && !view_->Figures().settled;
-}
-
-void Viewer::Measure()
-{
-    if (document_)
-        view_->Measure(*camera_);
-}
-
-const FrameFigures& Viewer::Figures() const
-{
-    static const FrameFigures none;
-    return view_ ? view_->Figures() : none;
-}
-
-void Viewer::CameraMoved()
-{
-    changed_({true, true, false});
+    Picture().View().SetLight(std::move(*map));
+    changed_({.picture = true});
 }
 
 /// \param finished the stroke is over: what takes long follows now
 void Viewer::HeightsChanged(const GridArea& cells, bool finished)
 {
+    Camera().GroundChanged();
     if (!cells.IsEmpty())
-        view_->HeightsChanged(cells);
+        Picture().View().HeightsChanged(cells);
     if (finished) {
         SetOutline();
-        light_.Order(document_->Data(), settings_.exaggeration, SunOf(settings_));
-        MakeMapStale();
+        FollowSun();
+        Map().MakeStale();
     }
     changed_({true, finished, finished});
-}
-
-void Viewer::Undo()
-{
-    EndDrag();
-    if (document_ && document_->CanUndo())
-        HeightsChanged(document_->Undo(), true);
-}
-
-void Viewer::Redo()
-{
-    EndDrag();
-    if (document_ && document_->CanRedo())
-        HeightsChanged(document_->Redo(), true);
-}
-
-void Viewer::SavePicture(const std::string& path, int width, int height)
-{
-    RequireWritable(path, document_->Path());
-    GLint bound = 0;
-    glGetIntegerv(GL_FRAMEBUFFER_BINDING, &bound);
-    const RenderTarget target(gl_, width, height, true);
-    const int oldWidth = camera_->Width();
-    const int oldHeight = camera_->Height();
-    target.Bind();
-    controller_->Resize(width, height);
-    for (int frame = 0; frame < kMostSettling; ++frame) {
-        view_->Draw(*camera_, std::nullopt);
-        if (view_->Figures().settled)
-            break;
-    }
-    const std::vector<std::uint8_t> pixels = target.ReadPixels();
-    gl_.BindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(bound));
-    controller_->Resize(oldWidth, oldHeight);
-    WritePng(path, width, height, pixels);
-    changed_({true, false, false});
-}
-
-std::uint64_t Viewer::ExportTriangles(const std::string& path)
-{
-    const double pixels = camera_->Width() / (2.0 * camera_->HalfWidth());
-    return document_->ExportTriangles(path, *camera_, pixels / settings_.errorPixels);
 }
 
 }  // namespace tessara

@@ -40,7 +40,7 @@ TEST(BackgroundLight, GivesTheLightOfTheLastOrder)
     EXPECT_EQ(light.Take(), nullptr);
     EXPECT_FALSE(light.IsBusy());
     for (int rise = 0; rise < 20; ++rise)
-        light.Order(Slope(40 + rise, rise), 1.5, kSun);
+        light.Follow(Slope(40 + rise, rise), {static_cast<std::uint64_t>(rise) + 1, 1.5, kSun});
     WaitFor([&] { return !light.IsBusy(); });
     const auto map = light.Take();
     ASSERT_NE(map, nullptr);
@@ -56,15 +56,15 @@ TEST(BackgroundLight, ForgetsWhatWasOrderedBefore)
 {
     BackgroundLight light([] {});
     for (int round = 0; round < 30; ++round) {
-        light.Order(Slope(120, round), 1.0, kSun);
+        light.Follow(Slope(120, round), {static_cast<std::uint64_t>(round) + 1, 1.0, kSun});
         if (round % 3 == 0)
             WaitFor([&] { return !light.IsBusy(); });
-        light.Forget();
+        light.Begin({});
         EXPECT_EQ(light.Take(), nullptr);
     }
     WaitFor([&] { return !light.IsBusy(); });
     EXPECT_EQ(light.Take(), nullptr);
-    light.Order(Slope(30, 1), 1.0, kSun);
+    light.Follow(Slope(30, 1), {1, 1.0, kSun});
     WaitFor([&] { return !light.IsBusy(); });
     EXPECT_EQ(light.Take()->width, 30);
 }
@@ -77,7 +77,7 @@ TEST(BackgroundLight, CanEndAtAnyMoment)
         BackgroundLight light([&calls] { ++calls; });
         const auto orders = random() % 4;
         for (unsigned i = 0; i < orders; ++i) {
-            light.Order(Slope(20 + static_cast<int>(random() % 200), 1), 1.0, kSun);
+            light.Follow(Slope(20 + static_cast<int>(random() % 200), 1), {i + 1, 1.0, kSun});
             std::this_thread::sleep_for(std::chrono::microseconds(random() % 3000));
             light.Take();
         }

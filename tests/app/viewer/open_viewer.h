@@ -53,8 +53,14 @@ public:
 
     void Open(ElevationData data)
     {
-        LightMap light = MakeLightMap(data, viewer.Settings().exaggeration, {-0.6, 0.8, 0.0}, BackgroundLight::kSide);
-        viewer.Open({.path = {}, .data = std::move(data), .light = std::move(light), .saved = {}});
+        const ViewSettings& settings = viewer.Settings();
+        const Vector3 sun = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection;
+        LightMap light = MakeLightMap(data, settings.exaggeration, sun, BackgroundLight::kSide);
+        viewer.Open({.path = {},
+                     .data = std::move(data),
+                     .light = std::move(light),
+                     .exaggeration = settings.exaggeration,
+                     .sun = sun});
     }
 
     /// Changes settings. \param change gets them
@@ -69,7 +75,7 @@ public:
     void Draw()
     {
         frame->Bind();
-        viewer.DrawPicture(kWidth, kHeight, 1.0, text);
+        viewer.Picture().Draw(kWidth, kHeight, 1.0, text);
     }
 
     /// Draws until the picture is final. \return frames that it took
@@ -78,7 +84,7 @@ public:
         int frames = 0;
         do
             Draw();
-        while (++frames < 100 && viewer.WantsFrame());
+        while (++frames < 100 && viewer.Picture().WantsFrame());
         return frames;
     }
 

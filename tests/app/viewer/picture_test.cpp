@@ -7,9 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 #include <map>
 #include <random>
 #include <set>
+#include <thread>
 
 namespace tessara {
 namespace {
@@ -130,8 +132,8 @@ std::map<std::string, double> GlState(const GlFunctions&)
 TEST(ViewerPicture, LeavesTheStateOfOpenGlAsItWas)
 {
     OpenViewer open(Hills(90, 70));
-    open.viewer.SetBrushShown(true);
-    open.viewer.Hover(kMiddle);
+    open.viewer.Pointer().TakeBrush(true);
+    open.viewer.Pointer().Hover(kMiddle);
     const auto before = GlState(open.gl);
     for (const auto fill : {FillMode::Filled, FillMode::Wireframe, FillMode::Points}) {
         open.Set([&](ViewSettings& settings) {
@@ -140,12 +142,12 @@ TEST(ViewerPicture, LeavesTheStateOfOpenGlAsItWas)
         });
         open.Draw();
         EXPECT_EQ(GlState(open.gl), before);
-        open.viewer.Measure();
+        open.viewer.Picture().Measure();
         EXPECT_EQ(GlState(open.gl), before);
-        open.viewer.DrawMap(100, 80, 1.0, open.text);
+        open.viewer.Map().Draw(100, 80, 1.0, open.text);
         EXPECT_EQ(GlState(open.gl), before);
-        open.viewer.BeginStroke(kMiddle);
-        open.viewer.EndDrag();
+        open.viewer.Pointer().BeginStroke(kMiddle);
+        open.viewer.Pointer().EndDrag();
         EXPECT_EQ(GlState(open.gl), before);
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     }
@@ -163,7 +165,7 @@ TEST(ViewerPicture, SettlesFromEverywhereAndStaysSo)
                 {7700.0 * any(random), 5.0 + 3000.0 * any(random) * any(random), 7700.0 * any(random)},
                 360.0 * any(random), 60.0 * any(random));
             EXPECT_LT(open.Settle(), 60) << round;
-            EXPECT_FALSE(open.viewer.WantsFrame());
+            EXPECT_FALSE(open.viewer.Picture().WantsFrame());
         }
     }
 }
@@ -175,8 +177,8 @@ TEST(ViewerPicture, FiguresAreThoseOfTheFrame)
     for (const auto fill : {FillMode::Filled, FillMode::Wireframe}) {
         open.Set([&](ViewSettings& settings) { settings.fill = fill; });
         open.Settle();
-        open.viewer.Measure();
-        const FrameFigures figures = open.viewer.Figures();
+        open.viewer.Picture().Measure();
+        const FrameFigures figures = open.viewer.Picture().Figures();
         const TerrainSession& session = open.viewer.Document().Session();
         // The program's own count, by the text that the component writes.
         const auto camera = MakeObject<Camera>();
@@ -208,28 +210,60 @@ TEST(ViewerPicture, FrozenDetailStaysWhileTheCameraMovesOn)
     open.Settle();
     open.Set([](ViewSettings& settings) { settings.frozen = true; });
     open.Settle();
-    const std::uint32_t triangles = open.viewer.Figures().triangles;
+    const std::uint32_t triangles = open.viewer.Picture().Figures().triangles;
     for (int move = 0; move < 10; ++move) {
         open.viewer.Camera().Step(0.2, 0.3, 0.4);
         open.viewer.Camera().Look(30.0, 5.0);
         open.Draw();
-        ASSERT_EQ(open.viewer.Figures().triangles, triangles) << move;
+        ASSERT_EQ(open.viewer.Picture().Figures().triangles, triangles) << move;
     }
-    open.viewer.DrawPicture(80, 50, 1.0, open.text);
-    EXPECT_EQ(open.viewer.Figures().triangles, triangles);
+    open.viewer.Picture().Draw(80, 50, 1.0, open.text);
+    EXPECT_EQ(open.viewer.Picture().Figures().triangles, triangles);
     EXPECT_FALSE(open.Settle() > 50);
     open.Set([](ViewSettings& settings) { settings.frozen = false; });
     open.Settle();
-    EXPECT_NE(open.viewer.Figures().triangles, triangles);
+    EXPECT_NE(open.viewer.Picture().Figures().triangles, triangles);
     // Another terrain begins thawed.
     open.Set([](ViewSettings& settings) { settings.frozen = true; });
     open.Open(Hills(129, 129));
     EXPECT_FALSE(open.viewer.Settings().frozen);
     open.Settle();
-    const std::uint32_t first = open.viewer.Figures().triangles;
+    const std::uint32_t first = open.viewer.Picture().Figures().triangles;
     open.viewer.Camera().Zoom(kMiddle, 12.0);
     open.Settle();
-    EXPECT_NE(open.viewer.Figures().triangles, first);
+    EXPECT_NE(open.viewer.Picture().Figures().triangles, first);
+}
+
+TEST(ViewerPicture, TheLightFollowsSunAndHeights)
+{
+    OpenViewer open(Hills(60, 60));
+    open.Settle();
+    const auto orders = [&](const std::function<void()>& change) {
+        change();
+        while (open.viewer.IsLightBusy())
+            std::this_thread::yield();
+        const int before = open.pictures;
+        open.viewer.TakeLight();
+        return open.pictures > before;
+    };
+    const auto set = [&](void (*change)(ViewSettings&)) { return orders([&] { open.Set(change); }); };
+    EXPECT_FALSE(orders([] {}));
+    EXPECT_TRUE(set([](ViewSettings& settings) { settings.sunAzimuth = 100.0; }));
+    EXPECT_TRUE(set([](ViewSettings& settings) { settings.sunHeight = 12.0; }));
+    EXPECT_TRUE(set([](ViewSettings& settings) { settings.exaggeration = 2.0; }));
+    EXPECT_FALSE(set([](ViewSettings& settings) {
+        settings.fog = 0.9;
+        settings.realTime = true;
+    }));
+    EXPECT_FALSE(orders([&] { open.viewer.Pointer().BeginStroke(kMiddle); })) << "a stroke goes on";
+    EXPECT_FALSE(set([](ViewSettings& settings) { settings.sunHeight = 70.0; }));
+    EXPECT_TRUE(orders([&] { open.viewer.Pointer().EndDrag(); }));
+    EXPECT_TRUE(orders([&] { open.viewer.Sculptor().Undo(); }));
+    EXPECT_TRUE(orders([&] { open.viewer.Sculptor().Redo(); }));
+    // What was read comes with the light of the sun of then.
+    OpenedTerrain read{.path = {}, .data = Hills(40, 40), .light = {}, .sun = {0.0, 1.0, 0.0}};
+    read.light = MakeLightMap(read.data, 1.0, read.sun, 64);
+    EXPECT_TRUE(orders([&] { open.viewer.Open(std::move(read)); }));
 }
 
 TEST(ViewerPicture, SavesPicturesOfEverySize)
@@ -243,7 +277,7 @@ TEST(ViewerPicture, SavesPicturesOfEverySize)
         open.frame->Bind();
         GLint before = 0;
         glGetIntegerv(GL_FRAMEBUFFER_BINDING, &before);
-        open.viewer.SavePicture(path, width, height);
+        open.viewer.Picture().Save(path, width, height);
         GLint after = 0;
         glGetIntegerv(GL_FRAMEBUFFER_BINDING, &after);
         EXPECT_EQ(after, before);
@@ -258,11 +292,13 @@ TEST(ViewerPicture, SavesPicturesOfEverySize)
             EXPECT_LT(Differing(shown, picture.bytes), 0.1);  // the window shows scale and compass, and smooths less
         }
     }
-    EXPECT_LT(Differing(shown, open.Pixels()), 0.01);
     for (const std::string& path : {folder / "no/such.png", folder / ""})
-        EXPECT_THROW(open.viewer.SavePicture(path, 100, 100), std::runtime_error);
-    EXPECT_THROW(open.viewer.SavePicture(folder / "huge.png", 1 << 24, 1 << 24), std::runtime_error);
+        EXPECT_THROW(open.viewer.Picture().Save(path, 100, 100), std::runtime_error);
+    EXPECT_THROW(open.viewer.Picture().Save(folder / "huge.png", 1 << 24, 1 << 24), std::runtime_error);
     EXPECT_EQ(folder.Files().size(), 1u);
+    // The window goes on with its own picture, whatever became of the file.
+    EXPECT_DOUBLE_EQ(open.viewer.Camera().Aspect(), 1.6);
+    EXPECT_LT(Differing(shown, open.Pixels()), 0.01);
 }
 
 TEST(ViewerPicture, OpeningManyTerrainsLeavesNothingBehind)
@@ -270,8 +306,8 @@ TEST(ViewerPicture, OpeningManyTerrainsLeavesNothingBehind)
     OpenViewer open(Hills(65, 65));
     const auto objects = [&] {
         open.Settle();
-        open.viewer.Measure();
-        open.viewer.DrawMap(64, 64, 1.0, open.text);
+        open.viewer.Picture().Measure();
+        open.viewer.Map().Draw(64, 64, 1.0, open.text);
         int count = 0;
         for (const char* name : {"glIsTexture", "glIsQuery", "glIsProgram", "glIsShader", "glIsBuffer"}) {
             const auto exists = reinterpret_cast<GLboolean (*)(GLuint)>(OffscreenContext::Lookup()(name));
@@ -285,7 +321,7 @@ TEST(ViewerPicture, OpeningManyTerrainsLeavesNothingBehind)
     for (int i = 0; i < 50; ++i) {
         open.Open(Hills(30 + i, 65));
         open.Draw();
-        open.viewer.DrawMap(64, 64, 1.0, open.text);
+        open.viewer.Map().Draw(64, 64, 1.0, open.text);
     }
     EXPECT_EQ(objects(), before);
 }
@@ -296,7 +332,7 @@ TEST(ViewerMap, ShowsTheHeightsAndGoesWhereItIsClicked)
     open.Set([](ViewSettings& settings) { settings.ramp = "grey"; });
     open.frame->Bind();
     open.viewer.Camera().Place({-9000.0, 3000.0, -9000.0}, 315.0, 10.0);  // off the map, with its cone
-    open.viewer.DrawMap(OpenViewer::kWidth, OpenViewer::kHeight, 1.0, open.text);
+    open.viewer.Map().Draw(OpenViewer::kWidth, OpenViewer::kHeight, 1.0, open.text);
     const auto map = open.frame->ReadPixels();
     const auto at = [&](int x, int y) { return int{map[static_cast<std::size_t>(3 * (x + y * OpenViewer::kWidth))]}; };
     EXPECT_NEAR(at(100, 100), 70, 8);
@@ -304,7 +340,7 @@ TEST(ViewerMap, ShowsTheHeightsAndGoesWhereItIsClicked)
     for (const auto& [pixel, x, z] :
          {std::tuple{PicturePoint{160.0, 100.0}, 990.0, 490.0}, {PicturePoint{-50.0, 500.0}, 0.0, 980.0}}) {
         open.viewer.Camera().ShowAll();
-        open.viewer.GoToMap(pixel, OpenViewer::kWidth, OpenViewer::kHeight, 1.0);
+        open.viewer.Map().GoTo(pixel, OpenViewer::kWidth, OpenViewer::kHeight, 1.0);
         const Vector3 focus = open.viewer.Camera().Focus();
         EXPECT_NEAR(focus.x, x, 30.0);
         EXPECT_NEAR(focus.z, z, 30.0);

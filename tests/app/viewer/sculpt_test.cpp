@@ -1,5 +1,6 @@
 #include "app/viewer/open_viewer.h"
 #include "app/viewer/picture/node_survey.h"
+#include "app/viewer/terrain/triangle_export.h"
 #include "host/elevation/elevation_file.h"
 #include "host/terrain_session.h"
 #include "support/scratch_folder.h"
@@ -61,23 +62,23 @@ TEST(Sculpting, ReachesTheDrawnTerrainInTheSameFrame)
         open.Settle();
         ASSERT_EQ(WrongVertices(open, 3000), 0);
         const std::vector<float> before = open.Data().metres;
-        open.viewer.BeginStroke(kMiddle);
+        open.viewer.Pointer().BeginStroke(kMiddle);
         for (int frame = 0; frame < 12; ++frame) {
-            open.viewer.Drag({kMiddle.x + 6 * frame, kMiddle.y + 3 * frame});
-            open.viewer.ContinueStroke(0.03);
+            open.viewer.Pointer().Drag({kMiddle.x + 6 * frame, kMiddle.y + 3 * frame});
+            open.viewer.Pointer().ContinueStroke(0.03);
             ASSERT_EQ(WrongVertices(open, 3000), 0) << static_cast<int>(kind) << " " << frame;
         }
-        open.viewer.EndDrag();
-        EXPECT_TRUE(open.viewer.WantsFrame());
+        open.viewer.Pointer().EndDrag();
+        EXPECT_TRUE(open.viewer.Picture().WantsFrame());
         EXPECT_NE(open.Data().metres, before);
-        EXPECT_TRUE(open.viewer.Document().IsModified());
-        open.viewer.Undo();
+        EXPECT_TRUE(open.viewer.HasUnsavedWork());
+        open.viewer.Sculptor().Undo();
         EXPECT_EQ(open.Data().metres, before);
         EXPECT_EQ(WrongVertices(open, 3000), 0);
-        EXPECT_FALSE(open.viewer.Document().IsModified());
-        open.viewer.Redo();
-        EXPECT_TRUE(open.viewer.Document().IsModified());
-        open.viewer.Redo();
+        EXPECT_FALSE(open.viewer.HasUnsavedWork());
+        open.viewer.Sculptor().Redo();
+        EXPECT_TRUE(open.viewer.HasUnsavedWork());
+        open.viewer.Sculptor().Redo();
         EXPECT_EQ(WrongVertices(open, 3000), 0);
     }
 }
@@ -87,10 +88,10 @@ TEST(Sculpting, ChangesThePictureWhereTheBrushIs)
     OpenViewer open(Hills(129, 129), RealTime());
     open.viewer.Camera().FromTop();
     const auto before = open.Pixels();
-    open.viewer.BeginStroke(kMiddle);
-    open.viewer.ContinueStroke(0.1);
-    open.viewer.ContinueStroke(0.1);
-    open.viewer.EndDrag();
+    open.viewer.Pointer().BeginStroke(kMiddle);
+    open.viewer.Pointer().ContinueStroke(0.1);
+    open.viewer.Pointer().ContinueStroke(0.1);
+    open.viewer.Pointer().EndDrag();
     const auto after = open.Pixels();
     EXPECT_GT(test::Differing(before, after), 0.002);
     const std::size_t band = 30;  // rows far from the brush
@@ -107,9 +108,9 @@ TEST(Sculpting, GroundThatRisesOutOfTheSeaIsLandAtOnce)
     };
     const auto sea = open.Pixels();
     EXPECT_GT(middle(sea, 2), middle(sea, 0) + 20);
-    open.viewer.BeginStroke(kMiddle);
+    open.viewer.Pointer().BeginStroke(kMiddle);
     for (int i = 0; i < 3; ++i)
-        open.viewer.ContinueStroke(0.1);
+        open.viewer.Pointer().ContinueStroke(0.1);
     const auto land = open.Pixels();
     EXPECT_LT(middle(land, 2), middle(land, 1));
 }
@@ -118,18 +119,18 @@ TEST(Sculpting, LeavingTheRealTimeModeKeepsTheGround)
 {
     OpenViewer open(Hills(129, 100), RealTime());
     open.Settle();
-    open.viewer.BeginStroke(kMiddle);
-    open.viewer.ContinueStroke(0.1);
+    open.viewer.Pointer().BeginStroke(kMiddle);
+    open.viewer.Pointer().ContinueStroke(0.1);
     open.Set([](ViewSettings& settings) { settings.realTime = false; });
-    EXPECT_FALSE(open.viewer.IsStroking());
-    EXPECT_TRUE(open.viewer.Document().CanUndo());
+    EXPECT_FALSE(open.viewer.Sculptor().IsStroking());
+    EXPECT_TRUE(open.viewer.Sculptor().CanUndo());
     open.Settle();
     EXPECT_EQ(WrongVertices(open, 3000), 0);
     // Heights may change outside of it too.
-    open.viewer.Undo();
+    open.viewer.Sculptor().Undo();
     EXPECT_EQ(WrongVertices(open, 3000), 0);
-    open.viewer.BeginStroke(kMiddle);
-    EXPECT_FALSE(open.viewer.IsStroking());
+    open.viewer.Pointer().BeginStroke(kMiddle);
+    EXPECT_FALSE(open.viewer.Sculptor().IsStroking());
 }
 
 TEST(Sculpting, OrdersThatComeInTheMiddleOfAStrokeEndIt)
@@ -137,28 +138,28 @@ TEST(Sculpting, OrdersThatComeInTheMiddleOfAStrokeEndIt)
     OpenViewer open(Hills(129, 100), RealTime());
     open.Settle();
     const std::vector<float> untouched = open.Data().metres;
-    for (const auto& order : std::vector<std::function<void()>>{[&] { open.viewer.BeginOrbit(kMiddle); },
-                                                                [&] { open.viewer.BeginPan(kMiddle); },
-                                                                [&] { open.viewer.BeginStroke(kMiddle); }}) {
-        open.viewer.BeginStroke(kMiddle);
-        open.viewer.ContinueStroke(0.1);
+    for (const auto& order : std::vector<std::function<void()>>{[&] { open.viewer.Pointer().BeginOrbit(kMiddle); },
+                                                                [&] { open.viewer.Pointer().BeginPan(kMiddle); },
+                                                                [&] { open.viewer.Pointer().BeginStroke(kMiddle); }}) {
+        open.viewer.Pointer().BeginStroke(kMiddle);
+        open.viewer.Pointer().ContinueStroke(0.1);
         order();
-        open.viewer.EndDrag();
+        open.viewer.Pointer().EndDrag();
     }
-    open.viewer.BeginStroke(kMiddle);
-    open.viewer.Undo();
-    while (open.viewer.Document().CanUndo())
-        open.viewer.Undo();
+    open.viewer.Pointer().BeginStroke(kMiddle);
+    open.viewer.Sculptor().Undo();
+    while (open.viewer.Sculptor().CanUndo())
+        open.viewer.Sculptor().Undo();
     EXPECT_EQ(open.Data().metres, untouched);
     // A new terrain has nothing to undo and no stroke.
-    open.viewer.BeginStroke(kMiddle);
+    open.viewer.Pointer().BeginStroke(kMiddle);
     open.Open(Hills(40, 40));
-    EXPECT_FALSE(open.viewer.IsStroking());
-    EXPECT_FALSE(open.viewer.Document().IsModified());
-    open.viewer.ContinueStroke(0.1);
-    open.viewer.EndDrag();
-    open.viewer.Undo();
-    EXPECT_FALSE(open.viewer.Document().CanRedo());
+    EXPECT_FALSE(open.viewer.Sculptor().IsStroking());
+    EXPECT_FALSE(open.viewer.HasUnsavedWork());
+    open.viewer.Pointer().ContinueStroke(0.1);
+    open.viewer.Pointer().EndDrag();
+    open.viewer.Sculptor().Undo();
+    EXPECT_FALSE(open.viewer.Sculptor().CanRedo());
 }
 
 TEST(Sculpting, LiftsACameraThatTheGroundReaches)
@@ -169,21 +170,21 @@ TEST(Sculpting, LiftsACameraThatTheGroundReaches)
     open.viewer.Camera().Place({1900.0, open.viewer.Document().Ground().HeightAt(1900.0, 1900.0) + 20.0, 1900.0}, 0.0,
                                60.0);
     open.Draw();
-    open.viewer.BeginStroke(kMiddle);
+    open.viewer.Pointer().BeginStroke(kMiddle);
     for (int frame = 0; frame < 20; ++frame) {
-        open.viewer.ContinueStroke(0.1);
+        open.viewer.Pointer().ContinueStroke(0.1);
         ASSERT_GT(open.viewer.Camera().HeightAboveGround(), 0.0);
     }
     EXPECT_GT(open.Data().maximum, 500.0f);
     // Dug down, the ground stays over the floor.
     open.Set([](ViewSettings& changed) { changed.brush.kind = BrushKind::Lower; });
-    open.viewer.EndDrag();
+    open.viewer.Pointer().EndDrag();
     open.viewer.Camera().FromTop();
     open.Draw();
-    open.viewer.BeginStroke(kMiddle);
+    open.viewer.Pointer().BeginStroke(kMiddle);
     for (int frame = 0; frame < 200; ++frame)
-        open.viewer.ContinueStroke(0.1);
-    open.viewer.EndDrag();
+        open.viewer.Pointer().ContinueStroke(0.1);
+    open.viewer.Pointer().EndDrag();
     EXPECT_NEAR(static_cast<double>(open.Data().minimum), open.viewer.Document().Floor(), 1e-3);
 }
 
@@ -199,15 +200,15 @@ TEST(Sculpting, SavedHeightsComeBackWithTheirPlace)
     data.referenceWkt = "LOCAL_CS[\"Somewhere\",UNIT[\"metre\",1]]";
     OpenViewer open(data, RealTime());
     open.Settle();
-    open.viewer.BeginStroke(kMiddle);
-    open.viewer.ContinueStroke(0.1);
-    open.viewer.EndDrag();
-    TerrainDocument& document = open.viewer.Document();
-    EXPECT_THROW(document.Save(folder / "no/such/folder.tif"), std::runtime_error);
-    EXPECT_THROW(document.Save(folder / "heights.doc"), std::runtime_error);
-    EXPECT_TRUE(document.IsModified());
-    document.Save(folder / "heights.tif");
-    EXPECT_FALSE(document.IsModified());
+    open.viewer.Pointer().BeginStroke(kMiddle);
+    open.viewer.Pointer().ContinueStroke(0.1);
+    open.viewer.Pointer().EndDrag();
+    TerrainWork& work = open.viewer.Work();
+    EXPECT_THROW(work.SaveHeights(folder / "no/such/folder.tif"), std::runtime_error);
+    EXPECT_THROW(work.SaveHeights(folder / "heights.doc"), std::runtime_error);
+    EXPECT_TRUE(work.IsUnsaved());
+    work.SaveHeights(folder / "heights.tif");
+    EXPECT_FALSE(work.IsUnsaved());
     const ElevationData read = ReadElevationFile(folder / "heights.tif", {}, {});
     EXPECT_EQ(read.metres, open.Data().metres);
     EXPECT_NE(read.metres, data.metres);
@@ -216,10 +217,10 @@ TEST(Sculpting, SavedHeightsComeBackWithTheirPlace)
     EXPECT_EQ(read.stepX, 25.0);
     EXPECT_EQ(read.stepY, -25.0);
     // The file holds what undoing takes away, and what redoing brings back.
-    open.viewer.Undo();
-    EXPECT_TRUE(document.IsModified());
-    open.viewer.Redo();
-    EXPECT_FALSE(document.IsModified());
+    open.viewer.Sculptor().Undo();
+    EXPECT_TRUE(work.IsUnsaved());
+    open.viewer.Sculptor().Redo();
+    EXPECT_FALSE(work.IsUnsaved());
     EXPECT_EQ(folder.Files().size(), 1u);
 }
 
@@ -228,16 +229,16 @@ TEST(Sculpting, ExportsTheTrianglesOfTheChangedGround)
     const ScratchFolder folder;
     OpenViewer open(Hills(70, 50), RealTime());
     open.Settle();
-    open.viewer.BeginStroke(kMiddle);
+    open.viewer.Pointer().BeginStroke(kMiddle);
     for (int i = 0; i < 5; ++i)
-        open.viewer.ContinueStroke(0.1);
-    open.viewer.EndDrag();
+        open.viewer.Pointer().ContinueStroke(0.1);
+    open.viewer.Pointer().EndDrag();
     const auto camera = MakeObject<Camera>();
     camera->SetViewport(400, 300);
     camera->SetLens(60.0, 1.0, 100000.0);
     camera->SetDirection({0.0, -1.0, 0.0});
     camera->SetPosition({1000.0, 6000.0, 750.0});
-    const auto triangles = open.viewer.Document().ExportTriangles(folder / "hills.obj", *camera, 50000.0);
+    const auto triangles = ExportTriangles(open.viewer.Document(), folder / "hills.obj", *camera, 50000.0);
     EXPECT_GT(triangles, 500u);
     std::ifstream file(folder / "hills.obj");
     double highest = -1e9;
@@ -252,7 +253,7 @@ TEST(Sculpting, ExportsTheTrianglesOfTheChangedGround)
     }
     EXPECT_EQ(faces, triangles);
     EXPECT_NEAR(highest, static_cast<double>(open.Data().maximum), 1.0);
-    EXPECT_THROW(open.viewer.Document().ExportTriangles(folder / "no/such.obj", *camera, 500.0), std::runtime_error);
+    EXPECT_THROW(ExportTriangles(open.viewer.Document(), folder / "no/such.obj", *camera, 500.0), std::runtime_error);
     EXPECT_EQ(folder.Files().size(), 1u);
 }
 

@@ -65,10 +65,10 @@ protected:
         viewer.Apply(settings);
         NoText text;
         viewer.Camera().ShowAll();
-        viewer.DrawPicture(320, 200, 1.0, text);
-        viewer.BeginStroke({160.0, 100.0});
-        viewer.ContinueStroke(0.1);
-        viewer.EndDrag();
+        viewer.Picture().Draw(320, 200, 1.0, text);
+        viewer.Pointer().BeginStroke({160.0, 100.0});
+        viewer.Pointer().ContinueStroke(0.1);
+        viewer.Pointer().EndDrag();
     }
 
     OffscreenContext context_;
@@ -94,18 +94,18 @@ TEST_F(ViewerProject, SavesAndOpensEverythingButWhatIsTheProgramsOwn)
     viewer_->SetColors(150.0, 250.0);
     viewer_->Camera().Place({400.0, 900.0, 700.0}, 77.0, 41.0);
     EXPECT_TRUE(viewer_->HasUnsavedWork());
-    viewer_->SaveProject(path_);
+    viewer_->Work().SaveProject(path_);
     EXPECT_FALSE(viewer_->HasUnsavedWork());
-    EXPECT_EQ(viewer_->ProjectPath(), path_);
+    EXPECT_EQ(viewer_->Work().ProjectPath(), path_);
     const std::vector<float> heights = viewer_->Document().Data().metres;
-    const WorkState work = viewer_->Work();
+    const WorkState work = viewer_->Work().State();
 
     const auto other = NewViewer();
     other->Open(Read(path_));
     EXPECT_FALSE(other->HasUnsavedWork());
-    EXPECT_EQ(other->ProjectPath(), path_);
-    EXPECT_EQ(other->Element(), "hills");
-    EXPECT_EQ(other->Work().look, work.look);
+    EXPECT_EQ(other->Work().ProjectPath(), path_);
+    EXPECT_EQ(other->Work().Element(), "hills");
+    EXPECT_EQ(other->Work().State().look, work.look);
     EXPECT_NEAR(other->Camera().Azimuth(), 77.0, 1e-9);
     EXPECT_NEAR(other->Camera().Tilt(), 41.0, 1e-9);
     EXPECT_NEAR(Length(other->Camera().Position() - Vector3{400.0, 900.0, 700.0}), 0.0, 1e-6);
@@ -115,7 +115,7 @@ TEST_F(ViewerProject, SavesAndOpensEverythingButWhatIsTheProgramsOwn)
 
     // What is saved again stays the same to the bit.
     const std::vector<float> once = other->Document().Data().metres;
-    other->SaveProject(path_);
+    other->Work().SaveProject(path_);
     viewer_->Open(Read(path_));
     EXPECT_EQ(viewer_->Document().Data().metres, once);
 }
@@ -123,7 +123,7 @@ TEST_F(ViewerProject, SavesAndOpensEverythingButWhatIsTheProgramsOwn)
 TEST_F(ViewerProject, OtherTerrainsAndOtherProgramsValuesStay)
 {
     viewer_->Open(Hills());
-    viewer_->SaveProject(path_);
+    viewer_->Work().SaveProject(path_);
     {
         ProjectWriter writer(path_);
         const ProjectFile old(path_);
@@ -138,7 +138,7 @@ TEST_F(ViewerProject, OtherTerrainsAndOtherProgramsValuesStay)
     settings.fog = 0.9;
     viewer_->Apply(settings);
     EXPECT_TRUE(viewer_->HasUnsavedWork());
-    viewer_->SaveProject(folder_ / "copy.tessara");
+    viewer_->Work().SaveProject(folder_ / "copy.tessara");
     const ProjectFile copy(folder_ / "copy.tessara");
     EXPECT_EQ(copy.Elements(), (std::vector<std::string>{"first", "hills"}));
     const auto place = copy.Open("hills");
@@ -146,7 +146,7 @@ TEST_F(ViewerProject, OtherTerrainsAndOtherProgramsValuesStay)
     EXPECT_EQ(NumberOf(place->Settings(), "fog", 0.0), 0.9);
     EXPECT_TRUE(place->Read("FOREIGN"));
     EXPECT_EQ(TextOf(copy.Settings(), "whole"), "project");
-    EXPECT_EQ(viewer_->ProjectPath(), folder_ / "copy.tessara");
+    EXPECT_EQ(viewer_->Work().ProjectPath(), folder_ / "copy.tessara");
 }
 
 TEST_F(ViewerProject, OnlyHeightsAreWorkWhereThereIsNoProject)
@@ -155,17 +155,17 @@ TEST_F(ViewerProject, OnlyHeightsAreWorkWhereThereIsNoProject)
     ViewSettings settings = viewer_->Settings();
     settings.exaggeration = 3.0;
     viewer_->Apply(settings);
-    viewer_->TexturesChanged();
+    viewer_->Work().TexturesChanged();
     EXPECT_FALSE(viewer_->HasUnsavedWork());
     Dig(*viewer_);
     EXPECT_TRUE(viewer_->HasUnsavedWork());
-    viewer_->Undo();
+    viewer_->Sculptor().Undo();
     EXPECT_FALSE(viewer_->HasUnsavedWork());
 
-    viewer_->SaveProject(path_);
+    viewer_->Work().SaveProject(path_);
     viewer_->Camera().ShowAll();
     EXPECT_FALSE(viewer_->HasUnsavedWork()) << "a camera moves all the time";
-    viewer_->TexturesChanged();
+    viewer_->Work().TexturesChanged();
     EXPECT_TRUE(viewer_->HasUnsavedWork());
 }
 
@@ -173,15 +173,15 @@ TEST_F(ViewerProject, AFailedSaveLeavesTheWorkUnsaved)
 {
     viewer_->Open(Hills());
     Dig(*viewer_);
-    EXPECT_THROW(viewer_->SaveProject(folder_ / "missing/hills.tessara"), std::runtime_error);
+    EXPECT_THROW(viewer_->Work().SaveProject(folder_ / "missing/hills.tessara"), std::runtime_error);
     EXPECT_TRUE(viewer_->HasUnsavedWork());
-    EXPECT_EQ(viewer_->ProjectPath(), "");
+    EXPECT_EQ(viewer_->Work().ProjectPath(), "");
 }
 
 TEST_F(ViewerProject, ForeignColoursShowAsTheyAre)
 {
     viewer_->Open(Hills());
-    viewer_->SaveProject(path_);
+    viewer_->Work().SaveProject(path_);
     const ProjectTerrain before = ReadTerrain(*ProjectFile(path_).Open("hills"));
     {
         const ProjectFile old(path_);
@@ -191,7 +191,7 @@ TEST_F(ViewerProject, ForeignColoursShowAsTheyAre)
     }
     viewer_->Open(Read(path_));
     EXPECT_EQ(viewer_->Colors().ramp, "");
-    viewer_->SaveProject(path_);
+    viewer_->Work().SaveProject(path_);
     EXPECT_EQ(ReadTerrain(*ProjectFile(path_).Open("hills")).palette.green, before.palette.green);
 }
 
@@ -204,12 +204,12 @@ protected:
 TEST_F(UnsavedWork, IsKeptOnceAndRecovered)
 {
     viewer_->Open(Hills());
-    viewer_->SaveProject(path_);
+    viewer_->Work().SaveProject(path_);
     auto keeper = std::make_unique<WorkKeeper>();
-    keeper->Update(*viewer_);
+    keeper->Update(viewer_->Work());
     EXPECT_FALSE(std::filesystem::exists(AutosaveFolder())) << "there is nothing to keep";
     Dig(*viewer_);
-    keeper->Update(*viewer_);
+    keeper->Update(viewer_->Work());
     const std::vector<float> heights = viewer_->Document().Data().metres;
     EXPECT_TRUE(FindRecoveries().empty()) << "the program still runs";
 
@@ -221,7 +221,7 @@ TEST_F(UnsavedWork, IsKeptOnceAndRecovered)
     }
     ASSERT_FALSE(left.empty());
     const auto kept = std::filesystem::last_write_time(left);
-    keeper->Update(*viewer_);
+    keeper->Update(viewer_->Work());
     EXPECT_EQ(std::filesystem::last_write_time(left), kept) << "the same work was kept twice";
     std::filesystem::copy_file(left, AutosaveFolder() + "/crashed.tessara");
     std::ofstream(AutosaveFolder() + "/crashed.lock").flush();
@@ -234,14 +234,14 @@ TEST_F(UnsavedWork, IsKeptOnceAndRecovered)
     const auto other = NewViewer();
     other->Open(Read(recoveries[0].Path(), recoveries[0].ProjectPath()));
     EXPECT_TRUE(other->HasUnsavedWork());
-    EXPECT_EQ(other->ProjectPath(), path_);
-    EXPECT_EQ(other->Element(), "hills");
+    EXPECT_EQ(other->Work().ProjectPath(), path_);
+    EXPECT_EQ(other->Work().Element(), "hills");
     for (std::size_t i = 0; i < heights.size(); ++i)
         ASSERT_NEAR(other->Document().Data().metres[i], heights[i], 1e-3) << i;
     WorkKeeper next;
     next.Adopt(std::move(recoveries[0]));
-    other->SaveProject(path_);
-    next.Update(*other);
+    other->Work().SaveProject(path_);
+    next.Update(other->Work());
     EXPECT_TRUE(FindRecoveries().empty()) << "saved work is offered again";
     EXPECT_FALSE(std::filesystem::exists(AutosaveFolder() + "/crashed.tessara"));
 }

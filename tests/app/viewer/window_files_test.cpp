@@ -77,7 +77,7 @@ TEST_F(ViewerWindow, SavesPicturesAndTrianglesOfTheView)
     const std::string picture = folders_.scratch / "view.png";
     user.Viewer();
     user.Window().Picture().MakeCurrent();
-    user.Viewer().SavePicture(picture, 400, 300);
+    user.Viewer().Picture().Save(picture, 400, 300);
     const Picture saved = ReadPicture(picture);
     EXPECT_EQ(saved.width, 400);
     EXPECT_EQ(saved.height, 300);
@@ -102,7 +102,7 @@ TEST_F(ViewerWindow, AsksBeforeItThrowsUnsavedWorkAway)
     Answers answers;
     answers.File(project);
     user.Key('S', wxMOD_CONTROL);
-    ASSERT_TRUE(user.WaitFor([&] { return user.Viewer().ProjectPath() == project; }));
+    ASSERT_TRUE(user.WaitFor([&] { return user.Viewer().Work().ProjectPath() == project; }));
     user.Wait(200);
     EXPECT_EQ(user.Window().GetTitle(), wxString::FromUTF8("valley.tessara – Tessara"));
 
@@ -145,7 +145,7 @@ TEST_F(ViewerWindow, PutsAPictureOnTheGround)
     const WindowUser user(Valley("valley.tif"));
     const std::string image = folders_.scratch / "image.png";
     user.Window().Picture().MakeCurrent();
-    user.Viewer().SavePicture(image, 64, 64);
+    user.Viewer().Picture().Save(image, 64, 64);
     user.WaitForPicture();
     const auto before = user.Look(user.Window().Picture());
     const wxMenuBar& menus = *user.Window().GetMenuBar();
@@ -173,7 +173,7 @@ TEST_F(ViewerWindow, OffersTheWorkOfAProgramThatCrashed)
         const pid_t crashing = fork();
         if (crashing == 0) {
             WorkKeeper keeper;
-            keeper.Update(user.Viewer());
+            keeper.Update(user.Viewer().Work());
             kill(getpid(), SIGKILL);
         }
         waitpid(crashing, nullptr, 0);
@@ -236,7 +236,7 @@ TEST_F(ViewerWindow, OpensFiftyFilesWithoutGrowing)
     std::size_t warm = 0;
     for (int i = 0; i < 50; ++i) {
         user.Window().Load(files[static_cast<std::size_t>(i) % files.size()]);
-        ASSERT_TRUE(user.WaitFor([&] { return !user.Window().IsLoading() && !user.Viewer().WantsFrame(); }));
+        ASSERT_TRUE(user.WaitFor([&] { return !user.Window().IsLoading() && !user.Viewer().Picture().WantsFrame(); }));
         if (i == 14)
             warm = ResidentBytes();
     }

@@ -95,7 +95,7 @@ bool WindowUser::WaitFor(const std::function<bool()>& done) const
 bool WindowUser::WaitForPicture() const
 {
     const bool settled =
-        WaitFor([this] { return !window_->IsLoading() && Viewer().HasTerrain() && !Viewer().WantsFrame(); });
+        WaitFor([this] { return !window_->IsLoading() && Viewer().HasTerrain() && !Viewer().Picture().WantsFrame(); });
     // The frame with smooth edges comes a little later.
     Wait(450);
     for (int i = 0; i < 20; ++i) {

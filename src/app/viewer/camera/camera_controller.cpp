@@ -320,6 +320,8 @@ void CameraController::Apply()
     camera_.SetDirection(DirectionOf(azimuth_, tilt_));
     camera_.SetPosition(position_);
     SetLens();
+    if (moved_)
+        moved_();
 }
 
 void CameraController::SetLens()

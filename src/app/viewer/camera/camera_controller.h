@@ -3,7 +3,9 @@
 #include "app/viewer/terrain/ground_model.h"
 #include "host/camera.h"
 
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace tessara {
@@ -30,6 +32,9 @@ public:
     /// \param camera,ground,frame outlive this object and belong to one terrain
     CameraController(Camera& camera, const GroundModel& ground, const GroundFrame& frame);
 
+    /// Hears of every movement from now on. \param moved may be empty
+    void OnMove(std::function<void()> moved) { moved_ = std::move(moved); }
+
     /// Points of true space that bound the terrain; at least one. What "all" means, and how near and far the lens
     /// reaches.
     void SetOutline(std::vector<Vector3> outline);
@@ -48,6 +53,9 @@ public:
     double Tilt() const noexcept { return tilt_; }
     const Vector3& Position() const noexcept { return position_; }
     double FieldOfView() const noexcept { return fieldOfView_; }
+
+    /// Width of the picture for a height of 1.
+    double Aspect() const noexcept { return static_cast<double>(width_) / height_; }
 
     /// Height of the eye above the ground below it, in metres of true space.
     double HeightAboveGround() const;
@@ -104,6 +112,7 @@ private:
     Camera& camera_;
     const GroundModel& ground_;
     const GroundFrame& frame_;
+    std::function<void()> moved_;
     std::vector<Vector3> outline_;
     Vector3 position_;
     double azimuth_ = 24.0;

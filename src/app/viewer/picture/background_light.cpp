@@ -24,23 +24,27 @@ BackgroundLight::~BackgroundLight()
     thread_.join();
 }
 
-void BackgroundLight::Order(const ElevationData& data, double exaggeration, const Vector3& sun)
+void BackgroundLight::Begin(const LightConditions& conditions)
 {
-    Request request{data, exaggeration, sun};
+    last_ = conditions;
+    const std::lock_guard lock(mutex_);
+    request_.reset();
+    result_.reset();
+    ++orders_;
+}
+
+void BackgroundLight::Follow(const ElevationData& data, const LightConditions& conditions)
+{
+    if (conditions == last_)
+        return;
+    Request request{data, conditions};
+    last_ = conditions;
     {
         const std::lock_guard lock(mutex_);
         request_ = std::move(request);
         ++orders_;
     }
     changed_.notify_one();
-}
-
-void BackgroundLight::Forget()
-{
-    const std::lock_guard lock(mutex_);
-    request_.reset();
-    result_.reset();
-    ++orders_;
 }
 
 std::unique_ptr<LightMap> BackgroundLight::Take()
@@ -73,8 +77,8 @@ void BackgroundLight::Run()
                 throw Abandoned{};
         };
         try {
-            map =
-                std::make_unique<LightMap>(MakeLightMap(request.data, request.exaggeration, request.sun, kSide, goOn));
+            map = std::make_unique<LightMap>(
+                MakeLightMap(request.data, request.conditions.exaggeration, request.conditions.sun, kSide, goOn));
         } catch (const Abandoned&) {
         } catch (const std::bad_alloc&) {
             // The light stays as it is.

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -12,6 +13,15 @@
 #include <thread>
 
 namespace tessara {
+
+/// What a light map depends on.
+struct LightConditions {
+    std::uint64_t heights = 0;  ///< tells two states of a terrain's heights apart
+    double exaggeration = 1.0;
+    Vector3 sun{};  ///< unit vector towards it
+
+    bool operator==(const LightConditions&) const = default;
+};
 
 /// Works out light maps on a thread of its own, one after the other, so that the picture doesn't wait for them. Of the
 /// orders that come in meanwhile only the last one counts.
@@ -23,11 +33,11 @@ public:
     BackgroundLight& operator=(const BackgroundLight&) = delete;
     ~BackgroundLight();
 
-    /// Orders a map for the heights as they are now, which are copied.
-    void Order(const ElevationData& data, double exaggeration, const Vector3& sun);
+    /// Another terrain, which has its light: forgets what was ordered and what is ready. \param conditions of its light
+    void Begin(const LightConditions& conditions);
 
-    /// Forgets what was ordered and what is ready.
-    void Forget();
+    /// Orders a map for the heights as they are now, which are copied, unless the last one is for the same conditions.
+    void Follow(const ElevationData& data, const LightConditions& conditions);
 
     /// The youngest map that is ready and hasn't been taken. \return nothing while there is none
     std::unique_ptr<LightMap> Take();
@@ -40,13 +50,13 @@ public:
 private:
     struct Request {
         ElevationData data;
-        double exaggeration = 1.0;
-        Vector3 sun;
+        LightConditions conditions;
     };
 
     void Run();
 
     std::function<void()> ready_;
+    LightConditions last_;  // of the youngest map, ready or not
     std::mutex mutex_;
     std::condition_variable changed_;
     std::optional<Request> request_;

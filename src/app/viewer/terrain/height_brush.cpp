@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace tessara {
 
@@ -74,10 +75,12 @@ GridArea BrushArea(const ElevationData& data, const BrushPoint& point, double ra
             first(point.x + radius, data.spacingX, data.width), first(point.z + radius, data.spacingY, data.height)};
 }
 
-std::vector<float> Brushed(const ElevationData& data, const GridArea& area, const BrushSettings& brush,
-                           const BrushPoint& point, float floor)
+void Brush(ElevationData& data, const GridArea& area, const BrushSettings& brush, const BrushPoint& point, float floor)
 {
+    // Smoothing looks at the neighbours as they were.
     std::vector<float> heights;
+    heights.reserve(static_cast<std::size_t>(std::max(area.right - area.left, 0)) *
+                    static_cast<std::size_t>(std::max(area.bottom - area.top, 0)));
     for (int row = area.top; row < area.bottom; ++row) {
         for (int column = area.left; column < area.right; ++column) {
             const double away = std::hypot(column * data.spacingX - point.x, row * data.spacingY - point.z);
@@ -87,7 +90,11 @@ std::vector<float> Brushed(const ElevationData& data, const GridArea& area, cons
             heights.push_back(weight == 0.0 ? before : std::max(after, std::min(before, floor)));
         }
     }
-    return heights;
+    auto source = heights.begin();
+    const auto columns = static_cast<std::ptrdiff_t>(area.right - area.left);
+    for (int row = area.top; row < area.bottom; ++row, source += columns)
+        std::copy(source, source + columns,
+                  data.metres.begin() + area.left + static_cast<std::ptrdiff_t>(row) * data.width);
 }
 
 }  // namespace tessara

@@ -2,9 +2,6 @@
 
 #include "app/view/light_map.h"
 
-#include <functional>
-#include <vector>
-
 namespace tessara {
 
 struct ElevationData;
@@ -28,9 +25,8 @@ struct BrushPoint {
 /// Cells that a brush of that radius touches, within the grid.
 GridArea BrushArea(const ElevationData& data, const BrushPoint& point, double radius);
 
-/// The heights of an area after the brush has worked there, row by row; the grid stays as it is.
-/// \param floor no height gets below this, in metres, unless it was below
-std::vector<float> Brushed(const ElevationData& data, const GridArea& area, const BrushSettings& brush,
-                           const BrushPoint& point, float floor);
+/// Lets the brush work on the heights of an area. \param floor no height gets below this, in metres, unless it was
+/// below
+void Brush(ElevationData& data, const GridArea& area, const BrushSettings& brush, const BrushPoint& point, float floor);
 
 }  // namespace tessara

@@ -1,12 +1,5 @@
 #include "app/viewer/terrain/terrain_document.h"
 
-#include "app/output/frame_dump.h"
-#include "app/output/mesh_file.h"
-#include "app/output/temporary_file.h"
-#include "host/camera.h"
-#include "host/elevation/elevation_writer.h"
-#include "host/kvo_host.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -16,20 +9,6 @@ namespace {
 
 /// Cells around the grid: enough for what the surface draws at the corner to lie outside.
 constexpr int kBorder = 2;
-
-/// The same view in the space of another terrain. \param lift height of that space's zero in the camera's own
-void CopyView(Camera& from, Camera& to, const GroundFrame& ground, double lift)
-{
-    TerrainFrustum* frustum = nullptr;
-    from.GetFrustum(&frustum);
-    to.SetDrawUnits(ground.DrawUnits());
-    to.SetViewport(from.Width(), from.Height());
-    to.SetLens(static_cast<double>(frustum->FieldOfView), static_cast<double>(frustum->Near),
-               static_cast<double>(frustum->Far));
-    to.SetUp(from.Up());
-    to.SetDirection(from.Forward());
-    to.SetPosition(from.Position() - Vector3{0.0, lift, 0.0});
-}
 
 }  // namespace
 
@@ -58,21 +37,15 @@ TerrainDocument::TerrainDocument(std::string path, ElevationData data, double ex
     ground_ = std::make_unique<GroundModel>(data_, session_->Ground());
 }
 
-void TerrainDocument::Write(const GridArea& area, std::span<const float> heights)
+GridArea TerrainDocument::Edit(const std::function<GridArea(ElevationData&)>& change)
 {
-    if (area.IsEmpty())
-        return;
-    history_.Keep(data_, area);
-    writing_ = true;
-    const auto columns = static_cast<std::ptrdiff_t>(area.right - area.left);
-    auto source = heights.begin();
-    for (int row = area.top; row < area.bottom; ++row, source += columns)
-        std::copy(source, source + columns,
-                  data_.metres.begin() + area.left + static_cast<std::ptrdiff_t>(row) * data_.width);
-    Changed(area);
+    const GridArea area = change(data_);
+    if (!area.IsEmpty())
+        Changed(area);
+    return area;
 }
 
-/// The range only grows while a stroke lasts; it is exact again at its end.
+/// The range only grows until it is worked out again.
 void TerrainDocument::Changed(const GridArea& area)
 {
     for (int row = area.top; row < area.bottom; ++row) {
@@ -102,37 +75,9 @@ void TerrainDocument::CopyToMatrix(const GridArea& area)
     }
 }
 
-void TerrainDocument::EndStroke()
+void TerrainDocument::Rescan()
 {
-    history_.End(data_);
-    writing_ = false;
     ScanHeights(data_);
-}
-
-GridArea TerrainDocument::Undo()
-{
-    const GridArea area = history_.Undo(data_);
-    if (!area.IsEmpty()) {
-        Changed(area);
-        ScanHeights(data_);
-    }
-    return area;
-}
-
-GridArea TerrainDocument::Redo()
-{
-    const GridArea area = history_.Redo(data_);
-    if (!area.IsEmpty()) {
-        Changed(area);
-        ScanHeights(data_);
-    }
-    return area;
-}
-
-void TerrainDocument::Save(const std::string& path)
-{
-    WriteElevationFile(data_, path);
-    HeightsSaved();
 }
 
 ElevationData TerrainDocument::Frame() const
@@ -142,26 +87,6 @@ ElevationData TerrainDocument::Frame() const
     frame.minimum = static_cast<float>(floor_);
     frame.maximum = static_cast<float>(top_);
     return frame;
-}
-
-std::uint64_t TerrainDocument::ExportTriangles(const std::string& path, Camera& camera, double levelOfDetail) const
-{
-    RequireWritable(path, path_);
-    const auto host = MakeObject<KvoHost>(nullptr, nullptr);
-    const double exaggeration = session_->Ground().Exaggeration();
-    const TerrainSession terrain(data_, {exaggeration, levelOfDetail}, ComPtr<IKvoHost>(host.Get()));
-    TemporaryFile dump(path);
-    // This terrain's lowest point is the zero of its heights, not the floor.
-    const auto eye = MakeObject<Camera>();
-    CopyView(camera, *eye, terrain.Ground(),
-             session_->Ground().FromMap(0.0, 0.0, static_cast<double>(data_.minimum)).y);
-    const std::uint64_t triangles = DumpFrame(terrain, *eye, 0, dump.Path());
-    const MeshFormat format = MeshFormatOf(path);
-    if (format == MeshFormat::Text)
-        dump.Commit();
-    else
-        WriteMesh(dump.Path(), path, format, terrain.Ground());
-    return triangles;
 }
 
 }  // namespace tessara

@@ -82,6 +82,8 @@ void TerrainLoader::Run()
     try {
         Read();
         const auto lighting = [this](double fraction) { Show(kReading + (1.0 - kReading) * fraction); };
+        terrain_.exaggeration = request_.exaggeration;
+        terrain_.sun = request_.sun;
         terrain_.light =
             MakeLightMap(terrain_.data, request_.exaggeration, request_.sun, BackgroundLight::kSide, lighting);
     } catch (const Cancelled&) {

@@ -28,7 +28,9 @@ struct OpenedTerrain {
     std::string path;  ///< of the file that it was read from, empty for the built-in sample
     ElevationData data;
     LightMap light;
-    std::optional<SavedTerrain> saved;  ///< of a project
+    std::optional<SavedTerrain> saved{};  ///< of a project
+    double exaggeration = 1.0;            ///< that the light was made for
+    Vector3 sun{};                        ///< likewise
 };
 
 /// What to read.

@@ -14,8 +14,7 @@ constexpr int kFarthestLook = 200;     // units: what goes farther at once is th
 
 }  // namespace
 
-FlyMode::FlyMode(wxWindow& pane, std::function<void()> moved, std::function<void()> changed)
-    : pane_(pane), moved_(std::move(moved)), changed_(std::move(changed))
+FlyMode::FlyMode(wxWindow& pane, std::function<void()> changed) : pane_(pane), changed_(std::move(changed))
 {
     timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Tick(); });
     pane_.Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) { OnKey(event, true); });
@@ -71,10 +70,8 @@ void FlyMode::OnMotion(wxMouseEvent& event)
     const wxPoint way = event.GetPosition() - center_;
     if (way == wxPoint(0, 0))
         return;
-    if (std::max(std::abs(way.x), std::abs(way.y)) < kFarthestLook) {
+    if (std::max(std::abs(way.x), std::abs(way.y)) < kFarthestLook)
         camera_->Look(way.x * kLookDegrees, way.y * kLookDegrees);
-        moved_();
-    }
     CenterMouse();
 }
 
@@ -138,7 +135,6 @@ void FlyMode::Tick()
     if (!IsOn() || !IsMoving())
         return;
     camera_->Fly(input_, std::min(seconds, kLongestTick));
-    moved_();
 }
 
 }  // namespace tessara

@@ -13,9 +13,9 @@ namespace tessara {
 /// Flying over a terrain: keys steer, the mouse, which is hidden meanwhile, looks around.
 class FlyMode {
 public:
-    /// \param pane has the keyboard while flying; it outlives this object \param moved the camera has moved
+    /// \param pane has the keyboard while flying; it outlives this object
     /// \param changed flying has begun or ended
-    FlyMode(wxWindow& pane, std::function<void()> moved, std::function<void()> changed);
+    FlyMode(wxWindow& pane, std::function<void()> changed);
 
     bool IsOn() const noexcept { return camera_ != nullptr; }
 
@@ -32,7 +32,6 @@ private:
     bool IsMoving() const noexcept { return input_.forward != 0 || input_.right != 0 || input_.up != 0; }
 
     wxWindow& pane_;
-    std::function<void()> moved_;
     std::function<void()> changed_;
     CameraController* camera_ = nullptr;
     FlyInput input_;

@@ -109,6 +109,7 @@ private:
     bool OfferRecovery();
     void KeepWork();
     std::string NameOfWork() const;
+    std::optional<WorkState> StateOfWork() const;
     bool SaveProject(bool elsewhere);
     void AskAndSaveHeights();
     void AskAndSavePicture();
@@ -129,7 +130,7 @@ private:
     bool hasSource_ = false;
     bool stateRequested_ = false;
     std::string loading_;
-    WorkState left_;  // the work that may be left for what is being loaded
+    std::optional<WorkState> left_;  // the work that may be left for what is being loaded
     wxTimer loadTimer_;
     wxTimer keepTimer_;
     WorkKeeper keeper_;

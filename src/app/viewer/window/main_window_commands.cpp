@@ -92,12 +92,12 @@ bool MainWindow::DoEdit(int command)
     const bool open = viewer_->HasTerrain();
     switch (command) {
     case kUndo:
-        if (open && viewer_->Document().CanUndo())
-            viewer_->Undo();
+        if (open)
+            viewer_->Sculptor().Undo();
         return true;
     case kRedo:
-        if (open && viewer_->Document().CanRedo())
-            viewer_->Redo();
+        if (open)
+            viewer_->Sculptor().Redo();
         return true;
     case kBrushAway:
     case kBrushRaise:
@@ -124,10 +124,8 @@ bool MainWindow::DoView(int command)
         return true;
     };
     const auto move = [this](void (CameraController::*how)()) {
-        if (viewer_->HasTerrain()) {
+        if (viewer_->HasTerrain())
             (viewer_->Camera().*how)();
-            viewer_->CameraMoved();
-        }
         return true;
     };
     switch (command) {

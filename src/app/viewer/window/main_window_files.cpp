@@ -102,7 +102,7 @@ void MainWindow::Begin(TerrainRequest terrain)
     terrain.exaggeration = settings.exaggeration;
     terrain.sun = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection;
     loading_ = terrain.recoveredFor.value_or(terrain.path);
-    left_ = viewer_->Work();
+    left_ = StateOfWork();
     const std::string title = terrain.recoveredFor ? "Recovering the unsaved work"
                               : loading_.empty()   ? "Making the sample"
                                                    : "Reading " + TerrainName(loading_);
@@ -130,7 +130,7 @@ void MainWindow::WatchLoader()
     try {
         auto terrain = done->Take();
         // What was done to the old terrain meanwhile has its own question.
-        if (terrain && (viewer_->Work() == left_ || MayLeave()))
+        if (terrain && (StateOfWork() == left_ || MayLeave()))
             Opened(std::move(*terrain));
         else
             Tell("Cancelled");
@@ -156,11 +156,7 @@ void MainWindow::Opened(OpenedTerrain terrain)
     std::string notes;
     for (const std::string& note : terrain.data.notes)
         notes += (notes.empty() ? "" : "  ") + note;
-    const bool isNew = !terrain.saved;
     viewer_->Open(std::move(terrain));
-    // The light of the picture is made for textures as they are.
-    if (isNew)
-        viewer_->Document().Session().Surface().SetTextureDetailRGBGamma(1);
     keeper_.Forget();
     if (recovery_)
         keeper_.Adopt(std::move(*recovery_));

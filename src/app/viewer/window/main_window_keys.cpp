@@ -70,7 +70,6 @@ bool MainWindow::OnSteeringKey(int key)
     default:
         return false;
     }
-    viewer_->CameraMoved();
     return true;
 }
 

@@ -41,9 +41,10 @@ std::optional<std::string> AskWhere(wxWindow* parent, const char* title, const w
 wxFileName Proposed(const tessara::Viewer& viewer, const TerrainDocument& document, const char* suffix,
                     const char* ending)
 {
-    wxFileName name(Wide(viewer.ProjectPath().empty() ? document.Path() : viewer.ProjectPath()));
-    if (viewer.ProjectPath().empty() && viewer.IsRecovered())
-        name = wxFileName(wxString(), Wide(viewer.Element()));  // the file that it comes from is none of the user's
+    wxFileName name(Wide(viewer.Work().ProjectPath().empty() ? document.Path() : viewer.Work().ProjectPath()));
+    if (viewer.Work().ProjectPath().empty() && viewer.Work().IsRecovered())
+        name =
+            wxFileName(wxString(), Wide(viewer.Work().Element()));  // the file that it comes from is none of the user's
     if (!name.IsOk() || name.GetName().empty())
         name.SetName("sample");
     name.SetName(name.GetName() + suffix);
@@ -55,9 +56,16 @@ wxFileName Proposed(const tessara::Viewer& viewer, const TerrainDocument& docume
 
 std::string MainWindow::NameOfWork() const
 {
-    if (!viewer_->ProjectPath().empty())
-        return TerrainName(viewer_->ProjectPath());
-    return viewer_->IsRecovered() ? viewer_->Element() : TerrainName(viewer_->Document().Path());
+    const TerrainWork& work = viewer_->Work();
+    if (!work.ProjectPath().empty())
+        return TerrainName(work.ProjectPath());
+    return work.IsRecovered() ? work.Element() : TerrainName(viewer_->Document().Path());
+}
+
+/// \return nothing while no terrain is open
+std::optional<WorkState> MainWindow::StateOfWork() const
+{
+    return viewer_->HasTerrain() ? std::optional(viewer_->Work().State()) : std::nullopt;
 }
 
 bool MainWindow::MayLeave()
@@ -74,7 +82,7 @@ bool MainWindow::MayLeave()
 /// \param elsewhere ask for a name though there is one \return whether the project is saved
 bool MainWindow::SaveProject(bool elsewhere)
 {
-    std::string path = viewer_->ProjectPath();
+    std::string path = viewer_->Work().ProjectPath();
     if (path.empty() || elsewhere) {
         const auto chosen =
             AskWhere(this, "Save Project", Proposed(*viewer_, viewer_->Document(), "", "tessara"), kProjectFiles);
@@ -86,7 +94,7 @@ bool MainWindow::SaveProject(bool elsewhere)
         return false;
     const wxBusyCursor wait;
     try {
-        viewer_->SaveProject(path);
+        viewer_->Work().SaveProject(path);
     } catch (const std::exception& error) {
         ShowError(error.what());
         return false;
@@ -100,14 +108,14 @@ bool MainWindow::SaveProject(bool elsewhere)
 
 void MainWindow::AskAndSaveHeights()
 {
-    TerrainDocument& document = viewer_->Document();
+    const TerrainDocument& document = viewer_->Document();
     const auto path =
         AskWhere(this, "Save Heights", Proposed(*viewer_, document, document.Path().empty() ? "" : "_edited", "tif"),
                  kHeightFiles);
     if (!path)
         return;
     const wxBusyCursor wait;
-    document.Save(*path);
+    viewer_->Work().SaveHeights(*path);
     Tell("Saved " + TerrainName(*path));
 }
 
@@ -121,7 +129,7 @@ void MainWindow::AskAndSavePicture()
     if (!path || !picture_->MakeCurrent())
         return;
     const wxBusyCursor wait;
-    viewer_->SavePicture(*path, size->x, size->y);
+    viewer_->Picture().Save(*path, size->x, size->y);
     Tell("Saved " + TerrainName(*path));
 }
 
@@ -132,7 +140,7 @@ void MainWindow::AskAndExport()
     if (!path || !picture_->MakeCurrent())
         return;
     const wxBusyCursor wait;
-    const std::uint64_t triangles = viewer_->ExportTriangles(*path);
+    const std::uint64_t triangles = viewer_->Picture().ExportTriangles(*path);
     Tell("Exported " + CountText(triangles) + " triangles");
 }
 
@@ -142,7 +150,7 @@ void MainWindow::KeepWork()
     if (!viewer_ || !viewer_->HasTerrain() || picture_->IsBusy() || !picture_->MakeCurrent())
         return;
     try {
-        keeper_.Update(*viewer_);
+        keeper_.Update(viewer_->Work());
     } catch (const std::exception& error) {
         keepTimer_.Stop();
         Tell(std::string("Unsaved work can't be kept safe: ") + error.what());

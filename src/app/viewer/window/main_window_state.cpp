@@ -110,8 +110,8 @@ void MainWindow::ShowMenus()
                               kNorthUp, kFromTop, kFly, kImportSource, kTerrainDetail, kInformation})
         bar.Enable(command, open);
     bar.Enable(kSourceTexture, hasSource_);
-    bar.Enable(kUndo, open && viewer_->Document().CanUndo());
-    bar.Enable(kRedo, open && viewer_->Document().CanRedo());
+    bar.Enable(kUndo, open && viewer_->Sculptor().CanUndo());
+    bar.Enable(kRedo, open && viewer_->Sculptor().CanRedo());
 }
 
 void MainWindow::ShowRecent()
@@ -145,7 +145,7 @@ void MainWindow::ShowTitle()
 void MainWindow::ShowFrame()
 {
     const auto now = std::chrono::steady_clock::now();
-    if (viewer_->WantsFrame() && now - lastFigures_ < kBetweenFigures)
+    if (viewer_->Picture().WantsFrame() && now - lastFigures_ < kBetweenFigures)
         return;
     lastFigures_ = now;
     texts_->ShowFigures(picture_->Figures(), picture_->FramesPerSecond());

@@ -30,7 +30,7 @@ void MainWindow::ImportSource()
         return;
     hasSource_ = true;
     Change([](ViewSettings& settings) { settings.sourceTexture = true; });
-    viewer_->TexturesChanged();
+    viewer_->Work().TexturesChanged();
 }
 
 void MainWindow::OpenDetailDialog()
@@ -41,7 +41,7 @@ void MainWindow::OpenDetailDialog()
     if (FAILED(result))
         ShowError("The dialog for detail textures couldn't be opened.");
     else if (result == S_OK)
-        viewer_->TexturesChanged();
+        viewer_->Work().TexturesChanged();
     Changed({true, false, true});
 }
 

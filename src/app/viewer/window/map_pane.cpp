@@ -25,16 +25,19 @@ void MapPane::Show(Viewer* viewer, TextPainter* text)
 
 void MapPane::Draw(int width, int height, double factor)
 {
-    if (viewer_)
-        viewer_->DrawMap(width, height, factor, *text_);
-    if (const int delay = viewer_ ? viewer_->MapDelay() : 0)
+    if (!viewer_ || !viewer_->HasTerrain()) {
+        MapPicture::Clear(width, height);
+        return;
+    }
+    viewer_->Map().Draw(width, height, factor, *text_);
+    if (const int delay = viewer_->Map().Delay())
         renewal_.StartOnce(delay);
 }
 
 void MapPane::Go(const wxMouseEvent& event)
 {
     if (viewer_ && viewer_->HasTerrain() && MakeCurrent())
-        viewer_->GoToMap(PixelAt(event.GetPosition()), PixelWidth(), PixelHeight(), Factor());
+        viewer_->Map().GoTo(PixelAt(event.GetPosition()), PixelWidth(), PixelHeight(), Factor());
 }
 
 }  // namespace tessara

@@ -18,10 +18,7 @@ constexpr double kNewest = 0.2;
 }  // namespace
 
 PicturePane::PicturePane(wxWindow* parent, Listener listener)
-    : GlPane(parent),
-      listener_(std::move(listener)),
-      fly_(
-          *this, [this] { viewer_->CameraMoved(); }, [this] { listener_.state(); })
+    : GlPane(parent), listener_(std::move(listener)), fly_(*this, [this] { listener_.state(); })
 {
     SetMinSize(FromDIP(wxSize(200, 150)));
     BindMouse();
@@ -45,7 +42,7 @@ void PicturePane::BindMouse()
         event.Skip();
         if (!IsReady() || dragging_)
             return;
-        viewer_->Leave();
+        viewer_->Pointer().Leave();
         listener_.hovered();
     });
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent& event) {
@@ -87,7 +84,7 @@ void PicturePane::SetBrush(bool atHand)
     OnRelease();
     brush_ = atHand;
     SetCursor(atHand ? wxCursor(wxCURSOR_CROSS) : wxNullCursor);
-    viewer_->SetBrushShown(atHand);
+    viewer_->Pointer().TakeBrush(atHand);
     listener_.state();
 }
 
@@ -98,13 +95,13 @@ void PicturePane::OnPress(const wxMouseEvent& event)
         return;
     const PicturePoint point = PixelAt(event.GetPosition());
     if (event.LeftDown() && brush_ && !event.ControlDown() && !event.ShiftDown()) {
-        viewer_->BeginStroke(point);
+        viewer_->Pointer().BeginStroke(point);
         lastStroke_ = Clock::now();
         stroke_.Start(kStrokeTick);
     } else if (event.LeftDown() && !event.ShiftDown())
-        viewer_->BeginOrbit(point);
+        viewer_->Pointer().BeginOrbit(point);
     else
-        viewer_->BeginPan(point);
+        viewer_->Pointer().BeginPan(point);
     dragging_ = true;
     CaptureMouse();
 }
@@ -116,9 +113,9 @@ void PicturePane::OnMotion(wxMouseEvent& event)
         return;
     const PicturePoint point = PixelAt(event.GetPosition());
     if (dragging_)
-        viewer_->Drag(point);
+        viewer_->Pointer().Drag(point);
     else
-        viewer_->Hover(point);
+        viewer_->Pointer().Hover(point);
     listener_.hovered();
 }
 
@@ -130,7 +127,7 @@ void PicturePane::OnRelease()
     if (HasCapture())
         ReleaseMouse();
     if (IsReady() && MakeCurrent())
-        viewer_->EndDrag();
+        viewer_->Pointer().EndDrag();
 }
 
 void PicturePane::OnWheel(const wxMouseEvent& event)
@@ -138,7 +135,7 @@ void PicturePane::OnWheel(const wxMouseEvent& event)
     if (!IsReady() || fly_.IsOn() || event.GetWheelAxis() != wxMOUSE_WHEEL_VERTICAL)
         return;
     const double steps = static_cast<double>(event.GetWheelRotation()) / event.GetWheelDelta();
-    viewer_->Zoom(PixelAt(event.GetPosition()), steps);
+    viewer_->Pointer().Zoom(PixelAt(event.GetPosition()), steps);
     listener_.hovered();
 }
 
@@ -147,16 +144,18 @@ void PicturePane::ContinueStroke()
     const Clock::time_point now = Clock::now();
     const double seconds = std::chrono::duration<double>(now - std::exchange(lastStroke_, now)).count();
     if (IsReady() && MakeCurrent())
-        viewer_->ContinueStroke(seconds);
+        viewer_->Pointer().ContinueStroke(seconds);
 }
 
 void PicturePane::Draw(int width, int height, double factor)
 {
     frameStart_ = Clock::now();
-    if (!viewer_)
+    if (!IsReady()) {
+        TerrainPicture::Clear(width, height);
         return;
+    }
     const bool smooth = (fine_ || smooth_->IsQuick()) && smooth_->Begin(width, height);
-    viewer_->DrawPicture(width, height, factor, *text_);
+    viewer_->Picture().Draw(width, height, factor, *text_);
     if (smooth)
         smooth_->End();
 }
@@ -170,9 +169,9 @@ void PicturePane::Drawn()
     const double seconds = std::chrono::duration<double>(Clock::now() - frameStart_).count();
     frameSeconds_ = frameSeconds_ > 0.0 ? frameSeconds_ + kNewest * (seconds - frameSeconds_) : seconds;
     MeasureFrame();
-    figures_ = viewer_->Figures();
+    figures_ = viewer_->Picture().Figures();
     listener_.drawn();
-    if (viewer_->WantsFrame())
+    if (viewer_->Picture().WantsFrame())
         RequestDraw();
     else if (!smooth_->IsQuick())
         rest_.StartOnce(kRest);
@@ -181,12 +180,12 @@ void PicturePane::Drawn()
 /// What costs extra is measured when the picture has come to rest, and now and then while it moves.
 void PicturePane::MeasureFrame()
 {
-    const bool settled = !viewer_->WantsFrame();
+    const bool settled = !viewer_->Picture().WantsFrame();
     if ((!settled || measured_) && Clock::now() - lastMeasure_ < kMeasureEvery) {
         measured_ = measured_ && settled;
         return;
     }
-    viewer_->Measure();
+    viewer_->Picture().Measure();
     lastMeasure_ = Clock::now();
     measured_ = settled;
 }

@@ -30,11 +30,11 @@ StatusTexts::StatusTexts(wxStatusBar& bar) : bar_(bar)
 
 void StatusTexts::ShowPlace(const Viewer& viewer)
 {
-    const wxString place = Wide(viewer.PlaceUnderMouse());
+    const wxString place = Wide(viewer.HasTerrain() ? viewer.Readout().Place() : std::string());
     // Coordinates of the file, then metres in brackets.
     const int bracket = place.Find('(');
     texts_[0] = {place, bracket > 0 ? place.Left(static_cast<std::size_t>(bracket)).Trim() : place};
-    const wxString height = Wide(viewer.HeightUnderMouse());
+    const wxString height = Wide(viewer.HasTerrain() ? viewer.Readout().Height() : std::string());
     texts_[1] = {height};
     Fit();
 }

@@ -19,22 +19,22 @@ void WorkKeeper::Adopt(Recovery&& recovery)
     kept_.reset();
 }
 
-void WorkKeeper::Update(Viewer& viewer)
+void WorkKeeper::Update(const TerrainWork& work)
 {
-    if (!viewer.HasUnsavedWork()) {
+    if (!work.IsUnsaved()) {
         Forget();
         return;
     }
-    WorkState work = viewer.Work();
-    if (kept_ == work)
+    WorkState state = work.State();
+    if (kept_ == state)
         return;
     if (!autosave_)
         autosave_ = std::make_unique<Autosave>();
-    autosave_->Keep(viewer.ProjectPath(), [&viewer](ProjectWriter& writer) {
-        viewer.WriteProject(writer);
-        writer.Set(kTerrain, viewer.Element());
+    autosave_->Keep(work.ProjectPath(), [&work](ProjectWriter& writer) {
+        work.WriteProject(writer);
+        writer.Set(kTerrain, work.Element());
     });
-    kept_ = std::move(work);
+    kept_ = std::move(state);
 }
 
 void WorkKeeper::Forget() noexcept

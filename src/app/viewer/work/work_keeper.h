@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/viewer/viewer.h"
+#include "app/viewer/work/terrain_work.h"
 #include "host/project/autosave.h"
 
 #include <memory>
@@ -11,16 +11,16 @@ namespace tessara {
 
 class ProjectFile;
 
-/// Keeps the unsaved work of a viewer safe, for the case that the program crashes. Ended in the ordinary way, it leaves
+/// Keeps unsaved work safe, for the case that the program crashes. Ended in the ordinary way, it leaves
 /// nothing behind.
 class WorkKeeper {
 public:
-    /// Goes on with work that a viewer has recovered, and that is not to be offered again.
+    /// Goes on with work that has been recovered, and that is not to be offered again.
     void Adopt(Recovery&& recovery);
 
     /// Keeps what work isn't saved and isn't kept yet, and forgets what has been saved since. For every minute or so,
     /// with the viewer's OpenGL context current. \throws std::runtime_error for the user; it is no use to go on then
-    void Update(Viewer& viewer);
+    void Update(const TerrainWork& work);
 
     /// Forgets what was kept: nobody wants it any more.
     void Forget() noexcept;

@@ -36,8 +36,8 @@ void SculptPage::ShowState(Viewer& viewer, bool brushAtHand)
 {
     Show(viewer.Settings());
     brush_->SetSelection(brushAtHand ? 1 + static_cast<int>(viewer.Settings().brush.kind) : 0);
-    undo_->Enable(viewer.HasTerrain() && viewer.Document().CanUndo());
-    redo_->Enable(viewer.HasTerrain() && viewer.Document().CanRedo());
+    undo_->Enable(viewer.HasTerrain() && viewer.Sculptor().CanUndo());
+    redo_->Enable(viewer.HasTerrain() && viewer.Sculptor().CanRedo());
     save_->Enable(viewer.HasTerrain());
 }
 

@@ -1,0 +1,51 @@
+#include "app/viewer/terrain/triangle_export.h"
+
+#include "app/output/frame_dump.h"
+#include "app/output/mesh_file.h"
+#include "app/output/temporary_file.h"
+#include "app/viewer/terrain/terrain_document.h"
+#include "host/camera.h"
+#include "host/kvo_host.h"
+
+namespace tessara {
+
+namespace {
+
+/// The same view in the space of another terrain. \param lift height of that space's zero in the camera's own
+void CopyView(Camera& from, Camera& to, const GroundFrame& ground, double lift)
+{
+    TerrainFrustum* frustum = nullptr;
+    from.GetFrustum(&frustum);
+    to.SetDrawUnits(ground.DrawUnits());
+    to.SetViewport(from.Width(), from.Height());
+    to.SetLens(static_cast<double>(frustum->FieldOfView), static_cast<double>(frustum->Near),
+               static_cast<double>(frustum->Far));
+    to.SetUp(from.Up());
+    to.SetDirection(from.Forward());
+    to.SetPosition(from.Position() - Vector3{0.0, lift, 0.0});
+}
+
+}  // namespace
+
+std::uint64_t ExportTriangles(const TerrainDocument& document, const std::string& path, Camera& camera,
+                              double levelOfDetail)
+{
+    RequireWritable(path, document.Path());
+    const auto host = MakeObject<KvoHost>(nullptr, nullptr);
+    const double exaggeration = document.Session().Ground().Exaggeration();
+    const TerrainSession terrain(document.Data(), {exaggeration, levelOfDetail}, ComPtr<IKvoHost>(host.Get()));
+    TemporaryFile dump(path);
+    // This terrain's lowest point is the zero of its heights, not the floor.
+    const auto eye = MakeObject<Camera>();
+    CopyView(camera, *eye, terrain.Ground(),
+             document.Session().Ground().FromMap(0.0, 0.0, static_cast<double>(document.Data().minimum)).y);
+    const std::uint64_t triangles = DumpFrame(terrain, *eye, 0, dump.Path());
+    const MeshFormat format = MeshFormatOf(path);
+    if (format == MeshFormat::Text)
+        dump.Commit();
+    else
+        WriteMesh(dump.Path(), path, format, terrain.Ground());
+    return triangles;
+}
+
+}  // namespace tessara

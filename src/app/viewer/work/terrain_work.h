@@ -1,0 +1,80 @@
+#pragma once
+
+#include "app/viewer/viewer_change.h"
+#include "app/viewer/work/project_look.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tessara {
+
+class ProjectWriter;
+class Sculptor;
+class TerrainDocument;
+struct SavedTerrain;
+
+/// The work on a terrain as it is at a time, as far as it is worth saving.
+struct WorkState {
+    std::uint64_t heights = 0;
+    unsigned textures = 0;
+    ProjectLook look;
+
+    bool operator==(const WorkState&) const = default;
+};
+
+/// What a person has done to a terrain, and where that is kept: in a project, in a file of heights, or nowhere yet.
+class TerrainWork {
+public:
+    /// \param document,sculptor,camera,settings,colors,changed outlive this object
+    TerrainWork(TerrainDocument& document, const Sculptor& sculptor, const CameraController& camera,
+                const ViewSettings& settings, const HeightColors& colors, const ViewerListener& changed);
+
+    /// The terrain is as somebody has just opened it. \param saved what its project says, if it has one
+    void Begin(const std::optional<SavedTerrain>& saved);
+
+    /// The project that the terrain belongs to; empty where it was never saved into one.
+    const std::string& ProjectPath() const noexcept { return project_; }
+
+    /// The terrain's name in the project.
+    const std::string& Element() const noexcept { return element_; }
+
+    /// Whether the work was recovered and is in no project that a person knows.
+    bool IsRecovered() const noexcept { return recovered_; }
+
+    /// The textures or their switches have changed, by way of the surface.
+    void TexturesChanged();
+
+    /// Tells two states of the work apart.
+    WorkState State() const;
+
+    /// Whether something would be lost with the terrain: in a project every change but the camera's, else heights that
+    /// no file holds.
+    bool IsUnsaved() const;
+
+    /// Adds the terrain, and all other terrains of the project that it belongs to, to a project that is being written.
+    /// \throws std::runtime_error for the user
+    void WriteProject(ProjectWriter& writer) const;
+
+    /// Saves the terrain into a project, which it belongs to from now on. \throws std::runtime_error for the user
+    void SaveProject(const std::string& path);
+
+    /// Writes the heights as a GeoTIFF, or what else the name's ending asks for.
+    /// \throws std::runtime_error with one sentence that names the file
+    void SaveHeights(const std::string& path);
+
+private:
+    TerrainDocument& document_;
+    const Sculptor& sculptor_;
+    const CameraController& camera_;
+    const ViewSettings& settings_;
+    const HeightColors& colors_;
+    const ViewerListener& changed_;
+    std::string project_;
+    std::string element_;
+    unsigned textures_ = 0;   // counts changes
+    WorkState saved_;         // what files hold
+    bool recovered_ = false;  // the project doesn't hold what was opened
+};
+
+}  // namespace tessara
