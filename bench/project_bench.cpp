@@ -2,6 +2,7 @@
 // bytes.
 
 #include "host/elevation_matrix.h"
+#include "host/memory_place.h"
 #include "host/project/project_file.h"
 #include "host/project/project_writer.h"
 #include "support/test_grid.h"
@@ -11,11 +12,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -132,46 +131,12 @@ void ReadBytes(benchmark::State& state)
 }
 BENCHMARK(ReadBytes)->Arg(1025)->Arg(4097)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-/// The component's part of both: cells to bytes and back, with a parser that keeps the block in memory.
-class MemoryPlace final : public ComObject<IParser> {
-public:
-    HRESULT STDMETHODCALLTYPE AddNode(ParserNode, BSTR name, const void* bytes, LONG size, LONG) override
-    {
-        const std::string text = Take(name);
-        const auto* first = static_cast<const char*>(bytes);
-        values[text].assign(first, first + size);
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetNodeValue(ParserNode node, void* buffer, LONG* count, LONG) override
-    {
-        const auto& bytes = *static_cast<std::vector<char>*>(node);
-        std::copy(bytes.begin(), bytes.end(), static_cast<char*>(buffer));
-        *count = 1;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE FindNode(ParserNode, BSTR name, LONG, ParserNode* node) override
-    {
-        const auto found = values.find(Take(name));
-        if (found == values.end())
-            return E_FAIL;
-        *node = &found->second;
-        return S_OK;
-    }
-    std::map<std::string, std::vector<char>> values;
-
-private:
-    static std::string Take(BSTR name)
-    {
-        std::string text = tessara::NarrowText(name);
-        SysFreeString(name);
-        return text;
-    }
-};
+// The component's part of both: cells to bytes and back, with a parser that keeps the block in memory.
 
 void CellsToBytes(benchmark::State& state)
 {
     const Terrain terrain(SideOf(state));
-    const auto place = MakeObject<MemoryPlace>();
+    const auto place = MakeObject<tessara::MemoryPlace>();
     for (auto _ : state)
         terrain.surface->SerializeMatrix(place.Get());
     CountBytes(state);
@@ -181,7 +146,7 @@ BENCHMARK(CellsToBytes)->Arg(4097)->Unit(benchmark::kMillisecond);
 void BytesToCells(benchmark::State& state)
 {
     const Terrain terrain(SideOf(state));
-    const auto place = MakeObject<MemoryPlace>();
+    const auto place = MakeObject<tessara::MemoryPlace>();
     terrain.surface->SerializeMatrix(place.Get());
     const Terrain loaded(0);
     for (auto _ : state)

@@ -4,6 +4,7 @@
 #include <array>
 #include <cassert>
 #include <cmath>
+#include <string_view>
 
 namespace tessara {
 
@@ -13,43 +14,59 @@ constexpr std::size_t kMostFloats = 3;
 
 }  // namespace
 
-SavedPlace::SavedPlace(IUnknown* parser, std::span<const SavedValue> values)
-    : parser_(*static_cast<IParser*>(parser)), values_(values)
+SavedPlace::SavedPlace(IParser& parser, SavedId first, SavedId last)
+    : parser_(parser), first_(static_cast<std::size_t>(first))
 {
-    names_.reserve(values.size());
-    for (const SavedValue& value : values)
-        names_.emplace_back(value.name);
+    const std::size_t end = static_cast<std::size_t>(last) + 1;
+    names_.reserve(end - first_);
+    for (std::size_t id = first_; id < end; ++id)
+        names_.emplace_back(ValueOf(static_cast<SavedId>(id)).name);
 }
 
-// A name that goes to the parser is the parser's to free.
-
-void SavedPlace::Write(std::size_t value, const void* bytes, std::size_t size)
+/// A name that goes to the parser is the parser's to free.
+BSTR SavedPlace::TakeName(SavedId value)
 {
-    assert(names_[value].Get());
-    parser_.AddNode(nullptr, names_[value].Detach(), bytes, static_cast<LONG>(size), values_[value].written);
+    BstrHolder& name = names_[static_cast<std::size_t>(value) - first_];
+    assert(name.Get());
+    return name.Detach();
 }
 
-bool SavedPlace::Find(std::size_t value, ParserNode* node)
+void SavedPlace::Write(SavedId value, const void* bytes, std::size_t size)
 {
-    assert(names_[value].Get());
+    parser_.AddNode(nullptr, TakeName(value), bytes, static_cast<LONG>(size), ValueOf(value).written);
+}
+
+void SavedPlace::WriteText(SavedId value, const std::string& text)
+{
+    char bytes[kTextCapacity] = {};
+    const std::string_view whole = text.c_str();
+    std::size_t length = std::min(whole.size(), kTextCapacity - 1);
+    while (length < whole.size() && length > 0 && (whole[length] & 0xC0) == 0x80)
+        --length;
+    whole.copy(bytes, length);
+    Write(value, bytes, length + 1);
+}
+
+bool SavedPlace::Find(SavedId value, ParserNode* node)
+{
     *node = nullptr;
-    return SUCCEEDED(parser_.FindNode(nullptr, names_[value].Detach(), -1, node));
+    return SUCCEEDED(parser_.FindNode(nullptr, TakeName(value), -1, node));
 }
 
-Reading SavedPlace::Fetch(std::size_t value, ParserNode node, void* buffer)
+Reading SavedPlace::Fetch(SavedId value, ParserNode node, void* buffer)
 {
     LONG count = 0;
-    const HRESULT result = parser_.GetNodeValue(node, buffer, &count, values_[value].asked);
+    const HRESULT result = parser_.GetNodeValue(node, buffer, &count, ValueOf(value).asked);
     return SUCCEEDED(result) && count != 0 ? Reading::Read : Reading::Unreadable;
 }
 
-Reading SavedPlace::Read(std::size_t value, void* buffer)
+Reading SavedPlace::Read(SavedId value, void* buffer)
 {
     ParserNode node = nullptr;
     return Find(value, &node) ? Fetch(value, node, buffer) : Reading::Missing;
 }
 
-Reading SavedPlace::ReadInteger(std::size_t value, LONG* number)
+Reading SavedPlace::ReadInteger(SavedId value, LONG* number)
 {
     LONG found = 0;
     const Reading result = Read(value, &found);
@@ -58,7 +75,7 @@ Reading SavedPlace::ReadInteger(std::size_t value, LONG* number)
     return result;
 }
 
-Reading SavedPlace::ReadFloats(std::size_t value, std::span<float> numbers)
+Reading SavedPlace::ReadFloats(SavedId value, std::span<float> numbers)
 {
     std::array<float, kMostFloats> found{};
     assert(numbers.size() <= found.size());
@@ -73,13 +90,14 @@ Reading SavedPlace::ReadFloats(std::size_t value, std::span<float> numbers)
     return Reading::Read;
 }
 
-std::size_t BlockSize(LONG columns, LONG rows, std::size_t itemSize)
+Reading SavedPlace::ReadText(SavedId value, std::string* text)
 {
-    if (columns <= 0 || rows <= 0)
-        return 0;
-    const std::int64_t items = std::int64_t{columns} * rows;
-    return items <= kLargestBlock / static_cast<std::int64_t>(itemSize) ? static_cast<std::size_t>(items) * itemSize
-                                                                        : 0;
+    char bytes[kTextCapacity] = {};
+    const Reading result = Read(value, bytes);
+    bytes[kTextCapacity - 1] = 0;
+    if (result == Reading::Read)
+        text->assign(bytes);
+    return result;
 }
 
 }  // namespace tessara

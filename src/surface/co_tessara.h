@@ -17,8 +17,9 @@ struct IProgressWindow;
 struct ITextureMgr;
 
 namespace tessara {
-class SavedPlace;
-}
+class SavedTexturesReader;
+struct SavedTextureSettings;
+}  // namespace tessara
 
 /// The component's one object: a terrain with the host's services wired to it. See ITessara for the methods.
 ///
@@ -100,12 +101,12 @@ private:
     void PaintCanvasPixels(BYTE* pixels, LONG width, LONG height, const ElevationPalette& palette,
                            IProgressWindow* progress) const;
 
-    // The saved form, in the room persistence.
+    // The saved form.
     bool CreateMatrix(LONG width, LONG height, std::unique_ptr<ElevationPalette> palette);
-    void SaveTextureSettings(tessara::SavedPlace& place);
-    HRESULT LoadSource(tessara::SavedPlace& place);
+    tessara::SavedTextureSettings TextureSettings();
+    HRESULT LoadSource(tessara::SavedTexturesReader& reader);
     HRESULT LoadDetail();
-    void LoadTextureSettings(tessara::SavedPlace& place);
+    void TakeTextureSettings(const tessara::SavedTextureSettings& saved);
 
     IKvoHost* m_pKvo = nullptr;             // counted
     IElevationMatrix* m_pMatrix = nullptr;  // counted

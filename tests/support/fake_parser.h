@@ -20,8 +20,15 @@ public:
         bool operator==(const Value&) const = default;
     };
 
+    using Values = std::map<std::string, Value, std::less<>>;
+
     using Fake::Fake;
 
+    static std::vector<BYTE> BytesOf(const std::vector<float>& numbers)
+    {
+        const auto* bytes = reinterpret_cast<const BYTE*>(numbers.data());
+        return {bytes, bytes + numbers.size() * sizeof(float)};
+    }
     template <class T>
     void Put(const std::string& name, LONG typeCode, const std::vector<T>& items)
     {
@@ -88,7 +95,7 @@ public:
         return S_OK;
     }
 
-    std::map<std::string, Value, std::less<>> values;
+    Values values;
     std::set<std::string> unreadable;  ///< found, with a failure for their bytes
     std::set<std::string> uncounted;   ///< found, with a count of 0
     int failingCall = 0;               ///< 1 fails the next call, 2 the one after it ...; 0 none

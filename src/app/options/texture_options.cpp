@@ -5,92 +5,53 @@
 #include "app/options/number_list.h"
 #include "app/view/saved_textures.h"
 #include "host/console_progress.h"
+#include "host/memory_place.h"
 #include "host/project/project_place.h"
+#include "persistence/saved_textures.h"
 #include "platform/com/bstr.h"
-#include "platform/com/com_object.h"
-#include "services/parser.h"
 #include "surface/itessara.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <cstring>
+#include <optional>
 #include <stdexcept>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 namespace tessara {
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
+constexpr LONG kLowBrightness = 1;
+constexpr LONG kHighBrightness = 2;
 
-constexpr std::int32_t kLowBrightness = 1;
-constexpr std::int32_t kHighBrightness = 2;
-
-Bytes BytesOf(std::int32_t value)
-{
-    Bytes bytes(sizeof(value));
-    std::memcpy(bytes.data(), &value, sizeof(value));
-    return bytes;
-}
-
-/// A place of a project that exists in memory alone and holds nothing but a source texture: the way by which a surface
-/// takes an image without asking the user for a file.
-class SourceValues final : public ComObject<IParser> {
-public:
-    /// \param pixels four bytes each, blue, green, red and alpha; the first row comes to lie in the north
-    SourceValues(std::int32_t width, std::int32_t height, Bytes pixels)
-        : values_{{"TEXTURE_SRC_WIDTH", BytesOf(width)},
-                  {"TEXTURE_SRC_HEIGHT", BytesOf(height)},
-                  {"TEXTURE_SRC_DATA", std::move(pixels)},
-                  {"IS_USING_DETAIL", BytesOf(0)},
-                  {"IS_USING_SOURCE", BytesOf(1)}}
+/// An image file in the form in which it is saved.
+struct SourceImage {
+    explicit SourceImage(const std::string& file)
     {
+        const TextureElement element = ReadImage(file);
+        bytes = NorthFirst(element);
+        image.width = static_cast<LONG>(element.width);
+        image.height = static_cast<LONG>(element.height);
+        image.pixels = bytes;
     }
 
-    HRESULT STDMETHODCALLTYPE AddNode(ParserNode, BSTR name, const void*, LONG, LONG) override
-    {
-        SysFreeString(name);
-        return E_NOTIMPL;
-    }
-
-    HRESULT STDMETHODCALLTYPE GetNodeValue(ParserNode node, void* buffer, LONG* count, LONG) override
-    {
-        const Bytes& bytes = static_cast<const Value*>(node)->second;
-        std::memcpy(buffer, bytes.data(), bytes.size());
-        *count = 1;
-        return S_OK;
-    }
-
-    HRESULT STDMETHODCALLTYPE FindNode(ParserNode, BSTR name, LONG, ParserNode* node) override
-    {
-        const std::string wanted = NarrowText(name);
-        SysFreeString(name);
-        for (Value& value : values_) {
-            if (value.first == wanted) {
-                *node = &value;
-                return S_OK;
-            }
-        }
-        return E_FAIL;
-    }
-
-private:
-    using Value = std::pair<std::string_view, Bytes>;
-    std::vector<Value> values_;
+    std::vector<std::uint8_t> bytes;
+    SavedImage image;
 };
 
+/// A surface takes an image without asking the user for a file when it loads it.
 void ApplySource(ITessara& surface, const std::string& file)
 {
-    const TextureElement image = ReadImage(file);
-    const auto values = MakeObject<SourceValues>(static_cast<std::int32_t>(image.width),
-                                                 static_cast<std::int32_t>(image.height), NorthFirst(image));
-    LONG used = 0;
-    if (FAILED(surface.LoadSerializedTextures(values.Get())) || FAILED(surface.IsUsingTextureSource(&used)) ||
-        FAILED(surface.ActivateSourceTexture()))
+    const SourceImage source(file);
+    const auto place = MakeObject<MemoryPlace>();
+    SavedTextures saved;
+    saved.source = source.image;
+    saved.settings.usingDetail = 0;
+    saved.settings.usingSource = 1;
+    saved.Write(*place);
+    if (FAILED(surface.LoadSerializedTextures(place.Get())) || !HasSource(surface))
         throw std::runtime_error("OpenGL can't hold the image " + file + ".");
 }
 
@@ -114,38 +75,10 @@ void ApplySaved(ITessara& surface, ProjectPlace& saved, ConsoleProgress& progres
                      "\" is in no database any more: it is left out.");
 }
 
-void WriteInteger(ProjectPlace& place, const char* name, std::int32_t number)
-{
-    place.Write(name, 2, &number, sizeof number);
-}
-
-void WriteText(ProjectPlace& place, const char* name, const std::string& text)
-{
-    place.Write(name, 0x40, text.c_str(), text.size() + 1);
-}
-
-void SaveSource(ProjectPlace& place, const std::string& file)
-{
-    const TextureElement image = ReadImage(file);
-    const Bytes pixels = NorthFirst(image);
-    const auto width = static_cast<std::int32_t>(image.width);
-    const auto height = static_cast<std::int32_t>(image.height);
-    place.Write("TEXTURE_SRC_WIDTH", 8, &width, sizeof width);
-    place.Write("TEXTURE_SRC_HEIGHT", 8, &height, sizeof height);
-    place.Write("TEXTURE_SRC_DATA", 0x280, pixels.data(), pixels.size());
-    WriteInteger(place, "TEXTURE_SRC_BITS", 32);
-    WriteInteger(place, "IS_USING_SOURCE", 1);
-}
-
-void SaveDetail(ProjectPlace& place, const std::string& name)
+SavedDetail SavedDetailOf(const std::string& name)
 {
     const DetailTexture found = FindDetailTexture(name);
-    WriteText(place, "TEXTURE_DET_NAME", found.key);
-    WriteText(place, "TEXTURE_DET_TABLE", kDetailTable);
-    WriteText(place, "TEXTURE_DET_NAME_USER", found.displayName);
-    WriteText(place, "DATABASE", found.ofUser ? "USERDB" : "APPDB");
-    WriteInteger(place, "DETAIL_RGBGAMMA", kLowBrightness);
-    WriteInteger(place, "IS_USING_DETAIL", 1);
+    return {found.key, kDetailTable, found.ofUser ? "USERDB" : "APPDB", found.displayName};
 }
 
 }  // namespace
@@ -202,20 +135,28 @@ void ApplyTextures(ITessara& surface, ProjectPlace* saved, const TextureOptions&
 
 void SaveTextures(ProjectPlace& place, const TextureOptions& options)
 {
-    if (!options.source.empty())
-        SaveSource(place, options.source);
-    if (!options.detail.empty())
-        SaveDetail(place, options.detail);
+    SavedTextures saved;
+    std::optional<SourceImage> source;
+    if (!options.source.empty()) {
+        saved.source = source.emplace(options.source).image;
+        saved.settings.usingSource = 1;
+    }
+    if (!options.detail.empty()) {
+        saved.detail = SavedDetailOf(options.detail);
+        saved.settings.usingDetail = 1;
+        saved.settings.rgbGamma = kLowBrightness;
+    }
     if (options.withoutSource)
-        WriteInteger(place, "IS_USING_SOURCE", 0);
+        saved.settings.usingSource = 0;
     if (options.withoutDetail)
-        WriteInteger(place, "IS_USING_DETAIL", 0);
+        saved.settings.usingDetail = 0;
     if (options.tiling) {
-        place.Write("DETAIL_TILINGX", 0x10, &options.tiling->first, sizeof(float));
-        place.Write("DETAIL_TILINGY", 0x10, &options.tiling->second, sizeof(float));
+        saved.settings.tilingX = options.tiling->first;
+        saved.settings.tilingY = options.tiling->second;
     }
     if (options.brighten)
-        WriteInteger(place, "DETAIL_RGBGAMMA", *options.brighten ? kHighBrightness : kLowBrightness);
+        saved.settings.rgbGamma = *options.brighten ? kHighBrightness : kLowBrightness;
+    saved.Write(place);
 }
 
 }  // namespace tessara

@@ -30,12 +30,20 @@ bool HasDetail(ITessara& surface)
 
 }  // namespace
 
+bool HasSource(ITessara& surface)
+{
+    glPushAttrib(GL_ENABLE_BIT | GL_TEXTURE_BIT);
+    const bool has = SUCCEEDED(surface.ActivateSourceTexture());
+    glPopAttrib();
+    return has;
+}
+
 std::string TakeSavedTextures(ITessara& surface, ProjectPlace& saved)
 {
     const HRESULT result = surface.LoadSerializedTextures(&saved);
     if (FAILED(result))
         throw std::runtime_error("OpenGL can't hold the source image of the terrain \"" + saved.Name() + "\".");
-    if (FAILED(surface.ActivateSourceTexture()))
+    if (!HasSource(surface))
         surface.UseTextureSource(0);
     if (HasDetail(surface))
         return {};

@@ -15,20 +15,12 @@ namespace {
 /// Until the first frame says how fine the terrain is to be.
 constexpr double kFirstDetail = 500.0;
 
-bool HasSource(const ProjectPlace& saved)
-{
-    const auto values = saved.Values();
-    return std::any_of(values.begin(), values.end(), [](const ProjectPlace::Value& value) {
-        return value.name == "TEXTURE_SRC_DATA" && value.deliverable;
-    });
-}
-
 /// \param shown whether pictures of the ground are shown where there are any; a project that has one says so itself
 void TakeTextures(ITessara& surface, ProjectPlace& saved, bool& shown)
 {
     TakeSavedTextures(surface, saved);
     LONG used = 0;
-    if (HasSource(saved) && SUCCEEDED(surface.IsUsingTextureSource(&used)))
+    if (HasSource(surface) && SUCCEEDED(surface.IsUsingTextureSource(&used)))
         shown = used != 0;
 }
 

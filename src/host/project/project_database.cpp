@@ -147,13 +147,18 @@ void ProjectDatabase::InsertPart(std::int64_t element, std::string_view name, st
 void ProjectDatabase::WriteValue(std::int64_t element, std::string_view name, std::int32_t typeCode,
                                  std::span<const std::uint8_t> bytes)
 {
-    SqliteStatement(File(), "DELETE FROM value WHERE element = ? AND name = ?").Bind(element).Bind(name).Step();
+    RemoveValue(element, name);
     std::int64_t part = 0;
     do {
         const auto piece = bytes.first(std::min(bytes.size(), kPartSize));
         InsertPart(element, name, part++, typeCode, piece);
         bytes = bytes.subspan(piece.size());
     } while (!bytes.empty());
+}
+
+void ProjectDatabase::RemoveValue(std::int64_t element, std::string_view name)
+{
+    SqliteStatement(File(), "DELETE FROM value WHERE element = ? AND name = ?").Bind(element).Bind(name).Step();
 }
 
 ProjectSettings ProjectDatabase::Settings(std::int64_t element)

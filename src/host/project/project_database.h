@@ -53,6 +53,7 @@ public:
     /// Adds a value, or replaces the one of that name.
     void WriteValue(std::int64_t element, std::string_view name, std::int32_t typeCode,
                     std::span<const std::uint8_t> bytes);
+    void RemoveValue(std::int64_t element, std::string_view name);
 
     ProjectSettings Settings(std::int64_t element);
     void WriteSetting(std::int64_t element, std::string_view name, const ProjectSetting& value);

@@ -1,7 +1,7 @@
 #include "host/project/project_place.h"
 
 #include "host/project/project_database.h"
-#include "host/project/value_rules.h"
+#include "persistence/saved_value.h"
 #include "platform/com/bstr.h"
 #include "platform/com/guard.h"
 
@@ -26,6 +26,13 @@ std::string TakeName(BSTR name)
 ParserNode NodeOf(std::size_t index)
 {
     return reinterpret_cast<ParserNode>(index + 1);
+}
+
+/// Values for whose size a reader makes room.
+bool IsBlock(std::string_view name)
+{
+    const std::optional<SavedId> id = FindSavedValue(name);
+    return id && (ValueOf(*id).shape == SavedShape::Matrix || ValueOf(*id).shape == SavedShape::Image);
 }
 
 std::size_t IndexOf(ParserNode node)
@@ -70,14 +77,15 @@ std::optional<std::int32_t> ProjectPlace::Integer(std::string_view name) const
 
 bool ProjectPlace::IsDeliverable(const ProjectValue& value) const
 {
-    return HasSize(RuleOf(value.name), value.size, [this](std::string_view name) { return Integer(name); });
+    const std::optional<SavedId> id = FindSavedValue(value.name);
+    return id && HasSavedSize(*id, value.size, [this](SavedId other) { return Integer(ValueOf(other).name); });
 }
 
 /// Text is looked at before it goes out: it must end within its buffer.
 bool ProjectPlace::Deliver(const ProjectValue& value, void* buffer) const
 {
     const auto size = static_cast<std::size_t>(value.size);
-    if (RuleOf(value.name).shape != ValueShape::Text)
+    if (ValueOf(*FindSavedValue(value.name)).shape != SavedShape::Text)
         return database_->ReadValue(element_, value, {static_cast<std::uint8_t*>(buffer), size});
     std::vector<std::uint8_t> text(size);
     if (!database_->ReadValue(element_, value, text) || text.back() != 0)
@@ -112,8 +120,7 @@ HRESULT ProjectPlace::FindNode(ParserNode parent, BSTR name, LONG index, ParserN
         const ProjectValue* value = Find(text);
         if (parent || index != -1 || !value)
             return E_FAIL;
-        const ValueShape shape = RuleOf(value->name).shape;
-        if ((shape == ValueShape::Matrix || shape == ValueShape::Image) && !IsDeliverable(*value))
+        if (IsBlock(value->name) && !IsDeliverable(*value))
             return E_FAIL;
         *node = NodeOf(static_cast<std::size_t>(value - values_.data()));
         return S_OK;
@@ -168,6 +175,9 @@ void ProjectPlace::Write(std::string_view name, std::int32_t typeCode, const voi
 {
     RequireWritable();
     database_->WriteValue(element_, name, typeCode, {static_cast<const std::uint8_t*>(bytes), size});
+    // The depth is left out where it is 32 bits: the one of an older image must not stand for the new one.
+    if (name == ValueOf(SavedId::SourceData).name)
+        database_->RemoveValue(element_, ValueOf(SavedId::SourceBits).name);
     Reload();
 }
 

@@ -3,28 +3,22 @@
 #include "host/project/project_place.h"
 #include "host/storage/sqlite_file.h"
 #include "host/terrain_session.h"
+#include "persistence/saved_matrix.h"
+#include "persistence/saved_palette.h"
+#include "persistence/saved_place.h"
+#include "persistence/saved_properties.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <optional>
-#include <span>
 #include <utility>
 
 namespace tessara {
 
 namespace {
 
-constexpr std::int32_t kIntegers = 2;
-constexpr std::int32_t kSizes = 8;
-constexpr std::int32_t kFloats = 0x10;
-constexpr std::int32_t kBytes = 0x80;
-constexpr int kEntries = 256;
-
 constexpr const char* kExaggeration = "exaggeration";
 constexpr double kLargestExaggeration = 1000.0;
 constexpr double kLargestSpacing = 1e6;
-constexpr float kLargestElevation = 1e9f;
 constexpr float kLargestMetres = 1e7f;
 
 /// Where the settings of a terrain's place on the ground go.
@@ -44,41 +38,9 @@ constexpr std::pair<const char*, std::string ElevationData::*> kGroundTexts[] = 
     {"height.unitName", &ElevationData::heightUnitName},
 };
 
-/// Items of a value that has so many, or nothing.
-template <class T>
-std::optional<std::vector<T>> Items(const ProjectPlace& place, const char* name, std::size_t count)
+float Metres(const std::optional<float>& saved, float otherwise)
 {
-    const auto bytes = place.Read(name);
-    if (!bytes || bytes->size() != count * sizeof(T))
-        return std::nullopt;
-    std::vector<T> items(count);
-    std::memcpy(items.data(), bytes->data(), bytes->size());
-    return items;
-}
-
-template <class T>
-T Item(const ProjectPlace& place, const char* name, T otherwise)
-{
-    const auto items = Items<T>(place, name, 1);
-    return items ? items->front() : otherwise;
-}
-
-template <class T>
-void Write(ProjectPlace& place, const char* name, std::int32_t typeCode, std::span<const T> items)
-{
-    place.Write(name, typeCode, items.data(), items.size_bytes());
-}
-
-template <class T>
-void Write(ProjectPlace& place, const char* name, std::int32_t typeCode, const T& item)
-{
-    place.Write(name, typeCode, &item, sizeof item);
-}
-
-float Metres(const ProjectPlace& place, const char* name, float otherwise)
-{
-    const float metres = Item(place, name, otherwise);
-    return std::isfinite(metres) && std::fabs(metres) <= kLargestMetres ? metres : otherwise;
+    return saved && std::fabs(*saved) <= kLargestMetres ? *saved : otherwise;
 }
 
 bool IsSpacing(double metres)
@@ -86,36 +48,25 @@ bool IsSpacing(double metres)
     return metres > 0.0 && metres <= kLargestSpacing;
 }
 
-ElevationPalette ReadPalette(const ProjectPlace& place)
+/// The default palette where there is none, or one of a range that is no range of the table.
+ElevationPalette ReadPalette(ProjectPlace& place)
 {
     ElevationPalette palette;
-    const auto red = Items<std::uint8_t>(place, "PALETTE_INFO_RED", kEntries);
-    const auto green = Items<std::uint8_t>(place, "PALETTE_INFO_GREEN", kEntries);
-    const auto blue = Items<std::uint8_t>(place, "PALETTE_INFO_BLUE", kEntries);
-    const auto nodes = Items<std::int32_t>(place, "PALETTE_INFO_ARRAY_NODE", kEntries);
-    const float low = Item(place, "PALETTE_INFO_MIN_ELV", -1.0f);
-    const float high = Item(place, "PALETTE_INFO_MAX_ELV", -1.0f);
-    if (!red || !green || !blue || !nodes || !(low >= 0.0f && low <= high && high < kEntries))
-        return palette;
-    palette.red = *red;
-    palette.green = *green;
-    palette.blue = *blue;
-    std::transform(nodes->begin(), nodes->end(), palette.nodeFlags.begin(),
-                   [](std::int32_t flag) { return static_cast<std::uint8_t>(flag != 0); });
-    palette.minElevation = static_cast<std::int32_t>(low);
-    palette.maxElevation = static_cast<std::int32_t>(high);
+    SavedPalette saved;
+    if (saved.Read(place) && saved.low >= 0.0f && saved.low <= saved.high && saved.high < SavedPalette::kEntries)
+        saved.GiveTo(palette);
     return palette;
 }
 
 /// Of a surface of another program, the spacing at which its heights are drawn in their true proportions.
-double SpacingOf(const ProjectPlace& place, const ElevationData& data)
+double SpacingOf(ProjectPlace& place, const ElevationData& data)
 {
-    const double scale = static_cast<double>(Item(place, "ELEVATION_SCALE", 0.0f));
+    const auto scale = static_cast<double>(SavedProperties::Read(place).elevationScale);
     const double spacing = (static_cast<double>(data.maximum) - static_cast<double>(data.minimum)) / scale;
     return IsSpacing(spacing) ? spacing : 1.0;
 }
 
-void ReadGround(const ProjectPlace& place, const ProjectSettings& settings, ElevationData& data)
+void ReadGround(ProjectPlace& place, const ProjectSettings& settings, ElevationData& data)
 {
     data.spacingX = data.spacingY = 0.0;
     for (const auto& [name, member] : kGroundNumbers)
@@ -142,22 +93,31 @@ void RememberGround(ProjectPlace& place, const ElevationData& data)
         place.Set(name, data.*member);
 }
 
-/// Writes the session's matrix without its border, as a surface without one would.
-void WriteWithoutBorder(ProjectPlace& place, const TerrainSession& session)
+/// The session's matrix as a surface without a border would save it. The surface knows elevations from 0 to 1 only; a
+/// project tells their metres.
+SavedMatrix MatrixOf(const TerrainSession& session, const ElevationData& data)
 {
-    const LONG width = session.Columns() - 2 * session.Border();
-    const LONG height = session.Rows() - 2 * session.Border();
-    std::vector<float> elevations;
-    elevations.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    for (LONG y = 0; y < height; ++y) {
-        for (LONG x = 0; x < width; ++x)
-            elevations.push_back(session.Matrix().ElementAt(x + session.Border(), y + session.Border())->value);
+    SavedMatrix saved;
+    saved.width = session.Columns() - 2 * session.Border();
+    saved.height = session.Rows() - 2 * session.Border();
+    saved.minimum = data.minimum;
+    saved.maximum = data.maximum;
+    saved.elevations.reserve(static_cast<std::size_t>(saved.width) * static_cast<std::size_t>(saved.height));
+    for (LONG y = 0; y < saved.height; ++y) {
+        const ElevationElement* cell = session.Matrix().ElementAt(session.Border(), y + session.Border());
+        for (LONG x = 0; x < saved.width; ++x, ++cell)
+            saved.elevations.push_back(cell->value);
     }
-    Write(place, "MATRIX_WIDTH", kSizes, width);
-    Write(place, "MATRIX_HEIGHT", kSizes, height);
-    Write(place, "MATRIX_DATA", kFloats, std::span<const float>(elevations));
-    constexpr float kNoTranslation[3] = {};
-    Write(place, "TRANSLATION", kFloats, std::span<const float>(kNoTranslation));
+    return saved;
+}
+
+/// The border is the session's own, and so is the translation that it asks for.
+SavedProperties PropertiesOf(const TerrainSession& session)
+{
+    SavedProperties saved;
+    session.Surface().GetLOD(&saved.lod);
+    saved.elevationScale = static_cast<float>(session.Ground().ElevationScale());
+    return saved;
 }
 
 /// \throws StorageError for a failure of one of the surface's own methods
@@ -167,16 +127,15 @@ void Check(const ProjectPlace& place, HRESULT result)
         throw StorageError("The terrain \"" + place.Name() + "\" can't be saved: there is not enough memory");
 }
 
-}  // namespace
-
-ProjectTerrain ReadTerrainFrame(const ProjectPlace& place)
+/// Everything but the heights.
+ProjectTerrain TerrainOf(ProjectPlace& place, const SavedMatrix& matrix)
 {
     ProjectTerrain terrain;
     ElevationData& data = terrain.data;
-    data.width = Item<std::int32_t>(place, "MATRIX_WIDTH", 0);
-    data.height = Item<std::int32_t>(place, "MATRIX_HEIGHT", 0);
-    data.minimum = Metres(place, "MIN_ELEVATION", 0.0f);
-    data.maximum = Metres(place, "MAX_ELEVATION", 255.0f);
+    data.width = matrix.width;
+    data.height = matrix.height;
+    data.minimum = Metres(matrix.minimum, 0.0f);
+    data.maximum = Metres(matrix.maximum, 255.0f);
     if (data.minimum > data.maximum)
         std::swap(data.minimum, data.maximum);
     const ProjectSettings settings = place.Settings();
@@ -192,24 +151,28 @@ ProjectTerrain ReadTerrainFrame(const ProjectPlace& place)
     return terrain;
 }
 
-ProjectTerrain ReadTerrain(const ProjectPlace& place)
+}  // namespace
+
+ProjectTerrain ReadTerrainFrame(ProjectPlace& place)
 {
-    ProjectTerrain terrain = ReadTerrainFrame(place);
-    ElevationData& data = terrain.data;
-    const bool hasSize = data.width > 0 && data.height > 0 && data.width <= INT32_MAX / data.height;
-    const std::size_t count =
-        hasSize ? static_cast<std::size_t>(data.width) * static_cast<std::size_t>(data.height) : 0;
-    auto elevations = Items<float>(place, "MATRIX_DATA", count);
-    if (!hasSize || !elevations)
+    SavedMatrix matrix;
+    matrix.ReadFrame(place);
+    return TerrainOf(place, matrix);
+}
+
+ProjectTerrain ReadTerrain(ProjectPlace& place)
+{
+    SavedMatrix matrix;
+    if (!matrix.Read(place))
         throw StorageError("The terrain \"" + place.Name() + "\" has no elevations, or they are damaged");
-    terrain.elevations = std::move(*elevations);
-    data.metres.reserve(count);
+    ProjectTerrain terrain = TerrainOf(place, matrix);
+    terrain.elevations = std::move(matrix.elevations);
+    ElevationData& data = terrain.data;
+    data.metres.reserve(terrain.elevations.size());
     const auto low = static_cast<double>(data.minimum);
     const double range = static_cast<double>(data.maximum) - low;
-    for (float& elevation : terrain.elevations) {
-        elevation = std::isfinite(elevation) ? std::clamp(elevation, -kLargestElevation, kLargestElevation) : 0.0f;
+    for (const float elevation : terrain.elevations)
         data.metres.push_back(static_cast<float>(low + static_cast<double>(elevation) * range));
-    }
     return terrain;
 }
 
@@ -217,16 +180,10 @@ void WriteTerrain(ProjectPlace& place, const TerrainSession& session, const Elev
                   const ProjectView& view)
 {
     ITessara& surface = session.Surface();
-    Check(place, surface.SerializeSurfaceProperties(&place));
-    if (session.Border() == 0)
-        Check(place, surface.SerializeMatrix(&place));
-    else
-        WriteWithoutBorder(place, session);
+    PropertiesOf(session).Write(place);
+    MatrixOf(session, data).Write(place);
     Check(place, surface.SerializePalette(&place));
     Check(place, surface.SerializeTextures(&place));
-    // The surface knows elevations from 0 to 1 only; a project tells their metres.
-    Write(place, "MIN_ELEVATION", kFloats, data.minimum);
-    Write(place, "MAX_ELEVATION", kFloats, data.maximum);
     place.Set(kExaggeration, exaggeration);
     RememberGround(place, data);
     RememberView(place, view);
@@ -235,24 +192,19 @@ void WriteTerrain(ProjectPlace& place, const TerrainSession& session, const Elev
 void WriteExaggeration(ProjectPlace& place, double exaggeration)
 {
     const GroundFrame ground(ReadTerrainFrame(place).data, exaggeration);
-    Write(place, "ELEVATION_SCALE", kFloats, static_cast<float>(ground.ElevationScale()));
+    SavedPlace(place, SavedId::ElevationScale, SavedId::ElevationScale)
+        .Write(SavedId::ElevationScale, static_cast<float>(ground.ElevationScale()));
     place.Set(kExaggeration, exaggeration);
 }
 
 void WriteLevelOfDetail(ProjectPlace& place, double levelOfDetail)
 {
-    Write(place, "KVOxml_LOD", kFloats, static_cast<float>(levelOfDetail));
+    SavedPlace(place, SavedId::Lod, SavedId::Lod).Write(SavedId::Lod, static_cast<float>(levelOfDetail));
 }
 
 void WritePalette(ProjectPlace& place, const ElevationPalette& palette)
 {
-    std::vector<std::int32_t> nodes(palette.nodeFlags.begin(), palette.nodeFlags.end());
-    Write(place, "PALETTE_INFO_RED", kBytes, std::span<const std::uint8_t>(palette.red));
-    Write(place, "PALETTE_INFO_GREEN", kBytes, std::span<const std::uint8_t>(palette.green));
-    Write(place, "PALETTE_INFO_BLUE", kBytes, std::span<const std::uint8_t>(palette.blue));
-    Write(place, "PALETTE_INFO_ARRAY_NODE", kIntegers, std::span<const std::int32_t>(nodes));
-    Write(place, "PALETTE_INFO_MIN_ELV", kFloats, static_cast<float>(palette.minElevation));
-    Write(place, "PALETTE_INFO_MAX_ELV", kFloats, static_cast<float>(palette.maxElevation));
+    SavedPalette::Of(palette).Write(place);
 }
 
 }  // namespace tessara

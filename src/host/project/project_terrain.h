@@ -23,10 +23,10 @@ struct ProjectTerrain {
 /// Reads a terrain. What is missing or makes no sense gets a value that can be worked with: elevations as in
 /// ITessara::LoadSerializedMatrix, a spacing that keeps the proportions that the surface had.
 /// \throws StorageError for a place without elevations
-ProjectTerrain ReadTerrain(const ProjectPlace& place);
+ProjectTerrain ReadTerrain(ProjectPlace& place);
 
 /// The same without the heights: `metres` and `elevations` are empty.
-ProjectTerrain ReadTerrainFrame(const ProjectPlace& place);
+ProjectTerrain ReadTerrainFrame(ProjectPlace& place);
 
 /// Writes a terrain: everything that its surface saves, without the border of the session, and what a program remembers
 /// of it. \param data where the terrain lies; its heights play no part \throws StorageError

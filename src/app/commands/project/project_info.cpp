@@ -2,12 +2,12 @@
 #include "app/output/report.h"
 #include "host/project/project_file.h"
 #include "host/project/project_terrain.h"
+#include "persistence/saved_textures.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -21,42 +21,33 @@ struct ProjectInfoOptions {
     bool values = false;
 };
 
-std::int32_t Integer(const ProjectPlace& place, const char* name)
-{
-    std::int32_t number = 0;
-    const auto bytes = place.Read(name);
-    if (bytes && bytes->size() == sizeof number)
-        std::memcpy(&number, bytes->data(), sizeof number);
-    return number;
-}
-
-std::string Text(const ProjectPlace& place, const char* name)
-{
-    const auto bytes = place.Read(name);
-    if (!bytes || bytes->empty() || bytes->back() != 0)
-        return {};
-    return reinterpret_cast<const char*>(bytes->data());
-}
-
 std::string PointText(const Vector3& point)
 {
     return NumberText(point.x, 1) + " m east, " + NumberText(point.y, 1) + " m north, " + NumberText(point.z, 1) +
            " m high";
 }
 
-void PrintTextures(const ProjectPlace& place)
+const char* Shown(const std::optional<LONG>& on)
 {
-    const std::int32_t width = Integer(place, "TEXTURE_SRC_WIDTH");
-    const std::int32_t height = Integer(place, "TEXTURE_SRC_HEIGHT");
-    if (width != 0 && height != 0)
-        Line("Source image", std::to_string(width) + " x " + std::to_string(height) + " pixels, " +
-                                 (Integer(place, "IS_USING_SOURCE") != 0 ? "shown" : "not shown"));
-    const std::string detail = Text(place, "TEXTURE_DET_NAME");
-    const std::string name = Text(place, "TEXTURE_DET_NAME_USER");
-    if (!detail.empty())
-        Line("Detail texture", (name.empty() ? detail : name) + " of the " +
-                                   (Text(place, "DATABASE") == "USERDB" ? "user" : "system") + " database, " +
-                                   (Integer(place, "IS_USING_DETAIL") != 0 ? "shown" : "not shown"));
+    return on.value_or(1) != 0 ? "shown" : "not shown";
+}
+
+void PrintTextures(ProjectPlace& place)
+{
+    SavedTexturesReader reader(place);
+    SavedImage image;
+    const bool hasSource = reader.FindSource(image);
+    const SavedDetail detail = reader.ReadDetail();
+    const SavedTextureSettings settings = reader.ReadSettings();
+    if (hasSource)
+        Line("Source image", std::to_string(image.width) + " x " + std::to_string(image.height) + " pixels, " +
+                                 Shown(settings.usingSource));
+    const std::string key = detail.key.value_or("");
+    const std::string name = detail.displayName.value_or("");
+    if (!key.empty())
+        Line("Detail texture", (name.empty() ? key : name) + " of the " +
+                                   (detail.database == "USERDB" ? "user" : "system") + " database, " +
+                                   Shown(settings.usingDetail));
 }
 
 void PrintView(const ProjectTerrain& terrain)
@@ -85,7 +76,7 @@ std::string SettingText(const ProjectSetting& setting)
     return number ? NumberText(*number, 9) : std::get<std::string>(setting);
 }
 
-void PrintElement(const ProjectPlace& place, bool withValues)
+void PrintElement(ProjectPlace& place, bool withValues)
 {
     const ProjectTerrain terrain = ReadTerrainFrame(place);
     std::cout << '\n';

@@ -1,3 +1,4 @@
+#include "app/view/saved_textures.h"
 #include "app/viewer/window/load_bar.h"
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/pages/sculpt_page.h"
@@ -5,7 +6,6 @@
 #include "app/viewer/window/window_text.h"
 #include "app/viewer/work/setting_table.h"
 #include "host/project/project_file.h"
-#include "platform/gl/gl.h"
 #include "surface/itessara.h"
 
 #include <wx/choicdlg.h>
@@ -29,15 +29,6 @@ constexpr char kFiles[] =
     "Projects and elevation files|*.tessara;*.[tT][iI][fF];*.[tT][iI][fF][fF];*.[hH][gG][tT];*.[aA][sS][cC];"
     "*.[dD][eE][mM];*.[pP][nN][gG];*.[iI][mM][gG];*.[bB][iI][lL];*.[fF][lL][tT];*.[dD][tT][012];*.[gG][rR][dD];"
     "*.[nN][cC];*.[vV][rR][tT];*.[xX][yY][zZ]|Tessara projects (*.tessara)|*.tessara|All files|*";
-
-/// Whether the terrain has a picture on its ground. Leaves OpenGL as it is.
-bool HasSource(ITessara& surface)
-{
-    glPushAttrib(GL_ENABLE_BIT | GL_TEXTURE_BIT);
-    const bool has = SUCCEEDED(surface.ActivateSourceTexture());
-    glPopAttrib();
-    return has;
-}
 
 }  // namespace
 
