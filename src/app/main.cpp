@@ -1,11 +1,13 @@
 #include "app/commands/commands.h"
 #include "host/host_classes.h"
+#include "platform/system/unfinished_files.h"
 #include "platform/ui/window_system.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -83,6 +85,8 @@ int Run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    tessara::RemoveUnfinishedFilesWhenInterrupted();
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is told in words
     try {
         return tessara::Run(argc, argv);
     } catch (const std::bad_alloc&) {

@@ -5,13 +5,13 @@
 #include "host/process_memory.h"
 #include "platform/com/bstr.h"
 #include "platform/com/module_class.h"
+#include "platform/system/replacement_stream.h"
+#include "platform/system/text_pipe.h"
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 #include <new>
 #include <stdexcept>
-#include <system_error>
 
 namespace tessara {
 
@@ -127,13 +127,20 @@ void TerrainSession::SetLevelOfDetail(double metres)
 
 void TerrainSession::DumpPolygons(const std::string& path, ICameraObject& camera) const
 {
-    // The surface reports no failure: a file that is there from before would look like success.
-    std::error_code error;
-    std::filesystem::remove(path, error);
-    const BstrHolder name(path);
-    surface_->GetRenderedPolygons(name.Get(), &camera);
-    if (!std::filesystem::exists(path, error))
-        throw std::runtime_error("The file " + path + " can't be written.");
+    ReplacementStream file(path);
+    ReadPolygons(camera, [&](std::string_view text) { file.Stream() << text; });
+    file.PutInPlace();
+}
+
+/// The surface reports no failure of a file that it writes; a pipe takes all of it.
+void TerrainSession::ReadPolygons(ICameraObject& camera, const std::function<void(std::string_view)>& text) const
+{
+    PipeText(
+        [&](const std::string& path) {
+            const BstrHolder name(path);
+            surface_->GetRenderedPolygons(name.Get(), &camera);
+        },
+        text);
 }
 
 }  // namespace tessara

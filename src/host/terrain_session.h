@@ -7,7 +7,9 @@
 #include "surface/itessara.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tessara {
@@ -61,8 +63,11 @@ public:
     std::size_t TreeMemory() const noexcept { return treeMemory_; }
 
     /// One step of the level of detail towards the camera, and the triangles of the frame as text: one vertex a line,
-    /// three lines a triangle. \throws std::runtime_error when the file can't be written
+    /// three lines a triangle. The file appears in full or not at all. \throws FileError
     void DumpPolygons(const std::string& path, ICameraObject& camera) const;
+
+    /// The same without a file. \param text gets the text piece by piece, on another thread
+    void ReadPolygons(ICameraObject& camera, const std::function<void(std::string_view)>& text) const;
 
 private:
     void FillMatrix(const ElevationData& data, const std::vector<float>* elevations);

@@ -1,8 +1,7 @@
 #include "app/options/number_list.h"
 #include "app/output/mesh_file.h"
-#include "app/output/output_file.h"
+#include "app/output/polygon_text.h"
 #include "app/output/triangle_reader.h"
-#include "app/program.h"
 
 #include <gtest/gtest.h>
 
@@ -11,40 +10,28 @@
 namespace tessara {
 namespace {
 
-TEST(OutputFile, AppearsInFullOrNotAtAll)
+TEST(PolygonText, GivesTheTrianglesThatCameInPieces)
 {
-    const ScratchFolder scratch;
-    WriteText(scratch / "a", "old");
-    {
-        OutputFile file(scratch / "a");
-        file.Stream() << "half";
-        EXPECT_EQ(ReadText(scratch / "a"), "old");
-    }
-    EXPECT_EQ(scratch.List(), std::vector<std::string>{"a"});
-    EXPECT_EQ(ReadText(scratch / "a"), "old");
-    OutputFile file(scratch / "a");
-    file.Stream() << "new";
-    file.Commit();
-    EXPECT_EQ(ReadText(scratch / "a"), "new");
-    EXPECT_EQ(scratch.List(), std::vector<std::string>{"a"});
-}
-
-TEST(TriangleReader, RefusesWhatIsIncomplete)
-{
-    const ScratchFolder scratch;
     const std::string vertex = "1.000000\t0.500000\t2.000000\n";
-    const auto read = [&](const std::string& text) {
-        WriteText(scratch / "dump", text);
-        TriangleReader reader(scratch / "dump");
+    const auto count = [](const std::string& text, std::size_t piece) {
+        PolygonText polygons;
+        for (std::size_t at = 0; at < text.size(); at += piece)
+            polygons.Append(std::string_view(text).substr(at, piece));
+        TriangleReader reader(polygons);
         TriangleReader::Triangle triangle;
-        int count = 0;
+        std::uint64_t triangles = 0;
         while (reader.Next(triangle))
-            ++count;
-        return count;
+            ++triangles;
+        EXPECT_EQ(triangles, polygons.Triangles());
+        return triangles;
     };
-    EXPECT_EQ(read(""), 0);
-    EXPECT_EQ(read(vertex + vertex + vertex), 1);
-    EXPECT_EQ(read("nan\t-inf\t2.000000\n" + vertex + vertex), 1);
+    std::string many;
+    for (int i = 0; i < 60000; ++i)
+        many += vertex;
+    EXPECT_EQ(count("", 1), 0u);
+    EXPECT_EQ(count("nan\t-inf\t2.000000\n" + vertex + vertex, 7), 1u);
+    EXPECT_EQ(count(many, 65536), 20000u);
+    EXPECT_EQ(count(many, many.size()), 20000u);
     const std::string damaged[] = {vertex,
                                    vertex + vertex,
                                    vertex + vertex + "1.0\t2.0",
@@ -53,8 +40,7 @@ TEST(TriangleReader, RefusesWhatIsIncomplete)
                                    vertex + "\n" + vertex,
                                    "a\tb\tc\n"};
     for (const std::string& text : damaged)
-        EXPECT_THROW(read(text), std::runtime_error) << text;
-    EXPECT_THROW(TriangleReader(scratch / "missing"), std::runtime_error);
+        EXPECT_THROW(count(text, 5), std::runtime_error) << text;
 }
 
 TEST(MeshFormat, GoesByTheEnding)

@@ -3,6 +3,7 @@
 #include "host/terrain_session.h"
 #include "host/test_elevation.h"
 #include "host/tree_size.h"
+#include "platform/system/file_error.h"
 #include "terrain/terrain_lod.h"
 
 #include <gtest/gtest.h>
@@ -102,7 +103,8 @@ TEST_F(TerrainSessionTest, DumpsTheTrianglesOfACamera)
     EXPECT_GT(lines, 300u);
     EXPECT_EQ(lines % 3, 0u);
     std::filesystem::remove(path);
-    EXPECT_THROW(terrain.DumpPolygons(testing::TempDir() + "no-such-folder/dump.txt", *camera), std::runtime_error);
+    for (const std::string& nowhere : {testing::TempDir() + "no-such-folder/dump.txt", std::string("/dev/full")})
+        EXPECT_THROW(terrain.DumpPolygons(nowhere, *camera), FileError) << "a dump that isn't whole";
 }
 
 TEST(GroundFrame, JoinsMapTrueAndDrawSpace)

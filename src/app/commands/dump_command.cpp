@@ -3,7 +3,7 @@
 #include "app/options/view_options.h"
 #include "app/output/frame_dump.h"
 #include "app/output/mesh_file.h"
-#include "app/output/temporary_file.h"
+#include "app/output/output_check.h"
 #include "app/view/framing.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
@@ -43,15 +43,10 @@ void Dump(const DumpOptions& options)
     const auto camera = MakeCamera(view, terrain.Ground(), OutlineOf(data, terrain.Ground()));
 
     progress->Show("Writing the triangles", 0.5);
-    TemporaryFile dump(options.output);
-    const std::uint64_t triangles = DumpFrame(terrain, *camera, view.frames, dump.Path());
-    const MeshFormat format = MeshFormatOf(options.output);
-    if (format == MeshFormat::Text)
-        dump.Commit();
-    else
-        WriteMesh(dump.Path(), options.output, format, terrain.Ground());
+    const PolygonText polygons = DumpFrame(terrain, *camera, view.frames);
+    WriteMesh(polygons, options.output, terrain.Ground());
     progress->Clear();
-    std::cout << triangles << " triangles\n" << options.output << '\n';
+    std::cout << polygons.Triangles() << " triangles\n" << options.output << '\n';
 }
 
 }  // namespace

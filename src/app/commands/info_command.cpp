@@ -3,7 +3,6 @@
 #include "app/options/view_options.h"
 #include "app/output/frame_dump.h"
 #include "app/output/report.h"
-#include "app/output/temporary_file.h"
 #include "app/view/framing.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
@@ -14,7 +13,6 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <filesystem>
 #include <memory>
 
 namespace tessara {
@@ -53,8 +51,7 @@ void Info(const InfoOptions& options)
                                  ComPtr<IKvoHost>(host.Get()));
     const auto camera = MakeCamera(view, terrain.Ground(), OutlineOf(data, terrain.Ground()));
     progress->Show("Counting the triangles", 0.5);
-    const TemporaryFile dump((std::filesystem::temp_directory_path() / "tessara-info").string());
-    const std::uint64_t triangles = DumpFrame(terrain, *camera, view.frames, dump.Path());
+    const std::uint64_t triangles = DumpFrame(terrain, *camera, view.frames).Triangles();
     progress->Clear();
 
     const TreeSize tree = MeasureTree(terrain.Columns(), terrain.Rows());

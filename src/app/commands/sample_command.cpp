@@ -1,6 +1,6 @@
 #include "app/commands/commands.h"
 #include "app/options/number_range.h"
-#include "app/output/temporary_file.h"
+#include "app/output/output_check.h"
 #include "host/console_progress.h"
 #include "host/elevation/elevation_writer.h"
 #include "samples/country/sample_terrain.h"

@@ -1,8 +1,8 @@
 #include "app/commands/commands.h"
 #include "app/input/image_reader.h"
 #include "app/input/texture_lookup.h"
+#include "app/output/output_check.h"
 #include "app/output/png_file.h"
-#include "app/output/temporary_file.h"
 #include "host/element_keys.h"
 #include "host/textures/database_place.h"
 

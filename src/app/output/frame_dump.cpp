@@ -1,6 +1,5 @@
 #include "app/output/frame_dump.h"
 
-#include "app/output/triangle_reader.h"
 #include "host/camera.h"
 #include "host/terrain_session.h"
 
@@ -30,36 +29,29 @@ private:
     TerrainFrustum frustum_;
 };
 
-std::uint64_t CountTriangles(const std::string& path)
-{
-    std::uint64_t count = 0;
-    TriangleReader::Triangle triangle;
-    for (TriangleReader reader(path); reader.Next(triangle);)
-        ++count;
-    return count;
-}
-
 }  // namespace
 
-std::uint64_t DumpFrame(const TerrainSession& terrain, Camera& camera, int frames, const std::string& path)
+PolygonText DumpFrame(const TerrainSession& terrain, Camera& camera, int frames)
 {
     const auto blind = MakeObject<BlindCamera>(camera);
     const auto look = [&](int steps) {
         for (int step = 0; step < steps; ++step)
-            terrain.DumpPolygons(path, *blind);
-        terrain.DumpPolygons(path, camera);
-        return CountTriangles(path);
+            terrain.ReadPolygons(*blind, [](std::string_view) {});
+        PolygonText polygons;
+        terrain.ReadPolygons(camera, [&](std::string_view text) { polygons.Append(text); });
+        return polygons;
     };
     if (frames > 0)
         return look(frames - 1);
-    std::uint64_t count = look(kBlindSteps);
+    PolygonText polygons = look(kBlindSteps);
     for (int looks = 1; looks < kMostLooks; ++looks) {
-        const std::uint64_t before = count;
-        count = look(kBlindSteps);
-        if (count == before)
+        const std::uint64_t before = polygons.Triangles();
+        polygons = {};
+        polygons = look(kBlindSteps);
+        if (polygons.Triangles() == before)
             break;
     }
-    return count;
+    return polygons;
 }
 
 }  // namespace tessara

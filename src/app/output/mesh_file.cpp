@@ -1,8 +1,9 @@
 #include "app/output/mesh_file.h"
 
-#include "app/output/output_file.h"
+#include "app/output/polygon_text.h"
 #include "app/output/triangle_reader.h"
 #include "host/ground_frame.h"
+#include "platform/system/replacement_stream.h"
 
 #include <algorithm>
 #include <bit>
@@ -71,11 +72,11 @@ struct VertexHash {
     }
 };
 
-IndexedMesh ReadIndexed(const std::string& dumpPath)
+IndexedMesh ReadIndexed(const PolygonText& polygons)
 {
     IndexedMesh mesh;
     std::unordered_map<Vertex, std::uint32_t, VertexHash> known;
-    TriangleReader reader(dumpPath);
+    TriangleReader reader(polygons);
     for (Triangle triangle; reader.Next(triangle);) {
         for (const Vertex& vertex : triangle) {
             const auto [entry, isNew] = known.try_emplace(vertex, static_cast<std::uint32_t>(mesh.vertices.size()));
@@ -104,9 +105,9 @@ std::vector<Vector3> PointsOf(const IndexedMesh& mesh, const GroundFrame& ground
     return points;
 }
 
-std::uint64_t WriteObj(Writer& out, const std::string& dumpPath, const GroundFrame& ground)
+void WriteObj(Writer& out, const PolygonText& polygons, const GroundFrame& ground)
 {
-    const IndexedMesh mesh = ReadIndexed(dumpPath);
+    const IndexedMesh mesh = ReadIndexed(polygons);
     out.Text("# metres: x east and y north of the south-west corner, z the height\n");
     for (const Vector3& point : PointsOf(mesh, ground)) {
         out.Text("v ");
@@ -123,7 +124,6 @@ std::uint64_t WriteObj(Writer& out, const std::string& dumpPath, const GroundFra
         if (i % 3 == 2)
             out.Text("\n");
     }
-    return mesh.indices.size() / 3;
 }
 
 void WritePoint(Writer& out, const Vector3& point)
@@ -133,9 +133,9 @@ void WritePoint(Writer& out, const Vector3& point)
     out.Binary(static_cast<float>(point.z));
 }
 
-std::uint64_t WritePly(Writer& out, const std::string& dumpPath, const GroundFrame& ground)
+void WritePly(Writer& out, const PolygonText& polygons, const GroundFrame& ground)
 {
-    const IndexedMesh mesh = ReadIndexed(dumpPath);
+    const IndexedMesh mesh = ReadIndexed(polygons);
     const std::uint64_t triangles = mesh.indices.size() / 3;
     out.Text("ply\nformat binary_little_endian 1.0\n"
              "comment metres: x east and y north of the south-west corner, z the height\nelement vertex ");
@@ -150,28 +150,22 @@ std::uint64_t WritePly(Writer& out, const std::string& dumpPath, const GroundFra
             out.Binary(std::uint8_t{3});
         out.Binary(static_cast<std::int32_t>(mesh.indices[i]));
     }
-    return triangles;
 }
 
-/// The count stands before the triangles, so the dump is read twice.
-std::uint64_t WriteStl(Writer& out, const std::string& dumpPath, const GroundFrame& ground)
+void WriteStl(Writer& out, const PolygonText& polygons, const GroundFrame& ground)
 {
-    std::uint32_t count = 0;
-    Triangle triangle;
-    for (TriangleReader counted(dumpPath); counted.Next(triangle);)
-        ++count;
     std::string header = "metres: x east and y north of the south-west corner, z the height";
     header.resize(80, ' ');
     out.Text(header);
-    out.Binary(count);
-    for (TriangleReader reader(dumpPath); reader.Next(triangle);) {
+    out.Binary(static_cast<std::uint32_t>(polygons.Triangles()));
+    Triangle triangle;
+    for (TriangleReader reader(polygons); reader.Next(triangle);) {
         const Vector3 points[3] = {ToMap(ground, triangle[0]), ToMap(ground, triangle[1]), ToMap(ground, triangle[2])};
         WritePoint(out, Normalised(Cross(points[1] - points[0], points[2] - points[0])));
         for (const Vector3& point : points)
             WritePoint(out, point);
         out.Binary(std::uint16_t{0});
     }
-    return count;
 }
 
 }  // namespace
@@ -188,24 +182,25 @@ MeshFormat MeshFormatOf(const std::string& path)
     return ending == ".stl" ? MeshFormat::Stl : MeshFormat::Text;
 }
 
-std::uint64_t WriteMesh(const std::string& dumpPath, const std::string& path, MeshFormat format,
-                        const GroundFrame& ground)
+void WriteMesh(const PolygonText& polygons, const std::string& path, const GroundFrame& ground)
 {
-    OutputFile file(path);
+    ReplacementStream file(path);
     Writer out(file.Stream());
-    std::uint64_t triangles = 0;
-    switch (format) {
+    switch (MeshFormatOf(path)) {
     case MeshFormat::Obj:
-        triangles = WriteObj(out, dumpPath, ground);
+        WriteObj(out, polygons, ground);
         break;
     case MeshFormat::Ply:
-        triangles = WritePly(out, dumpPath, ground);
+        WritePly(out, polygons, ground);
         break;
-    default:
-        triangles = WriteStl(out, dumpPath, ground);
+    case MeshFormat::Stl:
+        WriteStl(out, polygons, ground);
+        break;
+    case MeshFormat::Text:
+        for (const std::string& piece : polygons.Pieces())
+            out.Text(piece);
     }
-    file.Commit();
-    return triangles;
+    file.PutInPlace();
 }
 
 }  // namespace tessara

@@ -1,6 +1,6 @@
 #include "app/output/png_file.h"
 
-#include "app/output/output_file.h"
+#include "platform/system/replacement_stream.h"
 
 #include <png.h>
 
@@ -11,7 +11,7 @@ namespace tessara {
 
 namespace {
 
-/// Stream errors stay in the stream: OutputFile finds them at the end.
+/// Stream errors stay in the stream until the end.
 void WriteBytes(png_structp png, png_bytep bytes, png_size_t count)
 {
     auto& stream = *static_cast<std::ostream*>(png_get_io_ptr(png));
@@ -53,12 +53,12 @@ bool Encode(png_structp png, png_infop info, std::ostream* stream, png_uint_32 w
 
 void WritePng(const std::string& path, int width, int height, const std::vector<std::uint8_t>& pixels)
 {
-    OutputFile file(path);
+    ReplacementStream file(path);
     PngWriter writer;
     if (!writer.info || !Encode(writer.png, writer.info, &file.Stream(), static_cast<png_uint_32>(width),
                                 static_cast<png_uint_32>(height), pixels.data()))
         throw std::runtime_error("The picture " + path + " can't be encoded.");
-    file.Commit();
+    file.PutInPlace();
 }
 
 }  // namespace tessara

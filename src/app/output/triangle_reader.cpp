@@ -1,16 +1,21 @@
 #include "app/output/triangle_reader.h"
 
+#include "app/output/polygon_text.h"
+
 #include <charconv>
 #include <stdexcept>
 #include <system_error>
 
 namespace tessara {
 
-TriangleReader::TriangleReader(const std::string& path) : path_(path), file_(path, std::ios::binary)
+namespace {
+
+[[noreturn]] void FailDamaged()
 {
-    if (!file_)
-        throw std::runtime_error("The file " + path + " can't be read.");
+    throw std::runtime_error("The terrain component gave something other than triangles.");
 }
+
+}  // namespace
 
 bool TriangleReader::Next(Triangle& triangle)
 {
@@ -21,12 +26,31 @@ bool TriangleReader::Next(Triangle& triangle)
     return true;
 }
 
+bool TriangleReader::NextLine(std::string_view& line)
+{
+    const auto& pieces = text_.Pieces();
+    while (piece_ < pieces.size() && at_ == pieces[piece_].size()) {
+        ++piece_;
+        at_ = 0;
+    }
+    if (piece_ == pieces.size())
+        return false;
+    const std::string_view rest = std::string_view(pieces[piece_]).substr(at_);
+    const std::size_t length = rest.find('\n');
+    if (length == std::string_view::npos)
+        FailDamaged();
+    line = rest.substr(0, length);
+    at_ += length + 1;
+    return true;
+}
+
 bool TriangleReader::NextVertex(Vertex& vertex)
 {
-    if (!std::getline(file_, line_))
+    std::string_view line;
+    if (!NextLine(line))
         return false;
-    const char* at = line_.data();
-    const char* end = at + line_.size();
+    const char* at = line.data();
+    const char* end = at + line.size();
     for (float& number : vertex) {
         const auto parsed = std::from_chars(at, end, number);
         if (parsed.ec != std::errc())
@@ -35,14 +59,9 @@ bool TriangleReader::NextVertex(Vertex& vertex)
         if (at != end)
             ++at;
     }
-    if (at != end || file_.eof())  // every line ends with a line feed
+    if (at != end)
         FailDamaged();
     return true;
-}
-
-void TriangleReader::FailDamaged() const
-{
-    throw std::runtime_error("The triangles in " + path_ + " are incomplete: is the disk full?");
 }
 
 }  // namespace tessara

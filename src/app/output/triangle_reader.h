@@ -1,31 +1,33 @@
 #pragma once
 
 #include <array>
-#include <fstream>
-#include <string>
+#include <cstddef>
+#include <string_view>
 
 namespace tessara {
 
-/// Reads the triangles of a polygon dump: lines "x<tab>y<tab>z", three lines a triangle.
+class PolygonText;
+
+/// Reads the triangles of a frame's text: lines "x<tab>y<tab>z", three lines a triangle.
 class TriangleReader {
 public:
     using Vertex = std::array<float, 3>;
     using Triangle = std::array<Vertex, 3>;
 
-    /// \throws std::runtime_error for a file that can't be read
-    explicit TriangleReader(const std::string& path);
+    /// \param text must outlive this object
+    explicit TriangleReader(const PolygonText& text) : text_(text) {}
 
-    /// \return false at the end of the file \throws std::runtime_error for a file that ends within a triangle or holds
-    ///         anything but numbers, as after a full disk
+    /// \return false at the end \throws std::runtime_error for text that ends within a triangle or holds anything but
+    ///         numbers
     bool Next(Triangle& triangle);
 
 private:
     bool NextVertex(Vertex& vertex);
-    [[noreturn]] void FailDamaged() const;
+    bool NextLine(std::string_view& line);
 
-    std::string path_;
-    std::ifstream file_;
-    std::string line_;
+    const PolygonText& text_;
+    std::size_t piece_ = 0;
+    std::size_t at_ = 0;
 };
 
 }  // namespace tessara

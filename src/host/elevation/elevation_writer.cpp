@@ -1,8 +1,8 @@
 #include "host/elevation/elevation_writer.h"
 
 #include "host/elevation/elevation_error.h"
-#include "host/elevation/file_replacement.h"
 #include "host/elevation/gdal_session.h"
+#include "platform/system/replacement_stream.h"
 
 #include <cpl_vsi.h>
 #include <gdal_priv.h>
@@ -104,6 +104,17 @@ GDALDatasetUniquePtr MakeDataset(const ElevationData& data, GDALDataType type)
     return dataset;
 }
 
+void WriteBytes(const std::string& path, const GByte* bytes, vsi_l_offset size)
+{
+    try {
+        ReplacementStream file(path);
+        file.Stream().write(reinterpret_cast<const char*>(bytes), static_cast<std::streamsize>(size));
+        file.PutInPlace();
+    } catch (const FileError& error) {
+        throw ElevationError(error.what());
+    }
+}
+
 void CheckHeights(const ElevationData& data, const Format& format, const std::string& path)
 {
     if (data.width <= 0 || data.height <= 0 ||
@@ -136,7 +147,7 @@ void WriteElevationFile(const ElevationData& data, const std::string& path)
     const GByte* bytes = VSIGetMemFileBuffer(made.c_str(), &size, FALSE);
     if (bytes == nullptr || size == 0 || session.HasFailed())
         failEncoding();
-    ReplaceFile(path, bytes, static_cast<std::size_t>(size));
+    WriteBytes(path, bytes, size);
 }
 
 }  // namespace tessara

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/storage/file_lock.h"
+#include "platform/system/file_lock.h"
 
 #include <chrono>
 #include <functional>

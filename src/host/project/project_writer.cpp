@@ -23,8 +23,10 @@ const std::string& Replaceable(const std::string& path)
 }  // namespace
 
 ProjectWriter::ProjectWriter(const std::string& path)
-    : file_(Replaceable(path)), database_(std::make_shared<ProjectDatabase>(file_.Path(), file_.Target()))
-{
+try : file_(Replaceable(path), ReplacementFile::Kind::File),
+    database_(std::make_shared<ProjectDatabase>(file_.Path(), file_.Target())) {
+} catch (const FileError& error) {
+    throw StorageError("Can't write \"" + path + "\": " + error.Reason());
 }
 
 ProjectWriter::~ProjectWriter() = default;
@@ -51,11 +53,20 @@ void ProjectWriter::Set(std::string_view name, const ProjectSetting& value)
     database_->WriteSetting(0, name, value);
 }
 
+void ProjectWriter::PutInPlace()
+{
+    try {
+        file_.PutInPlace();
+    } catch (const FileError& error) {
+        throw StorageError("Can't write \"" + file_.Target() + "\": " + error.Reason());
+    }
+}
+
 void ProjectWriter::Commit()
 {
     try {
         database_->Close();
-        file_.PutInPlace();
+        PutInPlace();
     } catch (const StorageError& error) {
         if (!file_.ReplacesFile())
             throw;

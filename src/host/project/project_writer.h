@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/project/project_place.h"
-#include "host/storage/replacement_file.h"
+#include "platform/system/replacement_file.h"
 
 #include <memory>
 #include <string>
@@ -38,6 +38,8 @@ public:
     void Commit();
 
 private:
+    void PutInPlace();
+
     ReplacementFile file_;
     std::shared_ptr<ProjectDatabase> database_;
 };

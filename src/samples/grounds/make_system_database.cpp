@@ -1,15 +1,15 @@
 // Makes the database of detail textures that is shipped with the library.
 #include "host/textures/texture_store.h"
+#include "platform/system/replacement_file.h"
 #include "samples/grounds/detail_textures.h"
 
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <string>
 
 namespace {
 
-void Make(const std::string& path)
+void Paint(const std::string& path)
 {
     tessara::TextureStore store(path, tessara::SqliteFile::Access::ReadWrite);
     for (const tessara::detail::DetailTexture& texture : tessara::detail::DetailTextures()) {
@@ -17,6 +17,13 @@ void Make(const std::string& path)
                                              tessara::detail::kSide, 24};
         store.Add(tessara::kDetailTable, entry, tessara::detail::Paint(texture));
     }
+}
+
+void Make(const std::string& path)
+{
+    tessara::ReplacementFile file(path, tessara::ReplacementFile::Kind::File);
+    Paint(file.Path());
+    file.PutInPlace();
 }
 
 }  // namespace
@@ -28,11 +35,8 @@ int main(int argc, char** argv)
         return 2;
     }
     const std::string path = argv[1];
-    const std::string unfinished = path + ".new";
     try {
-        std::filesystem::remove(unfinished);
-        Make(unfinished);
-        std::filesystem::rename(unfinished, path);
+        Make(path);
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "make-system-database: %s\n", error.what());

@@ -3,7 +3,7 @@
 #include "app/options/terrain_input.h"
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
-#include "app/output/temporary_file.h"
+#include "app/output/output_check.h"
 #include "app/view/palettes.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"

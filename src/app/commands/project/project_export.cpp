@@ -1,6 +1,6 @@
 #include "app/commands/project/project_commands.h"
 #include "app/options/terrain_input.h"
-#include "app/output/temporary_file.h"
+#include "app/output/output_check.h"
 #include "host/elevation/elevation_writer.h"
 #include "host/project/project_terrain.h"
 

@@ -1,7 +1,7 @@
 #include "app/viewer/picture/terrain_picture.h"
 
+#include "app/output/output_check.h"
 #include "app/output/png_file.h"
-#include "app/output/temporary_file.h"
 #include "app/viewer/camera/pointer.h"
 #include "app/viewer/picture/view_overlay.h"
 #include "app/viewer/terrain/terrain_document.h"

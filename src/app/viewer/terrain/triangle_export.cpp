@@ -2,7 +2,7 @@
 
 #include "app/output/frame_dump.h"
 #include "app/output/mesh_file.h"
-#include "app/output/temporary_file.h"
+#include "app/output/output_check.h"
 #include "app/viewer/terrain/terrain_document.h"
 #include "host/camera.h"
 #include "host/kvo_host.h"
@@ -34,18 +34,13 @@ std::uint64_t ExportTriangles(const TerrainDocument& document, const std::string
     const auto host = MakeObject<KvoHost>(nullptr, nullptr);
     const double exaggeration = document.Session().Ground().Exaggeration();
     const TerrainSession terrain(document.Data(), {exaggeration, levelOfDetail}, ComPtr<IKvoHost>(host.Get()));
-    TemporaryFile dump(path);
     // This terrain's lowest point is the zero of its heights, not the floor.
     const auto eye = MakeObject<Camera>();
     CopyView(camera, *eye, terrain.Ground(),
              document.Session().Ground().FromMap(0.0, 0.0, static_cast<double>(document.Data().minimum)).y);
-    const std::uint64_t triangles = DumpFrame(terrain, *eye, 0, dump.Path());
-    const MeshFormat format = MeshFormatOf(path);
-    if (format == MeshFormat::Text)
-        dump.Commit();
-    else
-        WriteMesh(dump.Path(), path, format, terrain.Ground());
-    return triangles;
+    const PolygonText polygons = DumpFrame(terrain, *eye, 0);
+    WriteMesh(polygons, path, terrain.Ground());
+    return polygons.Triangles();
 }
 
 }  // namespace tessara

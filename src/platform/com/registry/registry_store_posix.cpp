@@ -1,6 +1,7 @@
 #include "platform/com/registry/registry_error.h"
 #include "platform/com/registry/registry_store.h"
 #include "platform/com/registry/registry_text.h"
+#include "platform/system/replacement_stream.h"
 
 #include <fcntl.h>
 #include <pwd.h>
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
@@ -48,15 +48,24 @@ private:
     int descriptor_;
 };
 
-[[noreturn]] void Fail(HRESULT result, const std::string& path, const std::string& what, int error)
+[[noreturn]] void Fail(HRESULT result, const std::string& path, const std::string& what, const std::string& reason)
 {
-    throw RegistryError(result, "The class registry " + path + " " + what + ": " +
-                                    std::generic_category().message(error) + ".");
+    throw RegistryError(result, "The class registry " + path + " " + what + ": " + reason + ".");
+}
+
+[[noreturn]] void FailToRead(const std::string& path, int error)
+{
+    Fail(REGDB_E_READREGDB, path, "can't be read", std::generic_category().message(error));
+}
+
+[[noreturn]] void FailToWrite(const std::string& path, const std::string& reason)
+{
+    Fail(REGDB_E_WRITEREGDB, path, "can't be written", reason);
 }
 
 [[noreturn]] void FailToWrite(const std::string& path, int error)
 {
-    Fail(REGDB_E_WRITEREGDB, path, "can't be written", error);
+    FailToWrite(path, std::generic_category().message(error));
 }
 
 /// A variable of the environment, empty where it isn't there or not to be trusted.
@@ -123,28 +132,6 @@ void MakeFolder(const std::filesystem::path& folder, mode_t mode, const std::str
         FailToWrite(storePath, errno);
 }
 
-void WriteAll(const File& file, std::string_view text, const std::string& storePath)
-{
-    while (!text.empty()) {
-        const ssize_t written = write(file.Get(), text.data(), text.size());
-        if (written < 0 && errno != EINTR)
-            FailToWrite(storePath, errno);
-        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
-    }
-}
-
-/// Writes a file to the disk, not only to the system's memory, so that a rename can't overtake its content.
-void WriteFile(const std::string& path, std::string_view text, const std::string& storePath)
-{
-    const File file(path, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW, 0644);
-    if (!file)
-        FailToWrite(storePath, errno);
-    WriteAll(file, text, storePath);
-    // Others must be able to read the machine's registrations whatever mask the writer has.
-    if (fchmod(file.Get(), 0644) != 0 || fsync(file.Get()) != 0)
-        FailToWrite(storePath, errno);
-}
-
 std::string ReadAll(const File& file, const std::string& path)
 {
     std::string text;
@@ -154,12 +141,12 @@ std::string ReadAll(const File& file, const std::string& path)
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            Fail(REGDB_E_READREGDB, path, "can't be read", errno);
+            FailToRead(path, errno);
         if (count == 0)
             return text;
         text.append(block, static_cast<std::size_t>(count));
         if (text.size() > kLargestStore)
-            Fail(REGDB_E_READREGDB, path, "is damaged", EFBIG);
+            Fail(REGDB_E_READREGDB, path, "is damaged", std::generic_category().message(EFBIG));
     }
 }
 
@@ -198,7 +185,7 @@ RegistryData ReadRegistryStore(const RegistryStore& store)
         return {};
     struct stat status = {};
     if (!file || fstat(file.Get(), &status) != 0)
-        Fail(REGDB_E_READREGDB, store.path, "can't be read", errno);
+        FailToRead(store.path, errno);
     if (!S_ISREG(status.st_mode))
         throw RegistryError(REGDB_E_READREGDB, "The class registry " + store.path + " is not a file.");
     return ReadRegistryText(ReadAll(file, store.path), store.path);
@@ -233,19 +220,13 @@ RegistryWriter::~RegistryWriter()
 
 void RegistryWriter::Replace(const RegistryData& data)
 {
-    // One writer at a time, so one name does; what a crash left there is overwritten.
-    const std::string fresh = store_.path + ".new";
     try {
-        WriteFile(fresh, WriteRegistryText(data), store_.path);
-        if (std::rename(fresh.c_str(), store_.path.c_str()) != 0)
-            FailToWrite(store_.path, errno);
-    } catch (...) {
-        unlink(fresh.c_str());
-        throw;
+        ReplacementStream file(store_.path, ReplacementFile::Kind::OpenToAll);
+        file.Stream() << WriteRegistryText(data);
+        file.PutInPlace();
+    } catch (const FileError& error) {
+        FailToWrite(store_.path, error.Reason());
     }
-    const File folder(std::filesystem::path(store_.path).parent_path().string(), O_RDONLY | O_DIRECTORY);
-    if (folder)
-        fsync(folder.Get());
 }
 
 }  // namespace tessara

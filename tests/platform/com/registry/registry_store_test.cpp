@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -130,31 +129,6 @@ TEST(RegistryStore, NamesAStoreThatCannotBeReadOrWritten)
     const RegistryStore nowhere = WritableRegistryStore(RegistryScope::User);
     EXPECT_EQ(ReadRegistryStore(nowhere), RegistryData());
     EXPECT_THAT(FailureOf(REGDB_E_WRITEREGDB, [&] { RegistryWriter writer(nowhere); }), HasSubstr(nowhere.path));
-}
-
-TEST(RegistryStore, AFullDiskLeavesTheOldState)
-{
-    const RegistrySandbox sandbox;
-    const RegistryStore store = WritableRegistryStore(RegistryScope::User);
-    RegistryWriter(store).Replace(Numbered(1));
-    const pid_t child = fork();
-    if (child == 0) {
-        // The limit on a file's size stands for the full disk.
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit = {100, 100};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        try {
-            RegistryWriter(store).Replace(Numbered(2));
-        } catch (const RegistryError& error) {
-            _exit(error.Result() == REGDB_E_WRITEREGDB ? 0 : 1);
-        }
-        _exit(2);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(NumberOf(ReadRegistryStore(store)), 1);
-    EXPECT_FALSE(fs::exists(store.path + ".new"));
 }
 
 TEST(RegistryStore, WritersThatWorkAtOnceLoseNothing)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/com/types.h"
+
 #include <optional>
 #include <string>
 #include <utility>
@@ -8,16 +10,17 @@ namespace tessara {
 
 /// An open file that tells other processes that somebody works with it. The lock goes with this object, or with the
 /// process however it ends.
-class FileLock {
+class TESSARA_EXPORT FileLock {
 public:
     enum class Open {
         New,       ///< a file that isn't there yet
         Existing,  ///< one that is
     };
 
-    /// Opens a regular file and locks it at once.
+    /// Opens a regular file and locks it at once. A new file is locked where its file system knows locks at all.
+    /// \param mode permissions of a new file, less those that the process gives to nobody
     /// \return nothing when it can't be opened or somebody else holds its lock; the system's error tells which
-    static std::optional<FileLock> Try(const std::string& path, Open open);
+    static std::optional<FileLock> Try(const std::string& path, Open open, unsigned mode = 0666);
 
     FileLock(FileLock&& other) noexcept : file_(std::exchange(other.file_, -1)) {}
     FileLock& operator=(FileLock&& other) noexcept
