@@ -6,15 +6,16 @@
 #include <cmath>
 #include <utility>
 
-QuadNode::QuadNode(TerrainLod* owner, QuadCorner& corner, QuadSample* samples)
+QuadNode::QuadNode(TerrainLod* owner, QuadCorner& corner)
     : Children{},
       VertexError{0.0f, 0.0f},
       ActiveMask(0),
       EdgeUsers{0, 0},
       Pinned(false),
       Changed(false),
+      Stale(kStaleWithin),
       Owner(owner),
-      Samples(samples)
+      ChildDue{}
 {
     corner.Node = this;
     const float c[4] = {corner.Corners[0].Height, corner.Corners[1].Height, corner.Corners[2].Height,
@@ -59,14 +60,53 @@ bool QuadNode::MakeChildCorner(QuadCorner& out, QuadCorner& corner, std::uint32_
     return true;
 }
 
-QuadNode* QuadNode::FindNeighbour(std::uint32_t edge, const QuadCorner& corner)
+namespace {
+
+/// Follows the way to a neighbour. \param step receives each parent and child on the way down, the child may be missing
+template <class Step>
+QuadNode* FollowToNeighbour(std::uint32_t edge, const QuadCorner& corner, const Step& step)
 {
     if (!corner.Parent)
         return nullptr;
     const std::uint32_t mirror = corner.ChildIndex ^ 1u ^ ((edge & 1u) << 1);
     const bool sibling = ((edge - corner.ChildIndex) & 2u) != 0;
-    const QuadNode* parent = sibling ? corner.Parent->Node : FindNeighbour(edge, *corner.Parent);
-    return parent ? parent->Children[mirror] : nullptr;
+    QuadNode* parent = sibling ? corner.Parent->Node : FollowToNeighbour(edge, *corner.Parent, step);
+    if (!parent)
+        return nullptr;
+    step(*parent, mirror);
+    return parent->Children[mirror];
+}
+
+}  // namespace
+
+QuadNode* QuadNode::FindNeighbour(std::uint32_t edge, const QuadCorner& corner)
+{
+    return FollowToNeighbour(edge, corner, [](const QuadNode&, std::uint32_t) {});
+}
+
+/// For a neighbour that is about to change. The way above the common ancestor is left to the caller.
+QuadNode* QuadNode::FindNeighbourAndMarkDue(std::uint32_t edge, const QuadCorner& corner)
+{
+    return FollowToNeighbour(edge, corner,
+                             [](QuadNode& parent, std::uint32_t child) { parent.ChildDue[child] = Odometer::kDue; });
+}
+
+/// Asks the next update, or this one if it hasn't been there yet, to visit the node of the record. Where the way up is
+/// marked already, all above is marked too or will look at what lies below it before it ends its own visit.
+void QuadNode::MarkDue(const QuadCorner& corner) const
+{
+    for (const QuadCorner* at = &corner; at->Parent; at = at->Parent) {
+        Odometer::Reading& due = at->Parent->Node->ChildDue[at->ChildIndex];
+        if (due == Odometer::kDue)
+            return;
+        due = Odometer::kDue;
+    }
+    Owner->RootDue = Odometer::kDue;
+}
+
+Odometer::Reading& QuadNode::DueReading(const QuadCorner& corner) const
+{
+    return corner.Parent ? corner.Parent->Node->ChildDue[corner.ChildIndex] : Owner->RootDue;
 }
 
 std::int32_t QuadNode::CountNodes() const

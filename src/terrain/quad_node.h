@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terrain/odometer.h"
 #include "terrain/quad_corner.h"
 
 #include <cstdint>
@@ -8,13 +9,7 @@
 class PatchWriter;
 class TerrainFrustum;
 class TerrainLod;
-
-/// A viewer's position. The level of detail tests compare its y with normalised heights.
-struct Viewer {
-    float x;
-    float y;
-    float z;
-};
+struct UpdateStep;
 
 /// Bits of QuadNode::ActiveMask: edge vertex e in bit e, child i in bit i + 4.
 constexpr std::uint8_t EdgeBit(std::uint32_t edge)
@@ -39,8 +34,7 @@ constexpr std::uint8_t ChildBit(std::uint32_t child)
 class QuadNode {
 public:
     /// A leaf that lies flat on the surface of its corners. Writes itself into the corner record.
-    /// \param samples five records in the node's own block, owned with it
-    QuadNode(TerrainLod* owner, QuadCorner& corner, QuadSample* samples);
+    QuadNode(TerrainLod* owner, QuadCorner& corner);
     QuadNode(const QuadNode&) = delete;
     QuadNode& operator=(const QuadNode&) = delete;
 
@@ -98,15 +92,10 @@ public:
     // Level of detail (quad_node_update.cpp)
 
     /// Adapts the active part of the subtree to the viewer. The node may be gone afterwards. \param ownError error of
-    /// this node as its parent knows it \throws std::bad_alloc, with a sound tree that is not fully adapted
-    void Update(QuadCorner& corner, const Viewer& viewer, float ownError);
-
-    /// Whether a vertex with this error is worth its place: error times the scaled factor above the largest axis
-    /// distance to the viewer.
-    bool VertexNeedsDetail(float x, float y, float z, float error, const Viewer& viewer) const;
-
-    /// The same for a box from (x, low, z) to (x + size, high, z + size); always true for a viewer inside it.
-    bool BoxNeedsDetail(float x, float z, float size, float low, float high, float error, const Viewer& viewer) const;
+    /// this node as its parent knows it \param settled a reading up to which nothing in the subtree needs another look
+    /// but at its heights, or Odometer::kDue \return such a reading for the next update
+    /// \throws std::bad_alloc, with a sound tree that is not fully adapted
+    Odometer::Reading Update(QuadCorner& corner, const UpdateStep& step, float ownError, Odometer::Reading settled);
 
     // Emission (quad_node_emit.cpp)
 
@@ -125,12 +114,29 @@ public:
     float HighHeight;           ///< highest height in the subtree
     std::uint8_t ActiveMask;    ///< see EdgeBit and ChildBit
     std::uint8_t EdgeUsers[2];  ///< active quadrants that hold the east and the south vertex
-    bool Pinned;                ///< carries merged heights: never freed by the update
-    bool Changed;               ///< heights changed since the last error pass
+    bool Pinned : 1;            ///< carries merged heights: never freed by the update
+    bool Changed : 1;           ///< heights changed since the last error pass
+    std::uint8_t Stale : 5;     ///< what else did: bit i for corner i, kStaleWithin for anything at or below the node
+    QuadSample Samples[5];      ///< the own heights
     TerrainLod* Owner;          ///< not owned
-    QuadSample* Samples;        ///< the five own heights, in the node's block
+
+    /// Until when each active child's subtree needs no visit of the update: up to then no answer in it changes.
+    /// Odometer::kDue when something in it was touched, kOpen during a visit. Never above those of its own children.
+    Odometer::Reading ChildDue[4];
+
+    static constexpr std::uint8_t kStaleWithin = 16;
 
 private:
+    float LargestError(const QuadCorner& corner) const;
+    float RenewErrors(QuadCorner& corner);
+    float RenewChildErrors(QuadCorner& corner, std::uint32_t child);
+    void MarkChangedCorners(std::uint32_t samples);
+    static void MarkStale(const QuadCorner* corner);
+    void MarkDue(const QuadCorner& corner) const;
+    Odometer::Reading& DueReading(const QuadCorner& corner) const;
+    void UpdateChild(std::uint32_t child, QuadCorner& corner, const UpdateStep& step);
+    void TurnOff(std::uint32_t edge, const QuadCorner& corner);
+    static QuadNode* FindNeighbourAndMarkDue(std::uint32_t edge, const QuadCorner& corner);
     QuadNode* ReachNeighbour(std::uint32_t edge, QuadCorner& corner);
     QuadNode* ActivateDescendant(std::uint32_t count, const std::uint8_t* indices, QuadCorner& corner);
     void TurnOnEdge(std::uint32_t edge, QuadNode* neighbour);

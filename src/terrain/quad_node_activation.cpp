@@ -16,8 +16,10 @@ constexpr std::uint32_t kMaxClimb = 32;
 
 void QuadNode::ActivateEdgeVertex(std::uint32_t edge, QuadCorner& corner)
 {
-    if (!(ActiveMask & EdgeBit(edge)))
-        TurnOnEdge(edge, ReachNeighbour(edge, corner));
+    if (ActiveMask & EdgeBit(edge))
+        return;
+    TurnOnEdge(edge, ReachNeighbour(edge, corner));
+    MarkDue(corner);
 }
 
 /// Sets the vertex active on both sides. On the outer rim there is no neighbour.
@@ -39,8 +41,8 @@ void QuadNode::HoldEdge(std::uint32_t edge, QuadNode* neighbour)
         ++neighbour->EdgeUsers[edge & 1];
 }
 
-/// The node of this node's size across an edge, brought into the mesh with its ancestors where it isn't there yet.
-/// \return null on the outer rim
+/// The node of this node's size across an edge, brought into the mesh with its ancestors where it isn't there yet, and
+/// marked as due below the common ancestor. \return null on the outer rim
 QuadNode* QuadNode::ReachNeighbour(std::uint32_t edge, QuadCorner& corner)
 {
     std::uint8_t indices[kMaxClimb];
@@ -60,6 +62,7 @@ QuadNode* QuadNode::ReachNeighbour(std::uint32_t edge, QuadCorner& corner)
     QuadNode* node = ancestor->Node;
     for (std::uint32_t left = depth; node && left > 0; --left) {
         const std::uint32_t child = indices[left - 1];
+        node->ChildDue[child] = Odometer::kDue;
         node = (node->ActiveMask & ChildBit(child)) ? node->Children[child] : nullptr;
     }
     return node ? node : ancestor->Node->ActivateDescendant(depth, indices, *ancestor);
@@ -68,6 +71,7 @@ QuadNode* QuadNode::ReachNeighbour(std::uint32_t edge, QuadCorner& corner)
 QuadNode* QuadNode::ActivateDescendant(std::uint32_t count, const std::uint8_t* indices, QuadCorner& corner)
 {
     const std::uint32_t child = indices[--count];
+    ChildDue[child] = Odometer::kDue;
     if (!(ActiveMask & ChildBit(child)))
         ActivateChild(child, corner);
     if (count == 0)
@@ -98,6 +102,8 @@ void QuadNode::ActivateChild(std::uint32_t child, QuadCorner& corner)
     }
     for (std::uint32_t i = 0; i < 2; ++i)
         HoldEdge(edges[i], neighbours[i]);
+    ChildDue[child] = Odometer::kDue;
+    MarkDue(corner);
 }
 
 void QuadNode::CreateChild(std::uint32_t child, QuadCorner& corner)
@@ -107,6 +113,7 @@ void QuadNode::CreateChild(std::uint32_t child, QuadCorner& corner)
     QuadCorner childCorner;
     MakeChildCorner(childCorner, corner, child);
     Children[child] = Owner->NewNode(childCorner);
+    MarkStale(&corner);
 }
 
 void QuadNode::ReleaseChild(const QuadCorner& corner, std::uint32_t child)
@@ -120,8 +127,20 @@ void QuadNode::ReleaseChild(const QuadCorner& corner, std::uint32_t child)
     ActiveMask = static_cast<std::uint8_t>(ActiveMask & ~ChildBit(child));
     const bool south = child >= 2;
     const bool west = child == 1 || child == 2;
-    giveBack(south ? this : FindNeighbour(1, corner), 1);
-    giveBack(west ? FindNeighbour(2, corner) : this, 0);
-    if (!Children[child]->Pinned)
+    giveBack(south ? this : FindNeighbourAndMarkDue(1, corner), 1);
+    giveBack(west ? FindNeighbourAndMarkDue(2, corner) : this, 0);
+    MarkDue(corner);
+    if (!Children[child]->Pinned) {
         Owner->FreeNode(std::exchange(Children[child], nullptr));
+        MarkStale(&corner);
+    }
+}
+
+/// Turns an edge vertex off, here and in the neighbour.
+void QuadNode::TurnOff(std::uint32_t edge, const QuadCorner& corner)
+{
+    ActiveMask = static_cast<std::uint8_t>(ActiveMask & ~EdgeBit(edge));
+    if (QuadNode* neighbour = FindNeighbourAndMarkDue(edge, corner))
+        neighbour->ActiveMask = static_cast<std::uint8_t>(neighbour->ActiveMask & ~EdgeBit(edge ^ 2u));
+    MarkDue(corner);
 }

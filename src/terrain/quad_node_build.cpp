@@ -1,7 +1,9 @@
 #include "terrain/quad_node.h"
 #include "terrain/terrain_lod.h"
 
+#include <bit>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -91,11 +93,35 @@ bool QuadNode::Resample(const QuadCorner& corner)
 {
     const SourceHeights heights(Owner->Source, corner);
     bool differs = false;
+    std::uint32_t changed = 0;
     for (std::uint32_t i = 0; i < 5; ++i) {
-        differs = differs || Samples[i].Height != heights.at[i];
-        Samples[i].Height = heights.at[i];
+        const float before = std::exchange(Samples[i].Height, heights.at[i]);
+        differs = differs || before != heights.at[i];
+        changed |= (std::bit_cast<std::uint32_t>(before) != std::bit_cast<std::uint32_t>(heights.at[i]) ? 1u : 0u) << i;
+    }
+    if (changed != 0) {
+        MarkChangedCorners(changed);
+        MarkStale(&corner);
     }
     return differs;
+}
+
+/// Tells all below which of their corners have changed with this node's samples. A corner of a node is a corner of one
+/// of its children. \param samples bit i for sample i
+void QuadNode::MarkChangedCorners(std::uint32_t samples)
+{
+    const auto mark = [this](std::uint32_t child, std::uint32_t at) {
+        for (QuadNode* node = Children[child]; node; node = node->Children[at])
+            node->Stale = static_cast<std::uint8_t>((node->Stale | 1u << at) & 31u);
+    };
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        if (samples & 1u)
+            mark(i, (i + 2) & 3);
+        if (samples >> (i + 1) & 1u) {
+            mark(i, (i + 3) & 3);
+            mark((i + 3) & 3, i);
+        }
+    }
 }
 
 float QuadNode::HeightAt(QuadCorner& corner, float x, float z, QuadCorner& out) const

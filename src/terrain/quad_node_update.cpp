@@ -1,101 +1,122 @@
+#include "terrain/detail_tests.h"
 #include "terrain/quad_node.h"
 #include "terrain/terrain_lod.h"
 
-#include <cmath>
+#include <algorithm>
+#include <utility>
 
 namespace {
 
 /// Order in which the quadrants are tested and visited.
 constexpr std::uint32_t kVisitOrder[4] = {1, 0, 2, 3};
 
-float Largest(float a, float b, float c)
-{
-    float largest = a;
-    if (b > largest)
-        largest = b;
-    if (c > largest)
-        largest = c;
-    return largest;
-}
-
 }  // namespace
 
-bool QuadNode::VertexNeedsDetail(float x, float y, float z, float error, const Viewer& viewer) const
+/// What stays the same from node to node in one update.
+struct UpdateStep {
+    DetailTests needsDetail;
+    const Odometer& odometer;
+    bool realTime;
+};
+
+void TerrainLod::Update(const Viewer& viewer)
 {
-    const float distance = Largest(std::fabs(x - viewer.x), std::fabs(y - viewer.y), std::fabs(z - viewer.z));
-    return error * Owner->ScaledLodFactor > distance;
+    if (!Root)
+        return;
+    Travel.Advance(viewer, ScaledLodFactor);
+    const UpdateStep step{DetailTests(viewer, ScaledLodFactor), Travel, RealTime == 1};
+    const bool isDue = Travel.IsDue(RootDue) || WalkEverything;
+    if (!isDue && !step.realTime)
+        return;
+    const Odometer::Reading settled = std::exchange(RootDue, Odometer::kOpen);
+    try {
+        const Odometer::Reading due = Root->Update(*RootCorner, step, 0.0f, isDue ? Odometer::kDue : settled);
+        if (RootDue == Odometer::kOpen)
+            RootDue = due;
+    } catch (...) {
+        Travel.Void();
+        throw;
+    }
 }
 
-bool QuadNode::BoxNeedsDetail(float x, float z, float size, float low, float high, float error,
-                              const Viewer& viewer) const
-{
-    const float half = size * 0.5f;
-    const float dx = std::fabs(x + half - viewer.x) - half;
-    const float dy = std::fabs((low + high) * 0.5f - viewer.y) - (high - low) * 0.5f;
-    const float dz = std::fabs(z + half - viewer.z) - half;
-    return error * Owner->ScaledLodFactor > Largest(dx, dy, dz);
-}
+// The update skips what can't change: where no test has another answer than at the last visit, which changed nothing,
+// and nothing was touched since, a visit wouldn't do anything. Whatever changes a node marks the way to it as due.
 
-void QuadNode::Update(QuadCorner& corner, const Viewer& viewer, float ownError)
+Odometer::Reading QuadNode::Update(QuadCorner& corner, const UpdateStep& step, float ownError,
+                                   Odometer::Reading settled)
 {
-    if (Owner->RealTime == 1) {
+    if (step.realTime) {
         Changed = Resample(corner);
-        if (Changed)
+        if (Changed) {
             ComputeErrors(corner);
+            settled = Odometer::kDue;
+        }
     }
 
-    const std::int32_t side = corner.Side();
-    const std::int32_t half = corner.HalfSide();
     const float x = static_cast<float>(corner.OriginX);
     const float z = static_cast<float>(corner.OriginZ);
-    const float middleX = static_cast<float>(corner.OriginX + half);
-    const float middleZ = static_cast<float>(corner.OriginZ + half);
+    const float half = static_cast<float>(corner.HalfSide());
+    const float side = static_cast<float>(corner.Side());
+    const float middleX = static_cast<float>(corner.OriginX + corner.HalfSide());
+    const float middleZ = static_cast<float>(corner.OriginZ + corner.HalfSide());
+    const float endX = static_cast<float>(corner.OriginX + corner.Side());
+    const float endZ = static_cast<float>(corner.OriginZ + corner.Side());
+    const DetailTests& needsDetail = step.needsDetail;
+    Slack slack;
 
-    const auto eastNeedsDetail = [&] {
-        return VertexNeedsDetail(static_cast<float>(corner.OriginX + side), Samples[1].Height, middleZ, VertexError[0],
-                                 viewer);
-    };
-    const auto southNeedsDetail = [&] {
-        return VertexNeedsDetail(middleX, Samples[4].Height, static_cast<float>(corner.OriginZ + side), VertexError[1],
-                                 viewer);
-    };
-
-    if (!(ActiveMask & EdgeBit(0)) && eastNeedsDetail())
-        ActivateEdgeVertex(0, corner);
-    if (!(ActiveMask & EdgeBit(3)) && southNeedsDetail())
-        ActivateEdgeVertex(3, corner);
-
-    if (corner.Level > 0) {
+    if (settled == Odometer::kDue) {
+        if (!(ActiveMask & EdgeBit(0)) && needsDetail.Vertex(endX, Samples[1].Height, middleZ, VertexError[0], slack))
+            ActivateEdgeVertex(0, corner);
+        if (!(ActiveMask & EdgeBit(3)) && needsDetail.Vertex(middleX, Samples[4].Height, endZ, VertexError[1], slack))
+            ActivateEdgeVertex(3, corner);
         for (const std::uint32_t child : kVisitOrder) {
             const float childX = child == 0 || child == 3 ? middleX : x;
             const float childZ = child >= 2 ? middleZ : z;
-            if (!(ActiveMask & ChildBit(child)) && BoxNeedsDetail(childX, childZ, static_cast<float>(half), LowHeight,
-                                                                  HighHeight, QuadrantError[child], viewer))
+            if (corner.Level > 0 && !(ActiveMask & ChildBit(child)) &&
+                needsDetail.Box(childX, childZ, half, LowHeight, HighHeight, QuadrantError[child], slack))
                 ActivateChild(child, corner);
         }
     }
 
     if (ActiveMask & 0xF0) {
         for (const std::uint32_t child : kVisitOrder) {
-            if (!(ActiveMask & ChildBit(child)))
-                continue;
-            QuadCorner childCorner;
-            MakeChildCorner(childCorner, corner, child);
-            Children[child]->Update(childCorner, viewer, QuadrantError[child]);
+            if (ActiveMask & ChildBit(child))
+                UpdateChild(child, corner, step);
         }
     }
+    if (settled != Odometer::kDue && DueReading(corner) != Odometer::kDue)
+        return settled;  // and nothing below has touched this node
 
-    const auto turnOff = [this, &corner](std::uint32_t edge) {
-        ActiveMask = static_cast<std::uint8_t>(ActiveMask & ~EdgeBit(edge));
-        if (QuadNode* neighbour = FindNeighbour(edge, corner))
-            neighbour->ActiveMask = static_cast<std::uint8_t>(neighbour->ActiveMask & ~EdgeBit(edge ^ 2u));
-    };
-    if ((ActiveMask & EdgeBit(0)) && EdgeUsers[0] == 0 && !eastNeedsDetail())
-        turnOff(0);
-    if ((ActiveMask & EdgeBit(3)) && EdgeUsers[1] == 0 && !southNeedsDetail())
-        turnOff(3);
+    if ((ActiveMask & EdgeBit(0)) && EdgeUsers[0] == 0 &&
+        !needsDetail.Vertex(endX, Samples[1].Height, middleZ, VertexError[0], slack))
+        TurnOff(0, corner);
+    if ((ActiveMask & EdgeBit(3)) && EdgeUsers[1] == 0 &&
+        !needsDetail.Vertex(middleX, Samples[4].Height, endZ, VertexError[1], slack))
+        TurnOff(3, corner);
 
-    if (ActiveMask == 0 && corner.Parent &&
-        !BoxNeedsDetail(x, z, static_cast<float>(side), LowHeight, HighHeight, ownError, viewer))
+    if (ActiveMask == 0 && corner.Parent && !needsDetail.Box(x, z, side, LowHeight, HighHeight, ownError, slack)) {
         corner.Parent->Node->ReleaseChild(*corner.Parent, corner.ChildIndex);
+        return Odometer::kDue;
+    }
+    Odometer::Reading due = step.odometer.After(slack.Least());
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        if (ActiveMask & ChildBit(i))
+            due = std::min(due, ChildDue[i]);
+    }
+    return due;
+}
+
+/// Visits an active child where it is due. The real-time mode visits every node, for its heights.
+void QuadNode::UpdateChild(std::uint32_t child, QuadCorner& corner, const UpdateStep& step)
+{
+    const bool isDue = step.odometer.IsDue(ChildDue[child]) || Owner->WalkEverything;
+    if (!isDue && !step.realTime)
+        return;
+    const Odometer::Reading settled = std::exchange(ChildDue[child], Odometer::kOpen);
+    QuadCorner childCorner;
+    MakeChildCorner(childCorner, corner, child);
+    const Odometer::Reading due =
+        Children[child]->Update(childCorner, step, QuadrantError[child], isDue ? Odometer::kDue : settled);
+    if (ChildDue[child] == Odometer::kOpen)
+        ChildDue[child] = due;
 }

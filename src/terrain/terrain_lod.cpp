@@ -7,12 +7,6 @@
 
 namespace {
 
-/// A node and its five samples share one block.
-struct NodeBlock {
-    alignas(QuadNode) std::byte node[sizeof(QuadNode)];
-    QuadSample samples[5];
-};
-
 constexpr std::int32_t kLargestSide = 1 << 30;
 
 /// The smallest level whose root covers the source.
@@ -29,7 +23,7 @@ std::int32_t LevelOf(const HeightSource& source)
 
 }  // namespace
 
-TerrainLod::TerrainLod() : RootCorner(new QuadCorner), Nodes(sizeof(NodeBlock))
+TerrainLod::TerrainLod() : RootCorner(new QuadCorner), Nodes(sizeof(QuadNode))
 {
     for (float* normal : NormalArray) {
         normal[0] = 0.0f;
@@ -76,24 +70,20 @@ void TerrainLod::BuildTree(std::int32_t level)
     }
 }
 
-void TerrainLod::Update(const Viewer& viewer)
-{
-    if (Root)
-        Root->Update(*RootCorner, viewer, 0.0f);
-}
+static_assert(sizeof(QuadNode) == 112 || sizeof(void*) != 8, "a terrain has a node for every three samples");
 
 /// Nodes own nothing outside of the pool, so the whole tree goes without a walk.
 void TerrainLod::DropTree() noexcept
 {
     Root = nullptr;
     RootCorner->Node = nullptr;
+    RootDue = Odometer::kDue;
     Nodes.Release();
 }
 
 QuadNode* TerrainLod::NewNode(QuadCorner& corner)
 {
-    auto* block = static_cast<NodeBlock*>(Nodes.Allocate());
-    return new (block->node) QuadNode(this, corner, block->samples);
+    return new (Nodes.Allocate()) QuadNode(this, corner);
 }
 
 void TerrainLod::FreeNode(QuadNode* node) noexcept

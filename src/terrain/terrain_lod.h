@@ -3,6 +3,7 @@
 #include "platform/gl/gl.h"
 #include "terrain/height_source.h"
 #include "terrain/node_pool.h"
+#include "terrain/odometer.h"
 #include "terrain/quad_node.h"
 
 #include <cstdint>
@@ -109,6 +110,13 @@ public:
     std::int32_t RealTime = 0;  ///< 1: active nodes read their heights again at each update
     std::int32_t RgbScale = 2;  ///< brightness of the detail texture
     NodePool Nodes;             ///< where the nodes live
+
+    Odometer Travel;                             ///< the viewer's way through the updates
+    Odometer::Reading RootDue = Odometer::kDue;  ///< as QuadNode::ChildDue, for the root
+
+    /// Makes every update visit all active nodes and every error pass the whole subtree. The results are the same: it
+    /// is for comparison.
+    bool WalkEverything = false;
 
 private:
     void DropTree() noexcept;

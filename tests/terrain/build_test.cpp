@@ -118,7 +118,7 @@ TEST(Build3D, FollowsTheGridAndKeepsTheSettings)
     EXPECT_EQ(terrain.GetRenderMode(), 1);
     TerrainLod fresh;
     fresh.InitQuadTree(grid.Source());
-    EXPECT_EQ(Activity(terrain), Activity(fresh));
+    EXPECT_EQ(ReadTree(terrain), ReadTree(fresh));
 }
 
 TEST(SetLOD, TakesTheScaleOfItsMoment)

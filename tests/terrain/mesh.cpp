@@ -3,6 +3,8 @@
 #include "terrain/patch_writer.h"
 #include "terrain/terrain_lod.h"
 
+#include <algorithm>
+#include <bit>
 #include <map>
 #include <sstream>
 #include <utility>
@@ -132,12 +134,22 @@ std::string FindBrokenRule(TerrainLod& terrain)
     return broken.str();
 }
 
-std::vector<std::uint32_t> Activity(const TerrainLod& terrain)
+std::vector<std::uint32_t> ReadTree(const TerrainLod& terrain)
 {
     std::vector<std::uint32_t> state;
     ForEachNode(*terrain.Root, *terrain.RootCorner, [&](QuadNode& node, QuadCorner&) {
         state.push_back(node.ActiveMask | static_cast<std::uint32_t>(node.EdgeUsers[0]) << 8 |
-                        static_cast<std::uint32_t>(node.EdgeUsers[1]) << 16);
+                        static_cast<std::uint32_t>(node.EdgeUsers[1]) << 16 | (node.Pinned ? 1u : 0u) << 24 |
+                        (node.Changed ? 1u : 0u) << 25);
+        const auto add = [&](float figure) { state.push_back(std::bit_cast<std::uint32_t>(figure)); };
+        std::for_each(node.VertexError, node.VertexError + 2, add);
+        std::for_each(node.QuadrantError, node.QuadrantError + 4, add);
+        add(node.LowHeight);
+        add(node.HighHeight);
+        for (const QuadSample& sample : node.Samples)
+            add(sample.Height);
+        for (const QuadNode* child : node.Children)
+            state.push_back(child ? 1 : 0);
     });
     return state;
 }

@@ -29,8 +29,8 @@ std::string FindCrack(const Mesh& mesh);
 /// Says where the tree's bits and counters break their rules. \return an empty text for a sound tree
 std::string FindBrokenRule(TerrainLod& terrain);
 
-/// ActiveMask and counters of every node, in walk order, to compare two states.
-std::vector<std::uint32_t> Activity(const TerrainLod& terrain);
+/// Every figure of every node, in walk order, to compare two states.
+std::vector<std::uint32_t> ReadTree(const TerrainLod& terrain);
 
 /// Number of triangles of the active mesh.
 std::size_t CountTriangles(TerrainLod& terrain);

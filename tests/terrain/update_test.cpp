@@ -1,8 +1,13 @@
 #include "support/test_grid.h"
+#include "terrain/detail_tests.h"
 #include "terrain/mesh.h"
 #include "terrain/terrain_lod.h"
 
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
 
 namespace {
 
@@ -16,9 +21,6 @@ void Update(TerrainLod& terrain, const Viewer& viewer, int frames = 1)
 
 TEST(DetailTests, CompareWithTheLargestAxisDistanceToTheVertexOrTheBox)
 {
-    TerrainLod terrain;  // with the factor 150
-    terrain.RootCorner->Level = 1;
-    const QuadNode* node = terrain.NewNode(*terrain.RootCorner);
     const struct {
         Viewer viewer;
         float vertexError;  // the largest that isn't enough for the vertex (128, 0.5, 64)
@@ -29,17 +31,77 @@ TEST(DetailTests, CompareWithTheLargestAxisDistanceToTheVertexOrTheBox)
         {{100.0f, 10.5f, 364.0f}, 2.0f, 268.0f / 150.0f},
         {{100.0f, 10.5f, -236.0f}, 2.0f, 268.0f / 150.0f},
     };
+    Slack slack;
     for (const auto& c : cases) {
-        const auto vertex = [&](float error) { return node->VertexNeedsDetail(128, 0.5f, 64, error, c.viewer); };
-        const auto box = [&](float error) { return node->BoxNeedsDetail(0, 32, 64, 0.25f, 0.75f, error, c.viewer); };
+        const DetailTests tests(c.viewer, 150.0f);
+        const auto vertex = [&](float error) { return tests.Vertex(128, 0.5f, 64, error, slack); };
+        const auto box = [&](float error) { return tests.Box(0, 32, 64, 0.25f, 0.75f, error, slack); };
         EXPECT_FALSE(vertex(c.vertexError));  // equal is not above
         EXPECT_TRUE(vertex(c.vertexError * 1.0001f));
         EXPECT_FALSE(box(c.boxError * 0.9999f));
         EXPECT_TRUE(box(c.boxError * 1.0001f));
     }
-    const Viewer inside{10.0f, 0.5f, 40.0f};
-    EXPECT_TRUE(node->BoxNeedsDetail(0, 32, 64, 0.25f, 0.75f, 0.0f, inside));  // inside, even without error
-    EXPECT_FALSE(node->BoxNeedsDetail(0, 32, 64, 0.5f, 0.5f, 0.0f, inside));   // on a box without height
+    const DetailTests inside({10.0f, 0.5f, 40.0f}, 150.0f);
+    EXPECT_TRUE(inside.Box(0, 32, 64, 0.25f, 0.75f, 0.0f, slack));  // even without error
+    EXPECT_FALSE(inside.Box(0, 32, 64, 0.5f, 0.5f, 0.0f, slack));   // on a box without height
+}
+
+// At all sizes of coordinates and heights, up to where floats are as coarse as the ways.
+TEST(DetailTests, HaveTheSameAnswersWhereverTheOdometerSaysThatTheSlackHolds)
+{
+    std::mt19937 random(3);
+    const auto uniform = [&](float low, float high) {
+        return std::uniform_real_distribution<float>(low, high)(random);
+    };
+    int held = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const float size = std::ldexp(1.0f, static_cast<int>(random() % 34) - 8);
+        const float place[3] = {uniform(0, size), uniform(-size, size), uniform(0, size)};
+        const float tall = uniform(0, size);
+        const float wide = uniform(0, size);
+        Viewer viewer{uniform(-size, size), uniform(-size, size), uniform(-size, size)};
+        const float error = uniform(0, 2 * size);
+        const auto answer = [&](Slack& slack) {
+            const DetailTests tests(viewer, 1.0f);
+            const bool box = tests.Box(place[0], place[2], wide, place[1], place[1] + tall, error, slack);
+            return std::pair(box, tests.Vertex(place[0], place[1], place[2], error, slack));
+        };
+        Slack slack;
+        Odometer odometer;
+        odometer.Advance(viewer, 1.0f);
+        const auto first = answer(slack);
+        const Odometer::Reading holds = odometer.After(slack.Least());
+        for (int step = 0; step < 8; ++step) {
+            const float reach = std::max(slack.Least(), 0.0f) * uniform(0.0f, 0.6f);
+            (&viewer.x)[random() % 3] += random() % 2 ? reach : -reach;
+            odometer.Advance(viewer, 1.0f);
+            if (odometer.IsDue(holds))
+                break;
+            Slack later;
+            ASSERT_EQ(answer(later), first) << "round " << round;
+            ++held;
+        }
+    }
+    EXPECT_GT(held, 10000);
+}
+
+TEST(Odometer, BeginsAnewAfterWhatItCannotCount)
+{
+    const float nowhere = std::numeric_limits<float>::quiet_NaN();
+    const std::pair<Viewer, float> steps[] = {
+        {{0, 0, 2e6f}, 5.0f}, {{nowhere, 0, 0}, 5.0f}, {{0, 3e38f, 0}, 5.0f}, {{1, 2, 3}, 6.0f}};
+    for (const auto& [viewer, factor] : steps) {
+        Odometer odometer;
+        odometer.Advance({1, 2, 3}, 5.0f);
+        const Odometer::Reading forever = odometer.After(1e30f);
+        EXPECT_TRUE(odometer.IsDue(forever));
+        odometer.Advance({1, 2, 3.5f}, 5.0f);
+        EXPECT_FALSE(odometer.IsDue(forever));
+        odometer.Advance(viewer, factor);
+        EXPECT_TRUE(odometer.IsDue(forever));
+        odometer.Advance(viewer, factor);
+        EXPECT_EQ(odometer.IsDue(forever), std::isnan(viewer.x));
+    }
 }
 
 TEST(Update, AWholeSmallCycle)
@@ -72,9 +134,9 @@ TEST(Update, SettlesAtTheRimsOwnCountWhenTheViewerIsFarAndStaysThere)
         terrain.InitQuadTree(grid.Source());
         Update(terrain, kFarAway, 12);
         EXPECT_EQ(CountTriangles(terrain), triangles) << side;
-        const auto settled = Activity(terrain);
+        const auto settled = ReadTree(terrain);
         Update(terrain, kFarAway, 3);
-        EXPECT_EQ(Activity(terrain), settled);
+        EXPECT_EQ(ReadTree(terrain), settled);
     }
 }
 
