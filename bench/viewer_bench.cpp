@@ -5,7 +5,11 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <ctime>
 #include <iostream>
+#include <map>
+#include <string>
 
 namespace {
 
@@ -108,6 +112,42 @@ void Orbit(benchmark::State& state)
         open->viewer.Pointer().Drag(Hand(++frame));
 }
 BENCHMARK(Orbit)->Arg(400)->Unit(benchmark::kMillisecond);
+
+double ThreadMilliseconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
+}
+
+/// What the window's thread does for a terrain that has been read: the longest of its steps is how long the window is
+/// dead. In milliseconds of the thread's own time.
+void Opening(benchmark::State& state)
+{
+    const int side = static_cast<int>(state.range(0));
+    OpenViewer open(tessara::test::Hills(33, 33));
+    open.Settle();
+    std::map<std::string, double> longest;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto terrain = tessara::PrepareTerrain({}, tessara::test::Hills(side, side), open.viewer.Settings(),
+                                               {OpenViewer::kWidth, OpenViewer::kHeight});
+        state.ResumeTiming();
+        const auto step = [&](const char* name, const auto& work) {
+            const double start = ThreadMilliseconds();
+            work();
+            longest[name] = std::max(longest[name], ThreadMilliseconds() - start);
+        };
+        step("open", [&] { open.viewer.Open(std::move(terrain)); });
+        step("first", [&] { open.Draw(); });
+        for (int i = 0; i < 10; ++i)
+            step("frame", [&] { open.Draw(); });
+        step("map", [&] { open.viewer.Map().Draw(200, 200, 1.0, open.text); });
+    }
+    for (const auto& [name, time] : longest)
+        state.counters[name] = time;
+}
+BENCHMARK(Opening)->Arg(1025)->Arg(4097)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 void Light(benchmark::State& state)
 {

@@ -12,9 +12,6 @@ namespace tessara {
 
 namespace {
 
-/// Until the first frame says how fine the terrain is to be.
-constexpr double kFirstDetail = 500.0;
-
 /// \param shown whether pictures of the ground are shown where there are any; a project that has one says so itself
 void TakeTextures(ITessara& surface, ProjectPlace& saved, bool& shown)
 {
@@ -27,12 +24,13 @@ void TakeTextures(ITessara& surface, ProjectPlace& saved, bool& shown)
 }  // namespace
 
 Viewer::Parts::Parts(OpenedTerrain& terrain, const ViewSettings& opening, Viewer& viewer)
-    : document(std::move(terrain.path), std::move(terrain.data), opening.exaggeration, kFirstDetail, viewer.host_),
+    : owned(std::move(terrain.document)),
+      document(*owned),
       controller(*camera, document.Ground(), document.Session().Ground()),
       sculptor(document, [&viewer](const GridArea& cells, bool finished) { viewer.HeightsChanged(cells, finished); }),
       picture(viewer.gl_, viewer.lookup_, document, *camera, controller, viewer.pointer_, std::move(terrain.light),
               opening, viewer.settings_, viewer.changed_),
-      map(document, controller),
+      map(viewer.gl_, document, controller, viewer.colors_),
       readout(document, viewer.pointer_),
       work(document, sculptor, controller, viewer.settings_, viewer.colors_, viewer.changed_)
 {
@@ -53,34 +51,85 @@ Viewer::Viewer(ComPtr<IKvoHost> host, GlLookup lookup, const ViewSettings& setti
 
 Viewer::~Viewer() = default;
 
-void Viewer::Open(OpenedTerrain terrain)
+/// \param settings become those with which the terrain is shown
+std::unique_ptr<Viewer::Parts> Viewer::MakeParts(OpenedTerrain& terrain, ViewSettings& settings)
 {
-    ViewSettings settings = settings_;
     settings.frozen = false;
     if (terrain.saved)
         settings = WithLook(settings, terrain.saved->terrain, terrain.saved->place->Settings());
+    terrain.document->Serve(*host_);
     auto parts = std::make_unique<Parts>(terrain, settings, *this);
+    parts->controller.SetOutline(std::move(terrain.outline));
+    if (parts_)
+        parts->controller.Resize(parts_->camera->Width(), parts_->camera->Height());
+    parts->controller.ShowAll();
+    return parts;
+}
+
+/// \param parts of the terrain, which becomes the one that is shown
+void Viewer::Enter(std::unique_ptr<Parts> parts, OpenedTerrain& terrain, const ViewSettings& settings)
+{
+    settings_ = settings;
+    pointer_.Attach(&parts->controller, IsCoarse() ? nullptr : &parts->sculptor);
+    parts_ = std::move(parts);
+    ResetColors();
+    if (terrain.saved)
+        TakeProject(*terrain.saved);
+    Work().Begin(terrain.saved);
+    light_.Begin(terrain.conditions);
+    FollowSun();
+    Camera().OnMove([this] { changed_({.picture = true, .map = true}); });
+    changed_({true, true, true});
+}
+
+void Viewer::Open(OpenedTerrain terrain)
+{
+    ViewSettings settings = settings_;
+    auto parts = MakeParts(terrain, settings);
     ITessara& surface = parts->document.Session().Surface();
     if (terrain.saved)
         TakeTextures(surface, *terrain.saved->place, settings.sourceTexture);
     else
         surface.SetTextureDetailRGBGamma(1);  // the light of the picture is made for textures as they are
-    if (parts_)
-        parts->controller.Resize(parts_->camera->Width(), parts_->camera->Height());
+    const std::unique_ptr<Parts> coarse = IsCoarse() ? std::move(parts_) : nullptr;
+    aside_.reset();
+    Enter(std::move(parts), terrain, settings);
+    if (coarse)
+        TakeCamera(coarse->controller);
+}
 
-    settings_ = settings;
-    pointer_.Attach(&parts->controller, &parts->sculptor);
-    parts_ = std::move(parts);
-    SetOutline();
-    Camera().ShowAll();
-    ResetColors();
-    if (terrain.saved)
-        TakeProject(*terrain.saved);
-    Work().Begin(terrain.saved);
-    light_.Begin({.exaggeration = terrain.exaggeration, .sun = terrain.sun});
-    FollowSun();
-    Camera().OnMove([this] { changed_({.picture = true, .map = true}); });
+void Viewer::ShowCoarse(OpenedTerrain terrain)
+{
+    ViewSettings settings = settings_;
+    auto parts = MakeParts(terrain, settings);
+    if (HasTerrain())
+        Sculptor().End();
+    if (!IsCoarse())
+        aside_ = Aside{std::move(parts_), settings_, colors_};
+    Enter(std::move(parts), terrain, settings);
+}
+
+void Viewer::GiveUp()
+{
+    if (!IsCoarse())
+        return;
+    Aside before = std::move(*aside_);
+    aside_.reset();
+    parts_ = std::move(before.parts);
+    settings_ = before.settings;
+    colors_ = before.colors;
+    pointer_.Attach(parts_ ? &parts_->controller : nullptr, parts_ ? &parts_->sculptor : nullptr);
+    light_.Begin({});
+    if (HasTerrain())
+        FollowSun();
     changed_({true, true, true});
+}
+
+/// Whoever has moved over the coarse terrain goes on from there.
+void Viewer::TakeCamera(const CameraController& coarse)
+{
+    if (!coarse.ShowsAll())
+        Camera().Place(coarse.Position(), coarse.Azimuth(), coarse.Tilt());
 }
 
 /// Colours and camera of a project.

@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace tessara {
 
@@ -33,6 +34,14 @@ public:
     /// Replaces the open terrain; after a failure the old one stays. \throws std::runtime_error for the user
     void Open(OpenedTerrain terrain);
 
+    /// Shows the coarse form of a terrain that is being worked out: there is nothing to do with it but look. The open
+    /// terrain is put aside until Open or GiveUp. \throws std::runtime_error for the user
+    void ShowCoarse(OpenedTerrain terrain);
+    bool IsCoarse() const noexcept { return aside_.has_value(); }
+
+    /// The terrain that was put aside is the open one again, if there was one.
+    void GiveUp();
+
     bool HasTerrain() const noexcept { return parts_ != nullptr; }
 
     // The parts of the open terrain, which go with it.
@@ -48,7 +57,7 @@ public:
     tessara::Pointer& Pointer() noexcept { return pointer_; }
 
     /// Whether something would be lost with the open terrain.
-    bool HasUnsavedWork() const { return HasTerrain() && Work().IsUnsaved(); }
+    bool HasUnsavedWork() const { return HasTerrain() && !IsCoarse() && Work().IsUnsaved(); }
 
     const GlFunctions& Gl() const noexcept { return gl_; }
     const ViewSettings& Settings() const noexcept { return settings_; }
@@ -66,7 +75,8 @@ private:
     struct Parts {
         Parts(OpenedTerrain& terrain, const ViewSettings& opening, Viewer& viewer);
 
-        TerrainDocument document;
+        std::unique_ptr<TerrainDocument> owned;
+        TerrainDocument& document;
         ComPtr<tessara::Camera> camera = MakeObject<tessara::Camera>();
         CameraController controller;
         tessara::Sculptor sculptor;
@@ -76,6 +86,16 @@ private:
         TerrainWork work;
     };
 
+    /// An open terrain behind the coarse form of another one.
+    struct Aside {
+        std::unique_ptr<Parts> parts;
+        ViewSettings settings;
+        HeightColors colors;
+    };
+
+    std::unique_ptr<Parts> MakeParts(OpenedTerrain& terrain, ViewSettings& settings);
+    void Enter(std::unique_ptr<Parts> parts, OpenedTerrain& terrain, const ViewSettings& settings);
+    void TakeCamera(const CameraController& coarse);
     void Restyle(const ViewSettings& before);
     void TakeProject(const SavedTerrain& saved);
     void HeightsChanged(const GridArea& cells, bool finished);
@@ -91,6 +111,7 @@ private:
     BackgroundLight light_;
     tessara::Pointer pointer_;
     std::unique_ptr<Parts> parts_;  // null until a terrain is open
+    std::optional<Aside> aside_;
 };
 
 }  // namespace tessara

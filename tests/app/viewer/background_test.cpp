@@ -90,7 +90,9 @@ TEST(TerrainLoader, ReadsAFileAndItsLight)
     const std::string path = folder / "slope.tif";
     const ElevationData data = Slope(70, 3);
     WriteElevationFile(data, path);
-    TerrainLoader loader({.path = path, .exaggeration = 2.0, .sun = kSun});
+    ViewSettings settings;
+    settings.exaggeration = 2.0;
+    TerrainLoader loader({.path = path, .settings = settings});
     double last = 0.0;
     while (!loader.IsDone()) {
         const double now = loader.Fraction();
@@ -101,12 +103,34 @@ TEST(TerrainLoader, ReadsAFileAndItsLight)
     EXPECT_EQ(loader.Fraction(), 1.0);
     const auto terrain = loader.Take();
     ASSERT_TRUE(terrain);
-    EXPECT_EQ(terrain->path, path);
-    EXPECT_EQ(terrain->data.metres, data.metres);
-    const LightMap expected = MakeLightMap(terrain->data, 2.0, kSun, BackgroundLight::kSide);
+    EXPECT_EQ(terrain->document->Path(), path);
+    EXPECT_EQ(terrain->document->Data().metres, data.metres);
+    const LightMap expected = MakeLightMap(data, 2.0, terrain->conditions.sun, BackgroundLight::kSide);
     ASSERT_EQ(terrain->light.texels.size(), expected.texels.size());
     EXPECT_EQ(terrain->light.texels[99].normalX, expected.texels[99].normalX);
     EXPECT_FALSE(loader.Take());
+}
+
+TEST(TerrainLoader, GivesACoarseFormOfALargeTerrainFirst)
+{
+    const test::ScratchFolder folder;
+    const ElevationData data = MakeElevation(1700, 33, 10.0, 20.0, [](int x, int y) { return 0.1 * x + 2.0 * y; });
+    WriteElevationFile(data, folder / "long.tif");
+    TerrainLoader loader({.path = folder / "long.tif"});
+    WaitFor([&] { return loader.IsDone(); });
+    const auto coarse = loader.TakeCoarse();
+    EXPECT_FALSE(loader.TakeCoarse());
+    const auto whole = loader.Take();
+    ASSERT_TRUE(coarse && whole);
+    EXPECT_EQ(whole->document->Data().metres, data.metres);
+    const TerrainDocument& document = *coarse->document;
+    EXPECT_LE(document.Data().width, 257);
+    EXPECT_EQ(document.Data().height, 33);
+    const GroundFrame& ground = document.Session().Ground();
+    EXPECT_NEAR(ground.Width(), whole->document->Session().Ground().Width(), 1e-6);
+    EXPECT_NEAR(ground.Depth(), whole->document->Session().Ground().Depth(), 1e-6);
+    for (const auto& [x, z] : {std::pair{0.0, 0.0}, {16990.0, 640.0}, {8000.0, 300.0}})
+        EXPECT_NEAR(document.Ground().HeightAt(x, z), whole->document->Ground().HeightAt(x, z), 1.0) << x;
 }
 
 TEST(TerrainLoader, FailuresNameTheFile)
@@ -118,7 +142,7 @@ TEST(TerrainLoader, FailuresNameTheFile)
                               folder.Write("cut.tif", bytes.substr(0, bytes.size() / 3)), folder.Write("empty.asc", ""),
                               folder / ""};
     for (const std::string& path : paths) {
-        TerrainLoader loader({.path = path, .sun = kSun});
+        TerrainLoader loader({.path = path});
         WaitFor([&] { return loader.IsDone(); });
         try {
             loader.Take();
@@ -144,7 +168,7 @@ TEST(TerrainLoader, CanBeCancelledAtAnyTime)
     for (int round = 0; round < 50; ++round) {
         // The missing file fails at about the time of the cancelling.
         const std::string file = round % 10 == 9 ? "" : round % 3 == 2 ? folder / "missing.tif" : path;
-        TerrainLoader loader({.path = file, .sun = kSun});
+        TerrainLoader loader({.path = file});
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 60000));
         if (round % 2) {
             loader.Cancel();

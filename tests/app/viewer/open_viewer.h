@@ -53,14 +53,7 @@ public:
 
     void Open(ElevationData data)
     {
-        const ViewSettings& settings = viewer.Settings();
-        const Vector3 sun = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection;
-        LightMap light = MakeLightMap(data, settings.exaggeration, sun, BackgroundLight::kSide);
-        viewer.Open({.path = {},
-                     .data = std::move(data),
-                     .light = std::move(light),
-                     .exaggeration = settings.exaggeration,
-                     .sun = sun});
+        viewer.Open(PrepareTerrain({}, std::move(data), viewer.Settings(), {kWidth, kHeight}));
     }
 
     /// Changes settings. \param change gets them

@@ -261,8 +261,7 @@ TEST(ViewerPicture, TheLightFollowsSunAndHeights)
     EXPECT_TRUE(orders([&] { open.viewer.Sculptor().Undo(); }));
     EXPECT_TRUE(orders([&] { open.viewer.Sculptor().Redo(); }));
     // What was read comes with the light of the sun of then.
-    OpenedTerrain read{.path = {}, .data = Hills(40, 40), .light = {}, .sun = {0.0, 1.0, 0.0}};
-    read.light = MakeLightMap(read.data, 1.0, read.sun, 64);
+    OpenedTerrain read = PrepareTerrain({}, Hills(40, 40), {});
     EXPECT_TRUE(orders([&] { open.viewer.Open(std::move(read)); }));
 }
 

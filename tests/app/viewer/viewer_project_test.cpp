@@ -31,19 +31,15 @@ class ViewerProject : public testing::Test {
 protected:
     static OpenedTerrain Hills()
     {
-        OpenedTerrain terrain{
-            .path = "hills.tif",
-            .data = MakeElevation(60, 40, 30.0, 25.0,
-                                  [](int x, int y) { return 200.0 + 80.0 * std::sin(0.2 * x + 0.3 * y); }),
-            .light = {},
-            .saved = {}};
-        terrain.light = MakeLightMap(terrain.data, 1.0, {-0.5, 0.7, 0.3}, 256);
-        return terrain;
+        return PrepareTerrain(
+            "hills.tif",
+            MakeElevation(60, 40, 30.0, 25.0, [](int x, int y) { return 200.0 + 80.0 * std::sin(0.2 * x + 0.3 * y); }),
+            {});
     }
 
     static OpenedTerrain Read(const std::string& path, std::optional<std::string> recoveredFor = {})
     {
-        TerrainLoader loader({.path = path, .sun = {-0.5, 0.7, 0.3}, .recoveredFor = std::move(recoveredFor)});
+        TerrainLoader loader({.path = path, .recoveredFor = std::move(recoveredFor)});
         auto terrain = loader.Take();
         EXPECT_TRUE(terrain);
         return std::move(*terrain);
@@ -167,6 +163,41 @@ TEST_F(ViewerProject, OnlyHeightsAreWorkWhereThereIsNoProject)
     EXPECT_FALSE(viewer_->HasUnsavedWork()) << "a camera moves all the time";
     viewer_->Work().TexturesChanged();
     EXPECT_TRUE(viewer_->HasUnsavedWork());
+}
+
+TEST_F(ViewerProject, ACoarseTerrainIsToLookAtAndLeavesTheOldOneAsItWas)
+{
+    OpenedTerrain first = Hills();
+    const auto coarse = [] { return PrepareTerrain("big.tif", Coarse(Hills().document->Data(), 17), {}); };
+    viewer_->ShowCoarse(coarse());
+    viewer_->GiveUp();
+    EXPECT_FALSE(viewer_->HasTerrain()) << "there was none";
+    viewer_->Open(std::move(first));
+    Dig(*viewer_);
+    const std::vector<float> dug = viewer_->Document().Data().metres;
+    viewer_->SetColors(150.0, 250.0);
+    const WorkState before = viewer_->Work().State();
+    viewer_->ShowCoarse(coarse());
+    EXPECT_TRUE(viewer_->IsCoarse());
+    EXPECT_EQ(viewer_->Document().Path(), "big.tif");
+    const std::vector<float> shown = viewer_->Document().Data().metres;
+    Dig(*viewer_);
+    EXPECT_EQ(viewer_->Document().Data().metres, shown);
+    EXPECT_FALSE(viewer_->HasUnsavedWork());
+    viewer_->GiveUp();
+    EXPECT_EQ(viewer_->Document().Data().metres, dug);
+    EXPECT_EQ(viewer_->Work().State(), before);
+    EXPECT_TRUE(viewer_->HasUnsavedWork());
+    Dig(*viewer_);
+    EXPECT_NE(viewer_->Document().Data().metres, dug);
+    // Where somebody has gone meanwhile, the whole terrain is shown from there.
+    viewer_->ShowCoarse(coarse());
+    viewer_->Camera().Place({400.0, 900.0, 700.0}, 77.0, 41.0);
+    viewer_->Open(Hills());
+    EXPECT_FALSE(viewer_->IsCoarse());
+    EXPECT_NEAR(viewer_->Camera().Azimuth(), 77.0, 1e-9);
+    EXPECT_NEAR(Length(viewer_->Camera().Position() - Vector3{400.0, 900.0, 700.0}), 0.0, 1e-6);
+    EXPECT_FALSE(viewer_->HasUnsavedWork());
 }
 
 TEST_F(ViewerProject, AFailedSaveLeavesTheWorkUnsaved)

@@ -49,6 +49,9 @@ public:
     /// height above it.
     void ScaleHeights(double factor);
 
+    /// Whether it shows all of the terrain, and nobody has moved it since.
+    bool ShowsAll() const noexcept { return showsAll_; }
+
     double Azimuth() const noexcept { return azimuth_; }
     double Tilt() const noexcept { return tilt_; }
     const Vector3& Position() const noexcept { return position_; }

@@ -62,7 +62,7 @@ void Pointer::BeginStroke(const PicturePoint& place)
 {
     EndDrag();
     place_ = place;
-    if (const auto ground = settings_.realTime ? Ground() : std::nullopt)
+    if (const auto ground = sculptor_ && settings_.realTime ? Ground() : std::nullopt)
         sculptor_->Begin(*ground, settings_.brush);
 }
 

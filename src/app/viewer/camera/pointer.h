@@ -17,7 +17,8 @@ public:
     /// \param settings of brush and real-time mode; outlive this object \param moved what the brush shows has changed
     Pointer(const ViewSettings& settings, std::function<void()> moved);
 
-    /// The mouse is over this terrain from now on. \param camera,sculptor outlive their use; null for none
+    /// The mouse is over this terrain from now on. \param camera,sculptor outlive their use; null for none: without
+    /// the one nothing moves, without the other the ground stays as it is
     void Attach(CameraController* camera, Sculptor* sculptor) noexcept;
 
     void Hover(const PicturePoint& place);

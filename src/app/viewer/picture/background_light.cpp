@@ -27,6 +27,7 @@ BackgroundLight::~BackgroundLight()
 void BackgroundLight::Begin(const LightConditions& conditions)
 {
     last_ = conditions;
+    snapshot_.reset();
     const std::lock_guard lock(mutex_);
     request_.reset();
     result_.reset();
@@ -37,7 +38,13 @@ void BackgroundLight::Follow(const ElevationData& data, const LightConditions& c
 {
     if (conditions == last_)
         return;
-    Request request{data, conditions};
+    // While the sun is being moved the heights are copied once.
+    auto heights = conditions.heights == snapshotOf_ ? snapshot_.lock() : nullptr;
+    if (!heights)
+        heights = std::make_shared<const ElevationData>(data);
+    snapshot_ = heights;
+    snapshotOf_ = conditions.heights;
+    Request request{std::move(heights), conditions};
     last_ = conditions;
     {
         const std::lock_guard lock(mutex_);
@@ -78,7 +85,7 @@ void BackgroundLight::Run()
         };
         try {
             map = std::make_unique<LightMap>(
-                MakeLightMap(request.data, request.conditions.exaggeration, request.conditions.sun, kSide, goOn));
+                MakeLightMap(*request.data, request.conditions.exaggeration, request.conditions.sun, kSide, goOn));
         } catch (const Abandoned&) {
         } catch (const std::bad_alloc&) {
             // The light stays as it is.

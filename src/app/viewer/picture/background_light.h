@@ -49,14 +49,16 @@ public:
 
 private:
     struct Request {
-        ElevationData data;
+        std::shared_ptr<const ElevationData> data;
         LightConditions conditions;
     };
 
     void Run();
 
     std::function<void()> ready_;
-    LightConditions last_;  // of the youngest map, ready or not
+    LightConditions last_;                         // of the youngest map, ready or not
+    std::weak_ptr<const ElevationData> snapshot_;  // the heights of the last order, while somebody works on them
+    std::uint64_t snapshotOf_ = 0;                 // their state
     std::mutex mutex_;
     std::condition_variable changed_;
     std::optional<Request> request_;

@@ -3,20 +3,47 @@
 #include "app/viewer/picture/view_overlay.h"
 #include "app/viewer/terrain/terrain_document.h"
 #include "platform/gl/gl.h"
-#include "surface/itessara.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace tessara {
 
 namespace {
 
 constexpr double kMargin = 8.0;
+constexpr int kMostTexels = 1024;  // along an edge
 
 /// A map that can be renewed in this time is renewed at once; any other when nothing has changed for so long.
 constexpr auto kQuick = std::chrono::milliseconds(60);
 constexpr auto kPatience = std::chrono::milliseconds(1500);
+
+/// Colours of the heights, three bytes a point, from the north-west one on. \param width,height points, evenly spread
+std::vector<std::uint8_t> ColoredHeights(const ElevationData& data, const HeightColors& colors, int width, int height)
+{
+    const ElevationPalette ramp = RampOf(colors);
+    const auto low = static_cast<float>(colors.low);
+    const auto scale = static_cast<float>(255.0 / std::max(colors.high - colors.low, 1e-6));
+    std::vector<std::uint8_t> pixels;
+    pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
+    const auto source = [](int index, int count, int from) {
+        return (2 * static_cast<std::size_t>(index) + 1) * static_cast<std::size_t>(from) /
+               (2 * static_cast<std::size_t>(count));
+    };
+    for (int y = 0; y < height; ++y) {
+        const float* row = data.metres.data() + source(y, height, data.height) * static_cast<std::size_t>(data.width);
+        for (int x = 0; x < width; ++x) {
+            const float share = std::clamp((row[source(x, width, data.width)] - low) * scale, 0.0f, 255.0f);
+            const auto index = static_cast<std::int16_t>(share + 0.5f);
+            for (const int channel : {ramp.GetRed(index), ramp.GetGreen(index), ramp.GetBlue(index)})
+                pixels.push_back(static_cast<std::uint8_t>(channel));
+        }
+    }
+    return pixels;
+}
 
 }  // namespace
 
@@ -45,8 +72,12 @@ int MapPicture::Delay() const
 void MapPicture::Renew()
 {
     const Clock::time_point start = Clock::now();
+    const ElevationData& data = document_.Data();
+    const int width = std::min(data.width, kMostTexels);
+    const int height = std::min(data.height, kMostTexels);
+    heights_ = std::make_unique<Texture>(gl_, GL_RGB8, width, height, GL_RGB, GL_UNSIGNED_BYTE,
+                                         ColoredHeights(data, colors_, width, height).data());
     stale_ = false;
-    document_.Session().Surface().CreateTextureSurface2D();
     cost_ = Clock::now() - start;
 }
 
@@ -68,26 +99,22 @@ void MapPicture::Draw(int width, int height, double factor, TextPainter& text)
     DrawScaleBar(width, height, map.MetresPerPixel(), factor, text);
 }
 
-/// Without the border around the grid.
 void MapPicture::DrawHeights(const MapView& map, int width, int height) const
 {
-    const TerrainSession& session = document_.Session();
     const auto frame = map.Frame();
     const PixelSpace space(width, height);
-    const Vector3 units = session.Ground().DrawUnits();
-    const double border = static_cast<double>(session.Border());
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(static_cast<GLint>(std::lround(frame[0])), static_cast<GLint>(std::lround(height - frame[3])),
-              static_cast<GLsizei>(std::lround(frame[2] - frame[0])),
-              static_cast<GLsizei>(std::lround(frame[3] - frame[1])));
-    glColor3f(1.0f, 1.0f, 1.0f);
+    glPushAttrib(GL_TEXTURE_BIT);
+    glEnable(GL_TEXTURE_2D);
+    glDisable(GL_BLEND);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
-    glTranslated(frame[0], frame[1], 0.0);
-    glScaled(units.x / map.MetresPerPixel(), units.z / map.MetresPerPixel(), 1.0);
-    glTranslated(-border, -border, 0.0);
-    session.Surface().Draw2D(0, 0, 0, 0);
-    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-    glDisable(GL_SCISSOR_TEST);
+    heights_->Bind();
+    glBegin(GL_QUADS);
+    for (const auto& [x, y] : {std::pair{0, 1}, {2, 1}, {2, 3}, {0, 3}}) {
+        glTexCoord2i(x == 0 ? 0 : 1, y == 1 ? 0 : 1);
+        glVertex2d(frame[static_cast<std::size_t>(x)], frame[static_cast<std::size_t>(y)]);
+    }
+    glEnd();
+    glPopAttrib();
 }
 
 void MapPicture::DrawCone(const MapView& map, int width, int height, double factor) const

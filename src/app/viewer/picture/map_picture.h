@@ -1,20 +1,26 @@
 #pragma once
 
+#include "app/view/texture.h"
+#include "app/viewer/picture/height_colors.h"
 #include "app/viewer/picture/map_view.h"
 
 #include <chrono>
+#include <memory>
 
 namespace tessara {
 
 class TerrainDocument;
 class TextPainter;
 
-/// The terrain as a map, north up, with the camera on it: the surface's own picture of the heights, which takes long to
-/// renew on large terrains.
+/// The terrain as a map, north up, with the camera on it. Belongs to the OpenGL context that is current while it draws.
 class MapPicture {
 public:
-    /// \param document,camera outlive this object
-    MapPicture(TerrainDocument& document, CameraController& camera) : document_(document), camera_(camera) {}
+    /// \param gl,document,camera,colors outlive this object
+    MapPicture(const GlFunctions& gl, const TerrainDocument& document, CameraController& camera,
+               const HeightColors& colors)
+        : gl_(gl), document_(document), camera_(camera), colors_(colors)
+    {
+    }
 
     /// Heights or their colours have changed.
     void MakeStale();
@@ -43,8 +49,11 @@ private:
     void DrawHeights(const MapView& map, int width, int height) const;
     void DrawCone(const MapView& map, int width, int height, double factor) const;
 
-    TerrainDocument& document_;
+    const GlFunctions& gl_;
+    const TerrainDocument& document_;
     CameraController& camera_;
+    const HeightColors& colors_;
+    std::unique_ptr<Texture> heights_;
     bool stale_ = true;
     Clock::time_point changed_{};  // when it became stale for the last time
     Clock::duration cost_{};       // of renewing it; the first one is wanted at once

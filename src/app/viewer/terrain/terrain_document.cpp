@@ -1,5 +1,7 @@
 #include "app/viewer/terrain/terrain_document.h"
 
+#include "host/kvo_host.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -10,10 +12,12 @@ namespace {
 /// Cells around the grid: enough for what the surface draws at the corner to lie outside.
 constexpr int kBorder = 2;
 
+/// Until somebody knows for which picture.
+constexpr double kFirstDetail = 500.0;
+
 }  // namespace
 
-TerrainDocument::TerrainDocument(std::string path, ElevationData data, double exaggeration, double levelOfDetail,
-                                 const ComPtr<IKvoHost>& host)
+TerrainDocument::TerrainDocument(std::string path, ElevationData data, double exaggeration)
     : path_(std::move(path)), data_(std::move(data))
 {
     const double across = std::max(data_.width * data_.spacingX, data_.height * data_.spacingY);
@@ -30,8 +34,9 @@ TerrainDocument::TerrainDocument(std::string path, ElevationData data, double ex
     // The component's heights run from the floor to the top.
     const float ownLowest = std::exchange(data_.minimum, static_cast<float>(floor_));
     const float ownHighest = std::exchange(data_.maximum, static_cast<float>(top_));
-    session_ =
-        std::make_unique<TerrainSession>(data_, TerrainOptions{exaggeration, levelOfDetail, nullptr, kBorder}, host);
+    const auto nobody = MakeObject<KvoHost>(nullptr, nullptr);
+    session_ = std::make_unique<TerrainSession>(data_, TerrainOptions{exaggeration, kFirstDetail, nullptr, kBorder},
+                                                ComPtr<IKvoHost>(nobody.Get()));
     data_.minimum = ownLowest;
     data_.maximum = ownHighest;
     ground_ = std::make_unique<GroundModel>(data_, session_->Ground());

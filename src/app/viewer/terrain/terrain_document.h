@@ -13,13 +13,17 @@ namespace tessara {
 
 /// One terrain that is open: its heights, in metres and in the component, which it keeps in step.
 ///
+/// It needs no OpenGL and can be made on any thread, for one thread at a time.
+///
 /// Heights can be dug down to the floor, a little below the lowest point; beyond the highest one there is no limit.
 class TerrainDocument {
 public:
     /// \param path where the heights come from, empty for the built-in sample
     /// \throws std::runtime_error with one sentence for the user
-    TerrainDocument(std::string path, ElevationData data, double exaggeration, double levelOfDetail,
-                    const ComPtr<IKvoHost>& host);
+    TerrainDocument(std::string path, ElevationData data, double exaggeration);
+
+    /// From now on the component asks this host for services, on the thread of the caller.
+    void Serve(IKvoHost& host) { session_->Surface().SetKVO(&host); }
 
     const std::string& Path() const noexcept { return path_; }
     const ElevationData& Data() const noexcept { return data_; }

@@ -1,11 +1,11 @@
 #include "app/viewer/terrain/terrain_loader.h"
 
-#include "app/view/atmosphere.h"
-#include "app/viewer/picture/background_light.h"
+#include "app/viewer/work/project_look.h"
 #include "app/viewer/work/work_keeper.h"
 #include "host/project/project_file.h"
 #include "samples/country/sample_terrain.h"
 
+#include <algorithm>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -16,13 +16,16 @@ namespace tessara {
 namespace {
 
 /// Share of the time that the reading takes.
-constexpr double kReading = 0.8;
+constexpr double kReading = 0.5;
+
+/// A terrain with so many points along an edge gets a coarse form with so many for a first look.
+constexpr int kLarge = 1500;
+constexpr int kCoarseSide = 257;
 
 }  // namespace
 
 TerrainLoader::TerrainLoader(TerrainRequest request) : request_(std::move(request))
 {
-    terrain_.path = request_.path;
     thread_ = std::thread([this] { Run(); });
 }
 
@@ -40,7 +43,7 @@ void TerrainLoader::Show(double fraction)
     fraction_ = fraction;
 }
 
-void TerrainLoader::ReadProject()
+ElevationData TerrainLoader::ReadProject()
 {
     const ProjectFile project(request_.path);
     const std::vector<std::string>& names = project.Elements();
@@ -57,44 +60,60 @@ void TerrainLoader::ReadProject()
     saved.project = request_.recoveredFor.value_or(request_.path);
     saved.recovered = request_.recoveredFor.has_value();
     saved.terrain.elevations = {};
-    terrain_.data = saved.terrain.data;
+    ElevationData data = saved.terrain.data;
     saved.terrain.data.metres = {};
-    ScanHeights(terrain_.data);
-    request_.exaggeration = saved.terrain.exaggeration;
-    if (saved.terrain.view.sun)
-        request_.sun = SunlitAtmosphere(saved.terrain.view.sun->first, saved.terrain.view.sun->second).sunDirection;
-    terrain_.saved = std::move(saved);
+    ScanHeights(data);
+    request_.settings = WithLook(request_.settings, saved.terrain, saved.place->Settings());
+    saved_ = std::move(saved);
+    return data;
 }
 
-void TerrainLoader::Read()
+ElevationData TerrainLoader::Read()
 {
     const auto progress = [this](double fraction) { Show(kReading * fraction); };
     if (request_.path.empty())
-        terrain_.data = MakeSampleTerrain(kSampleTerrainSize, kSampleTerrainSeed, progress);
-    else if (IsProjectFile(request_.path))
-        ReadProject();
-    else
-        terrain_.data = ReadElevationFile(request_.path, request_.reading, progress);
+        return MakeSampleTerrain(kSampleTerrainSize, kSampleTerrainSeed, progress);
+    if (IsProjectFile(request_.path))
+        return ReadProject();
+    return ReadElevationFile(request_.path, request_.reading, progress);
+}
+
+void TerrainLoader::MakeCoarse(const ElevationData& data)
+{
+    if (std::max(data.width, data.height) < kLarge)
+        return;
+    OpenedTerrain coarse = PrepareTerrain(request_.path, Coarse(data, kCoarseSide), request_.settings, request_.size);
+    coarse.saved = saved_;
+    const std::lock_guard lock(mutex_);
+    coarse_ = std::move(coarse);
 }
 
 void TerrainLoader::Run()
 {
     try {
-        Read();
-        const auto lighting = [this](double fraction) { Show(kReading + (1.0 - kReading) * fraction); };
-        terrain_.exaggeration = request_.exaggeration;
-        terrain_.sun = request_.sun;
-        terrain_.light =
-            MakeLightMap(terrain_.data, request_.exaggeration, request_.sun, BackgroundLight::kSide, lighting);
+        ElevationData data = Read();
+        Show(kReading);
+        MakeCoarse(data);
+        OpenedTerrain terrain =
+            PrepareTerrain(request_.path, std::move(data), request_.settings, request_.size,
+                           [this](double fraction) { Show(kReading + (1.0 - kReading) * fraction); });
+        terrain.saved = std::move(saved_);
+        terrain_ = std::move(terrain);
     } catch (const Cancelled&) {
     } catch (const std::bad_alloc&) {
         failure_ = std::make_exception_ptr(
             std::runtime_error("There is not enough memory to open " +
-                               (terrain_.path.empty() ? std::string("the sample") : terrain_.path) + "."));
+                               (request_.path.empty() ? std::string("the sample") : request_.path) + "."));
     } catch (...) {
         failure_ = std::current_exception();
     }
     done_ = true;
+}
+
+std::optional<OpenedTerrain> TerrainLoader::TakeCoarse()
+{
+    const std::lock_guard lock(mutex_);
+    return cancelled_ ? std::nullopt : std::exchange(coarse_, std::nullopt);
 }
 
 std::optional<OpenedTerrain> TerrainLoader::Take()
@@ -104,9 +123,7 @@ std::optional<OpenedTerrain> TerrainLoader::Take()
     const std::exception_ptr failure = std::exchange(failure_, nullptr);
     if (failure && !cancelled_)
         std::rethrow_exception(failure);
-    if (cancelled_ || terrain_.data.metres.empty())
-        return std::nullopt;
-    return std::move(terrain_);
+    return cancelled_ ? std::nullopt : std::exchange(terrain_, std::nullopt);
 }
 
 }  // namespace tessara

@@ -118,6 +118,7 @@ private:
     void OpenDetailDialog();
     bool MayLeave();
     void WatchLoader();
+    void ShowCoarse();
     void Opened(OpenedTerrain terrain);
     void ShowInformation();
     void ShowError(const std::string& message);

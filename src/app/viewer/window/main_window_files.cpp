@@ -89,9 +89,8 @@ void MainWindow::Begin(TerrainRequest terrain)
 {
     loader_ = nullptr;
     picture_->SetFlying(false);
-    const ViewSettings& settings = viewer_->Settings();
-    terrain.exaggeration = settings.exaggeration;
-    terrain.sun = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight).sunDirection;
+    terrain.settings = viewer_->Settings();
+    terrain.size = {picture_->PixelWidth(), picture_->PixelHeight()};
     loading_ = terrain.recoveredFor.value_or(terrain.path);
     left_ = StateOfWork();
     const std::string title = terrain.recoveredFor ? "Recovering the unsaved work"
@@ -113,15 +112,19 @@ void MainWindow::WatchLoader()
     }
     bar_->Step(loader_->Fraction());
     // A command with a dialog on the screen works on the old terrain.
-    if (!loader_->IsDone() || running_ > 0)
+    if (running_ > 0)
         return;
+    if (!loader_->IsDone()) {
+        ShowCoarse();
+        return;
+    }
     loadTimer_.Stop();
     const std::unique_ptr<TerrainLoader> done = std::move(loader_);
     bar_->End();
     try {
         auto terrain = done->Take();
         // What was done to the old terrain meanwhile has its own question.
-        if (terrain && (StateOfWork() == left_ || MayLeave()))
+        if (terrain && (viewer_->IsCoarse() || StateOfWork() == left_ || MayLeave()))
             Opened(std::move(*terrain));
         else
             Tell("Cancelled");
@@ -133,10 +136,28 @@ void MainWindow::WatchLoader()
         ShowError(error.what());
     }
     recovery_.reset();
+    if (picture_->MakeCurrent())
+        viewer_->GiveUp();
     // A window without any terrain is of no use.
     if (!viewer_->HasTerrain() && !loading_.empty())
         Load({});
     Changed({true, true, true});
+}
+
+/// A first look at a large terrain, unless something was done to the old one meanwhile: that has its question later.
+void MainWindow::ShowCoarse()
+{
+    if (StateOfWork() != left_ || !picture_->MakeCurrent())
+        return;
+    try {
+        if (auto coarse = loader_->TakeCoarse()) {
+            picture_->SetFlying(false);
+            picture_->SetBrush(false);
+            viewer_->ShowCoarse(std::move(*coarse));
+        }
+    } catch (const std::exception&) {
+        // The terrain itself will come, or say what is wrong.
+    }
 }
 
 void MainWindow::Opened(OpenedTerrain terrain)
@@ -145,7 +166,7 @@ void MainWindow::Opened(OpenedTerrain terrain)
         return;
     const wxBusyCursor wait;
     std::string notes;
-    for (const std::string& note : terrain.data.notes)
+    for (const std::string& note : terrain.document->Data().notes)
         notes += (notes.empty() ? "" : "  ") + note;
     viewer_->Open(std::move(terrain));
     keeper_.Forget();

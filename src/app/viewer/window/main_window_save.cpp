@@ -147,7 +147,7 @@ void MainWindow::AskAndExport()
 /// Keeps the work safe while nobody is in the middle of something.
 void MainWindow::KeepWork()
 {
-    if (!viewer_ || !viewer_->HasTerrain() || picture_->IsBusy() || !picture_->MakeCurrent())
+    if (!viewer_ || !viewer_->HasTerrain() || viewer_->IsCoarse() || picture_->IsBusy() || !picture_->MakeCurrent())
         return;
     try {
         keeper_.Update(viewer_->Work());

@@ -106,9 +106,11 @@ void MainWindow::ShowMenus()
     wxMenuBar& bar = *GetMenuBar();
     for (const auto& [command, checked] : checks)
         bar.Check(command, checked);
-    for (const int command : {kSaveProject, kSaveProjectAs, kSaveHeights, kSavePicture, kExportTriangles, kShowAll,
-                              kNorthUp, kFromTop, kFly, kImportSource, kTerrainDetail, kInformation})
+    for (const int command : {kShowAll, kNorthUp, kFromTop, kFly, kInformation})
         bar.Enable(command, open);
+    for (const int command : {kSaveProject, kSaveProjectAs, kSaveHeights, kSavePicture, kExportTriangles, kImportSource,
+                              kTerrainDetail, kRealTime, kBrushRaise, kBrushLower, kBrushSmooth, kBrushFlatten})
+        bar.Enable(command, open && !viewer_->IsCoarse());
     bar.Enable(kSourceTexture, hasSource_);
     bar.Enable(kUndo, open && viewer_->Sculptor().CanUndo());
     bar.Enable(kRedo, open && viewer_->Sculptor().CanRedo());

@@ -1,9 +1,9 @@
 #include "app/viewer/work/terrain_work.h"
 
 #include "app/viewer/camera/camera_controller.h"
+#include "app/viewer/terrain/opened_terrain.h"
 #include "app/viewer/terrain/sculptor.h"
 #include "app/viewer/terrain/terrain_document.h"
-#include "app/viewer/terrain/terrain_loader.h"
 #include "host/elevation/elevation_writer.h"
 #include "host/project/project_file.h"
 #include "host/project/project_writer.h"
