@@ -91,10 +91,9 @@ void CTextureDetailDlg::CopyImage(IImageFile& image, ITextureDatabase& database,
 {
     UINT width = 0;
     UINT height = 0;
-    VARIANT pixels;
+    VARIANT pixels{};
     WORD bitsPerPixel = 0;
     BstrHolder key;
-    VariantInit(&pixels);
     image.GetWidth(&width);
     image.GetHeight(&height);
     image.ReadPixels();

@@ -16,10 +16,8 @@ bool CTextureDetailDlg::InitPreviewContext()
     CWnd* const control = GetDlgItem(kPreview);
     control->GetWindowRect(&m_previewRect);
     const CClientDC surface(control);
-    VARIANT device;
-    VARIANT options;
-    VariantInit(&device);
-    VariantInit(&options);
+    VARIANT device{};
+    VARIANT options{};
     device.byref = surface.GetSafeHdc();
     return SUCCEEDED(m_pContext->Create(device, &options, 24, 1, m_previewRect.right - m_previewRect.left,
                                         m_previewRect.bottom - m_previewRect.top, 1));

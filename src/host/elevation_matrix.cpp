@@ -3,6 +3,9 @@
 #include "host/elevation_cell.h"
 #include "platform/com/guard.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace tessara {
 
 ElevationMatrix::ElevationMatrix(IUnknown* outer) : ComObject(outer), palette_(std::make_unique<ElevationPalette>())
@@ -82,9 +85,22 @@ HRESULT ElevationMatrix::SetPalette(ElevationPalette* palette)
 {
     if (!palette)
         return E_POINTER;
-    if (palette != palette_.get())
-        palette_.reset(palette);
-    return S_OK;
+    if (palette == palette_.get())
+        return S_OK;
+    return Guard([&] {
+        earlierPalettes_.reserve(earlierPalettes_.size() + 1);
+        std::unique_ptr<ElevationPalette> next(palette);
+        const auto again = std::find_if(earlierPalettes_.begin(), earlierPalettes_.end(),
+                                        [palette](const auto& earlier) { return earlier.get() == palette; });
+        if (again != earlierPalettes_.end()) {
+            again->release();
+            earlierPalettes_.erase(again);
+        }
+        palette_.swap(next);
+        if (std::exchange(paletteIsOut_, false))
+            earlierPalettes_.push_back(std::move(next));
+        return S_OK;
+    });
 }
 
 HRESULT ElevationMatrix::ResetMatrix()
@@ -114,6 +130,7 @@ HRESULT ElevationMatrix::GetPalette(ElevationPalette** palette)
     if (!palette)
         return E_POINTER;
     *palette = palette_.get();
+    paletteIsOut_ = true;
     return S_OK;
 }
 

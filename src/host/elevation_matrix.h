@@ -6,6 +6,7 @@
 #include "textures/elevation_palette.h"
 
 #include <memory>
+#include <vector>
 
 namespace tessara {
 
@@ -32,7 +33,9 @@ public:
 
     HRESULT STDMETHODCALLTYPE SetElevationRange(float minimum, float maximum) override;
 
-    /// \return E_POINTER for null, with the palette kept
+    /// A terrain that was built with the old palette goes on drawing with it until its next InitQuadTree: a palette
+    /// that GetPalette gave out lives as long as the matrix. \return E_POINTER for null, E_OUTOFMEMORY; the palette is
+    /// kept and the new one stays the caller's
     HRESULT STDMETHODCALLTYPE SetPalette(ElevationPalette* palette) override;
 
     /// Palette and elevation range stay.
@@ -66,6 +69,8 @@ private:
 
     ElevationGrid grid_;
     std::unique_ptr<ElevationPalette> palette_;
+    bool paletteIsOut_ = false;                                       // GetPalette gave it to somebody
+    std::vector<std::unique_ptr<ElevationPalette>> earlierPalettes_;  // that somebody may draw with
     std::unique_ptr<ElevationCell> spareCell_;  // the cell that came back last, for the next GetCell
     LONG wantedWidth_ = 0;
     LONG wantedHeight_ = 0;

@@ -57,8 +57,12 @@ TerrainSession::TerrainSession(const ElevationData& data, const TerrainOptions& 
       levelOfDetail_(options.levelOfDetail)
 {
     FillMatrix(data, options.elevations);
-    if (options.palette)
-        matrix_->SetPalette(new ElevationPalette(*options.palette));
+    if (options.palette) {
+        auto palette = std::make_unique<ElevationPalette>(*options.palette);
+        if (FAILED(matrix_->SetPalette(palette.get())))
+            throw std::bad_alloc();
+        palette.release();
+    }
     surface_->InitServer();
     try {
         Start(options, *host);

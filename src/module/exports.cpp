@@ -4,7 +4,7 @@
 
 extern "C" {
 
-/// \return S_OK when no object, no factory and no lock of the module is held outside it, S_FALSE otherwise
+/// \return S_OK when no object, no factory, no palette and no lock of the module is held outside it, S_FALSE otherwise
 TESSARA_EXPORT HRESULT DllCanUnloadNow()
 {
     return ModuleLocks::Count() == 0 ? S_OK : S_FALSE;

@@ -3,13 +3,20 @@
 #include "module/module_locks.h"
 #include "platform/com/guard.h"
 #include "surface/co_tessara.h"
+#include "textures/elevation_palette.h"
 
 namespace {
+
+/// A palette whose code lies in the module: it keeps the module loaded wherever it goes.
+class ServedPalette final : private ModuleLocks::Hold, public ElevationPalette {};
 
 /// A surface as the module serves it: it keeps the module loaded from its construction to its destruction.
 class ServedTessara final : private ModuleLocks::Hold, public CoTessara {
 public:
     using CoTessara::CoTessara;
+
+protected:
+    std::unique_ptr<ElevationPalette> NewPalette() const override { return std::make_unique<ServedPalette>(); }
 };
 
 HRESULT CreateTessara(IUnknown* outer, REFIID iid, void** out)

@@ -4,6 +4,7 @@
 #include "services/kvo_host.h"
 #include "services/texture_mgr.h"
 #include "terrain/terrain_lod.h"
+#include "textures/elevation_palette.h"
 
 #include <new>
 #include <utility>
@@ -85,6 +86,11 @@ HRESULT CoTessara::SetMatrix(IUnknown* ptr)
         m_pMatrix->AddRef();
     }
     return S_OK;
+}
+
+std::unique_ptr<ElevationPalette> CoTessara::NewPalette() const
+{
+    return std::make_unique<ElevationPalette>();
 }
 
 HRESULT CoTessara::GetMatrix(IUnknown** matrix)

@@ -88,16 +88,22 @@ protected:
     /// Frees the strings alone: what the other fields hold is StopServer's to release.
     ~CoTessara() override = default;
 
+    /// The palette that a loaded matrix takes over, and may keep for longer than this object lives. Who serves surfaces
+    /// from a module that can be unloaded gives one that keeps the module. \throws std::bad_alloc
+    virtual std::unique_ptr<ElevationPalette> NewPalette() const;
+
 private:
     enum Slot { Source, Detail, Canvas };
 
     /// The host's texture service with a reference of its own, or null.
     ComPtr<ITextureMgr> HostTextures() const;
     void ActivateOnUnit(ULONG id, UINT unit) const;
+    bool BindCanvas(ITextureMgr& textures) const;
     HRESULT ImportImage(ComPtr<IImageFile> image, const std::string& path);
     bool RunDetailDialog();
     HRESULT ReplaceSource(LONG width, LONG height, LONG bitsPerPixel, const void* pixels);
     HRESULT CreateSlotTexture(Slot slot, LONG width, LONG height, LONG bitsPerPixel, const void* pixels);
+    void RepaintCanvas(LONG width, LONG height, const BYTE* pixels) const;
     void PaintCanvasPixels(BYTE* pixels, LONG width, LONG height, const ElevationPalette& palette,
                            IProgressWindow* progress) const;
 

@@ -103,6 +103,9 @@ HRESULT CoTessara::InitMatrix()
 {
     if (!m_pMatrix || m_matrixWidth == 0 || m_matrixHeight == 0)
         return E_FAIL;
+    // The tree points at the cells that go now.
+    if (m_pTerrain)
+        m_pTerrain->ForgetSource();
     m_pMatrix->BeginUpdate(0);
     m_pMatrix->SetHeight(m_matrixHeight);
     m_pMatrix->SetWidth(m_matrixWidth);

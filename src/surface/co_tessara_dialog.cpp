@@ -55,8 +55,7 @@ HRESULT CoTessara::TextureDetailDlg()
             SetTextureDetailTiling(&before.tiling[0], &before.tiling[1]);
             SetTextureDetailRGBGamma(before.rgbScale);
             m_database = std::move(before.database);
-            VARIANT user;
-            VariantInit(&user);
+            VARIANT user{};
             SetTextureDetailFromDB(before.name.Get(), before.table.Get(), m_database == "USERDB" ? &user : nullptr);
             return S_FALSE;
         },

@@ -79,18 +79,26 @@ HRESULT CoTessara::CreateTextureSurface2D()
             {
                 const ProgressTask task(m_pKvo, "Creating terrain 2D preview ....", height);
                 PaintCanvasPixels(pixels.data(), width, height, *palette, task.Window());
-                if (m_textureId[Canvas] == 0) {
+                if (m_textureId[Canvas] == 0)
                     CreateSlotTexture(Canvas, width, height, kCanvasBits, pixels.data());
-                } else {
-                    ActivateCanvasTexture();
-                    const tessara::UnpaddedRows rows(GL_UNPACK_ALIGNMENT);
-                    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, width, height, GL_BGR_EXT, GL_UNSIGNED_BYTE, pixels.data());
-                }
+                else
+                    RepaintCanvas(width, height, pixels.data());
             }
             m_pTextureMgr->UnbindTexture();
             return S_OK;
         },
         E_FAIL);
+}
+
+/// Gives the canvas texture another picture. Where it can't be bound, it keeps the old one: what else is bound isn't
+/// the surface's to paint over.
+void CoTessara::RepaintCanvas(LONG width, LONG height, const BYTE* pixels) const
+{
+    const ComPtr<ITextureMgr> textures = HostTextures();
+    if (!textures || !BindCanvas(*textures))
+        return;
+    const tessara::UnpaddedRows rows(GL_UNPACK_ALIGNMENT);
+    gluBuild2DMipmaps(GL_TEXTURE_2D, 3, width, height, GL_BGR_EXT, GL_UNSIGNED_BYTE, pixels);
 }
 
 /// Paints each cell through the palette: blue, green, red, the last row of the matrix first.

@@ -149,7 +149,7 @@ HRESULT CoTessara::LoadSerializedMatrix(IUnknown* pIParser)
             const bool complete = saved.Read(*static_cast<IParser*>(pIParser));
             if (saved.width == 0)
                 return E_FAIL;
-            auto palette = std::make_unique<ElevationPalette>();
+            auto palette = NewPalette();
             // From here on nothing of this object fails for want of memory.
             m_matrixWidth = saved.width;
             m_matrixHeight = saved.height;

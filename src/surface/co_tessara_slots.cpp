@@ -68,9 +68,14 @@ HRESULT CoTessara::ActivateCanvasTexture()
     const ComPtr<ITextureMgr> textures = HostTextures();
     if (!textures)
         return E_FAIL;
-    textures->ResetTextureUnit();
-    textures->BindTexture(m_textureId[Canvas]);
+    BindCanvas(*textures);
     return S_OK;
+}
+
+bool CoTessara::BindCanvas(ITextureMgr& textures) const
+{
+    textures.ResetTextureUnit();
+    return SUCCEEDED(textures.BindTexture(m_textureId[Canvas]));
 }
 
 HRESULT CoTessara::Draw2D(int, int, int, int)

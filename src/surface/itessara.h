@@ -74,8 +74,8 @@ struct ITessara : IUnknown {
     /// \return S_OK; E_FAIL without host, texture service or matrix, or with an empty matrix
     virtual HRESULT STDMETHODCALLTYPE Draw2D(int minY, int minX, int maxY, int maxX) = 0;
 
-    /// Paints the elevations through the palette into the canvas texture.
-    /// \return S_OK; E_FAIL without matrix, cells or palette
+    /// Paints the elevations through the palette into the canvas texture. Needs the texture service of SetKVO.
+    /// \return S_OK, also when the texture couldn't be made; E_FAIL without matrix, cells or palette
     virtual HRESULT STDMETHODCALLTYPE CreateTextureSurface2D() = 0;
 
     /// Not offered. \return E_FAIL
@@ -90,14 +90,19 @@ struct ITessara : IUnknown {
     /// Cells wanted for the matrix; InitMatrix makes them.
     virtual HRESULT STDMETHODCALLTYPE SetSize(int Width, int Height) = 0;
 
-    /// Gives the matrix its cells, all at the elevation 0.05. \return S_OK; E_FAIL without matrix or with a size of 0
+    /// Gives the matrix its cells, all at the elevation 0.05. A tree that was built on the old ones goes: nothing is
+    /// drawn until InitQuadTree. \return S_OK; E_FAIL without matrix or with a size of 0
     virtual HRESULT STDMETHODCALLTYPE InitMatrix() = 0;
 
     /// Takes a detail texture from a database. \param v null for the system database, non-null for the user database
     /// \return the result of the host's load; a failure leaves the slot as it was
     virtual HRESULT STDMETHODCALLTYPE SetTextureDetailFromDB(BSTR name, BSTR table, VARIANT* v) = 0;
 
-    /// Lets the user pick an image file for the source slot. \param parent owner window, or null
+    /// Lets the user pick an image file for the source slot, and switches the source texture on. The picture's first
+    /// row lies along the north edge. \param parent owner window, or null \return the result of the texture service's
+    /// create; a success of the reader's Open where it delivers no pixels;
+    ///         E_FAIL when the user cancels, when there is no reader, when the file can't be read (said on the progress
+    ///         display), with the slot as it was. After a failed create the slot is empty
     virtual HRESULT STDMETHODCALLTYPE ImportTextureSource(IUnknown* parent) = 0;
 
     /// Not offered. \return E_FAIL
@@ -178,7 +183,10 @@ struct ITessara : IUnknown {
     /// and z in tree units with the normalised height in y. \return S_OK, also when the file can't be written
     virtual HRESULT STDMETHODCALLTYPE GetRenderedPolygons(BSTR strFileName, IUnknown* cameraobj) = 0;
 
-    /// Fills the source slot with a white image of resolution x resolution pixels.
+    /// Fills the source slot with a white image of resolution x resolution pixels, after giving the old one back.
+    /// \return S_OK; E_FAIL for a negative size and without memory, with the slot as it was, and when the texture
+    /// service
+    ///         doesn't make the texture, which leaves the slot empty
     virtual HRESULT STDMETHODCALLTYPE CreateTextureSurface3D(int resolution) = 0;
 
 protected:

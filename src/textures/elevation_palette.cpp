@@ -1,8 +1,13 @@
 #include "textures/elevation_palette.h"
 
+#include <algorithm>
+#include <numeric>
+
 namespace {
 
 using Table = std::vector<std::uint8_t>;
+
+constexpr std::size_t kEntries = 256;
 
 struct Anchor {
     std::uint8_t index;
@@ -57,13 +62,15 @@ void ElevationPalette::Clone(ElevationPalette** copy) const
 void ElevationPalette::SetNode(std::int16_t index, std::uint8_t flag)
 {
     if (index <= maxElevation)
-        nodeFlags[static_cast<std::size_t>(index)] = flag;
+        SetEntry(nodeFlags, index, flag);
 }
 
 void ElevationPalette::Rebuild()
 {
     nodes.clear();
-    for (std::int32_t i = minElevation; i <= maxElevation; ++i) {
+    const auto last =
+        static_cast<std::int32_t>(std::min({kEntries, red.size(), green.size(), blue.size(), nodeFlags.size()})) - 1;
+    for (std::int32_t i = std::max(minElevation, 0); i <= std::min(maxElevation, last); ++i) {
         if (nodeFlags[static_cast<std::size_t>(i)] == 1)
             nodes.push_back(static_cast<std::uint8_t>(i));
     }
@@ -85,19 +92,17 @@ void ElevationPalette::GetColor(float t, float* color) const
 
 void ElevationPalette::ResetRamp()
 {
-    for (Table* table : {&nodeFlags, &red, &blue, &green})
-        table->clear();
-    for (std::int32_t i = minElevation; i <= maxElevation; ++i) {
-        for (Table* table : {&red, &blue, &green})
-            table->push_back(static_cast<std::uint8_t>(i));
-        nodeFlags.push_back(0);
+    nodeFlags.assign(kEntries, 0);
+    for (Table* table : {&red, &blue, &green}) {
+        table->resize(kEntries);
+        std::iota(table->begin(), table->end(), std::uint8_t{0});
     }
-    const auto top = static_cast<std::int16_t>(maxElevation);
-    nodeFlags.front() = 1;
-    nodeFlags[static_cast<std::size_t>(top)] = 1;
+    const auto top = static_cast<std::size_t>(std::clamp(maxElevation, 0, static_cast<std::int32_t>(kEntries) - 1));
+    nodeFlags[0] = 1;
+    nodeFlags[top] = 1;
     for (Table* table : {&red, &green, &blue}) {
-        table->front() = 0;
-        (*table)[static_cast<std::size_t>(top)] = 255;
+        (*table)[0] = 0;
+        (*table)[top] = 255;
     }
 }
 

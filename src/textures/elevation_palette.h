@@ -6,7 +6,8 @@
 
 /// Colour ramp over normalised elevations: 256 table entries, drawn as straight lines between the entries that are
 /// marked as nodes. Colour getters answer for any index: one above the range reads the entry at `maxElevation`, and
-/// whatever a damaged range leads to reads the nearest entry of the table.
+/// whatever a damaged range leads to reads the nearest entry of the table. The range fields may hold any numbers, as a
+/// file may bring them: nothing here reads or writes past the tables.
 class ElevationPalette {
 public:
     /// Dark green, light green, brown, white, at the entries 0, 50, 200 and 255.
@@ -22,16 +23,19 @@ public:
     std::uint8_t GetGreen(std::int16_t index) const { return Entry(green, index); }
     std::uint8_t GetBlue(std::int16_t index) const { return Entry(blue, index); }
 
-    /// \param index 0 to 255, untested
-    void SetRed(std::int16_t index, std::uint8_t level) { red[static_cast<std::size_t>(index)] = level; }
-    void SetGreen(std::int16_t index, std::uint8_t level) { green[static_cast<std::size_t>(index)] = level; }
-    void SetBlue(std::int16_t index, std::uint8_t level) { blue[static_cast<std::size_t>(index)] = level; }
+    /// \param index an entry, whatever the range is; one that the table doesn't have is ignored
+    void SetRed(std::int16_t index, std::uint8_t level) { SetEntry(red, index, level); }
+    void SetGreen(std::int16_t index, std::uint8_t level) { SetEntry(green, index, level); }
+    void SetBlue(std::int16_t index, std::uint8_t level) { SetEntry(blue, index, level); }
 
     /// Marks (1) or unmarks (0) a node for the next Rebuild. An index above `maxElevation` is ignored.
     void SetNode(std::int16_t index, std::uint8_t flag);
 
-    /// \param index 0 to 255, untested
-    std::uint8_t GetNode(std::int32_t index) const { return nodeFlags[static_cast<std::size_t>(index)]; }
+    /// \param index an entry, whatever the range is \return 0 for one that the table doesn't have
+    std::uint8_t GetNode(std::int32_t index) const
+    {
+        return static_cast<std::uint32_t>(index) < nodeFlags.size() ? nodeFlags[static_cast<std::size_t>(index)] : 0;
+    }
 
     /// Refreshes `nodes` and redraws the lines between them. With fewer than two nodes the colours stay.
     void Rebuild();
@@ -50,7 +54,8 @@ public:
     /// Red, green and blue in 0.0 to 1.0 and an alpha of 1.0. \param color four floats
     void GetColor(float t, float* color) const;
 
-    /// A black-to-white ramp between two nodes. `nodes` stays as it was until the next Rebuild.
+    /// A black-to-white ramp between two nodes, 0 and `maxElevation`: entry i of all 256 is i, but for white at
+    /// `maxElevation`. `nodes` stays as it was until the next Rebuild. \throws std::bad_alloc
     void ResetRamp();
 
     std::vector<std::uint8_t> red;
@@ -62,6 +67,12 @@ public:
     std::int32_t maxElevation = 255;      ///< highest table index
 
 private:
+    static void SetEntry(std::vector<std::uint8_t>& table, std::int32_t index, std::uint8_t value)
+    {
+        if (static_cast<std::uint32_t>(index) < table.size())
+            table[static_cast<std::size_t>(index)] = value;
+    }
+
     std::uint8_t Entry(const std::vector<std::uint8_t>& table, std::int32_t index) const
     {
         std::int32_t at = index > maxElevation ? maxElevation : index;

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <utility>
 
 namespace tessara {
 namespace {
@@ -42,144 +42,82 @@ public:
 
 TEST(ElevationMatrix, TakesItsSizeWhenCellsAreAllocated)
 {
-    const auto matrix = MakeObject<ElevationMatrix>();
-    matrix->SetWidth(3);
-    matrix->SetHeight(2);
-    EXPECT_EQ(WidthOf(*matrix), 0);
-    ASSERT_EQ(matrix->AllocateCells(), S_OK);
-    EXPECT_EQ(WidthOf(*matrix), 3);
-    matrix->SetWidth(50);
-    EXPECT_EQ(WidthOf(*matrix), 3);
-    ComPtr<IElevationCell> cell;
-    EXPECT_EQ(matrix->GetCell(3, 0, cell.Out()), E_INVALIDARG);
-    EXPECT_EQ(matrix->GetCell(2, 1, cell.Out()), S_OK);
-}
-
-TEST(ElevationMatrix, CellsAreTheGridsElements)
-{
     const auto matrix = MatrixOf(3, 2);
-    for (LONG y = 0; y < 2; ++y) {
-        for (LONG x = 0; x < 3; ++x) {
-            ComPtr<IElevationCell> cell;
-            ASSERT_EQ(matrix->GetCell(x, y, cell.Out()), S_OK);
-            EXPECT_EQ(cell->SetElevation(static_cast<float>(10 * y + x)), S_OK);
-        }
-    }
-    ElevationElement* grid = nullptr;
-    ASSERT_EQ(matrix->GetGrid(&grid), S_OK);
-    const std::vector<float> expected = {0, 1, 2, 10, 11, 12};
-    for (std::size_t i = 0; i < expected.size(); ++i)
-        EXPECT_EQ(grid[i].value, expected[i]);
-    grid[4].value = 0.5f;
-    ComPtr<IElevationCell> cell;
-    float elevation = 0.0f;
-    ASSERT_EQ(matrix->GetCell(1, 1, cell.Out()), S_OK);
-    EXPECT_EQ(cell->GetElevation(&elevation), S_OK);
-    EXPECT_EQ(elevation, 0.5f);
-}
-
-TEST(ElevationMatrix, SeveralCellsAreOutAtOnce)
-{
-    const auto matrix = MatrixOf(4, 1);
-    ComPtr<IElevationCell> cells[4];
-    for (LONG x = 0; x < 4; ++x) {
-        matrix->GetCell(x, 0, cells[x].Out());
-        cells[x]->SetElevation(static_cast<float>(x));
-    }
-    for (LONG x = 3; x >= 0; --x) {
-        EXPECT_EQ(matrix->ElementAt(x, 0)->value, static_cast<float>(x));
-        cells[x] = nullptr;
-    }
-}
-
-TEST(ElevationMatrix, ACellOutlivesEveryOtherReferenceToItsMatrix)
-{
-    auto matrix = MatrixOf(2, 2);
-    ComPtr<IElevationCell> first;
-    ComPtr<IElevationCell> second;
-    matrix->GetCell(1, 1, first.Out());
-    matrix->GetCell(0, 1, second.Out());
-    matrix = nullptr;
-    float elevation = 0.0f;
-    EXPECT_EQ(first->SetElevation(0.25f), S_OK);
-    EXPECT_EQ(first->GetElevation(&elevation), S_OK);
-    EXPECT_EQ(elevation, 0.25f);
-    first = nullptr;
-    EXPECT_EQ(second->SetElevation(0.5f), S_OK);
-}
-
-TEST(ElevationMatrix, ACellOfALargerPastIsRefusedAndOneInsideStillWorks)
-{
-    const auto matrix = MatrixOf(4, 4);
-    ComPtr<IElevationCell> inside;
-    ComPtr<IElevationCell> outside;
-    matrix->GetCell(1, 1, inside.Out());
-    matrix->GetCell(3, 3, outside.Out());
-    matrix->SetWidth(2);
-    matrix->SetHeight(2);
-    ASSERT_EQ(matrix->AllocateCells(), S_OK);
-    EXPECT_EQ(inside->SetElevation(1.0f), S_OK);
-    EXPECT_EQ(outside->SetElevation(1.0f), E_UNEXPECTED);
-    EXPECT_EQ(matrix->ElementAt(1, 1)->value, 1.0f);
-    matrix->ResetMatrix();
-    float elevation = 9.0f;
-    EXPECT_EQ(inside->GetElevation(&elevation), E_UNEXPECTED);
-    EXPECT_EQ(elevation, 0.0f);
-}
-
-TEST(ElevationMatrix, NewCellsStandAtZero)
-{
-    const auto matrix = MatrixOf(2, 1);
-    matrix->ElementAt(1, 0)->value = 1.0f;
-    ASSERT_EQ(matrix->AllocateCells(), S_OK);
-    EXPECT_EQ(matrix->ElementAt(1, 0)->value, 0.0f);
-}
-
-TEST(ElevationMatrix, ASizeThatIsNotPositiveKeepsTheCells)
-{
-    const auto matrix = MatrixOf(2, 1);
-    for (const auto& [width, height] : {std::pair<LONG, LONG>{0, 4}, {4, 0}, {-1, 4}, {4, -2147483647 - 1}}) {
+    const auto allocate = [&matrix](LONG width, LONG height) {
         matrix->SetWidth(width);
         matrix->SetHeight(height);
-        EXPECT_EQ(matrix->AllocateCells(), E_INVALIDARG);
-        EXPECT_EQ(WidthOf(*matrix), 2);
+        return matrix->AllocateCells();
+    };
+    matrix->ElementAt(2, 1)->value = 1.0f;
+    matrix->SetWidth(50);
+    EXPECT_EQ(WidthOf(*matrix), 3);
+    for (const auto& [width, height] : {std::pair<LONG, LONG>{0, 4}, {4, 0}, {-1, 4}, {4, -2147483647 - 1}}) {
+        EXPECT_EQ(allocate(width, height), E_INVALIDARG);
+        EXPECT_EQ(WidthOf(*matrix), 3);
     }
-}
-
-TEST(ElevationMatrix, ASizeBeyondMemoryLeavesAnEmptyMatrix)
-{
-    const auto matrix = MatrixOf(2, 1);
-    matrix->SetWidth(1 << 30);
-    matrix->SetHeight(1 << 30);
-    EXPECT_EQ(matrix->AllocateCells(), E_OUTOFMEMORY);
+    EXPECT_EQ(matrix->ElementAt(2, 1)->value, 1.0f);
+    ASSERT_EQ(allocate(3, 2), S_OK);
+    EXPECT_EQ(matrix->ElementAt(2, 1)->value, 0.0f);
+    EXPECT_EQ(allocate(1 << 30, 1 << 30), E_OUTOFMEMORY);
     EXPECT_EQ(WidthOf(*matrix), 0);
     ElevationElement* grid = matrix->ElementAt(0, 0);
     EXPECT_EQ(matrix->GetGrid(&grid), E_FAIL);
     EXPECT_EQ(grid, nullptr);
-    matrix->SetWidth(1);
-    matrix->SetHeight(1);
-    EXPECT_EQ(matrix->AllocateCells(), S_OK);
+    EXPECT_EQ(allocate(1, 1), S_OK);
 }
 
-TEST(ElevationMatrix, OwnsItsPalette)
+TEST(ElevationMatrix, CellsAreTheGridsElementsAndKeepTheirMatrix)
+{
+    auto matrix = MatrixOf(3, 2);
+    ComPtr<IElevationCell> cells[6];
+    for (LONG i = 0; i < 6; ++i) {
+        ASSERT_EQ(matrix->GetCell(i % 3, i / 3, cells[i].Out()), S_OK);
+        EXPECT_EQ(cells[i]->SetElevation(static_cast<float>(i)), S_OK);
+    }
+    ElevationElement* grid = nullptr;
+    ASSERT_EQ(matrix->GetGrid(&grid), S_OK);
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(grid[i].value, static_cast<float>(i));
+    grid[0].value = 0.5f;
+    float elevation = 0.0f;
+    EXPECT_EQ(cells[0]->GetElevation(&elevation), S_OK);
+    EXPECT_EQ(elevation, 0.5f);
+
+    matrix->SetWidth(2);
+    ASSERT_EQ(matrix->AllocateCells(), S_OK);
+    EXPECT_EQ(cells[2]->SetElevation(1.0f), E_UNEXPECTED);  // a place of a larger past
+    matrix = nullptr;
+    EXPECT_EQ(cells[4]->SetElevation(0.25f), S_OK);
+    EXPECT_EQ(cells[4]->GetElevation(&elevation), S_OK);
+    EXPECT_EQ(elevation, 0.25f);
+}
+
+TEST(ElevationMatrix, KeepsThePalettesThatSomebodyMayDrawWith)
 {
     int destroyed = 0;
     auto matrix = MakeObject<ElevationMatrix>();
-    ElevationPalette* palette = nullptr;
-    ASSERT_EQ(matrix->GetPalette(&palette), S_OK);
-    ASSERT_NE(palette, nullptr);
+    ElevationPalette* given = nullptr;
+    ASSERT_EQ(matrix->GetPalette(&given), S_OK);
+    ASSERT_NE(given, nullptr);
     EXPECT_EQ(matrix->SetPalette(nullptr), E_POINTER);
 
-    auto* first = new WatchedPalette(destroyed);
-    matrix->SetPalette(first);
-    matrix->SetPalette(first);
+    auto* unseen = new WatchedPalette(destroyed);
+    matrix->SetPalette(unseen);
+    matrix->SetPalette(unseen);
     EXPECT_EQ(destroyed, 0);
-    matrix->SetPalette(new WatchedPalette(destroyed));
+    auto* seen = new WatchedPalette(destroyed);
+    matrix->SetPalette(seen);
     EXPECT_EQ(destroyed, 1);
+    matrix->GetPalette(&given);
+    EXPECT_EQ(given, seen);
+    for (ElevationPalette* next : {static_cast<ElevationPalette*>(new WatchedPalette(destroyed)), given}) {
+        matrix->SetPalette(next);
+        EXPECT_EQ(seen->GetRed(255), 255);
+    }
+    EXPECT_EQ(destroyed, 2);  // the one that nobody asked for
     matrix->ResetMatrix();
-    EXPECT_EQ(destroyed, 1);
     matrix = nullptr;
-    EXPECT_EQ(destroyed, 2);
+    EXPECT_EQ(destroyed, 3);
 }
 
 TEST(ElevationMatrix, RefusesNullPointersAndPlacesWithoutCell)

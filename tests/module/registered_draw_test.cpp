@@ -2,10 +2,12 @@
 
 #include "host/camera.h"
 #include "host/elevation_matrix.h"
+#include "host/host_classes.h"
 #include "host/kvo_host.h"
 #include "platform/com/module_server.h"
 #include "platform/gl/offscreen_context.h"
 #include "platform/gl/render_target.h"
+#include "support/fake_parser.h"
 #include "support/registry_sandbox.h"
 #include "surface/itessara.h"
 
@@ -85,6 +87,40 @@ TEST(RegisteredComponent, DrawsForAHostThatKnowsItsClassIdAlone)
     EXPECT_EQ(tessara::UnregisterServer(kModule), S_OK);
     ComPtr<ITessara> none;
     EXPECT_EQ(Create(none), REGDB_E_CLASSNOTREG);
+}
+
+TEST(RegisteredComponent, StaysLoadedWhileAMatrixHoldsThePaletteThatItMade)
+{
+    const tessara::test::RegistrySandbox sandbox;
+    ASSERT_EQ(tessara::RegisterServer(kModule), S_OK);
+    const tessara::HostClasses classes = tessara::RegisterHostClasses();
+    tessara::test::CallLog log;
+    const auto parser = MakeObject<tessara::test::FakeParser>(log);
+    for (const char* side : {"MATRIX_WIDTH", "MATRIX_HEIGHT"})
+        parser->Put<LONG>(side, 2, {2});
+    parser->Put<float>("MATRIX_DATA", 0x10, {0.0f, 0.25f, 0.5f, 1.0f});
+    ComPtr<IElevationMatrix> matrix;
+    {
+        ComPtr<ITessara> terrain;
+        ASSERT_EQ(Create(terrain), S_OK);
+        terrain->InitServer();
+        ASSERT_EQ(terrain->LoadSerializedMatrix(parser.Get()), S_OK);
+        IUnknown* loaded = nullptr;
+        terrain->GetMatrix(&loaded);
+        matrix = ComPtr<IElevationMatrix>(static_cast<IElevationMatrix*>(loaded));
+        terrain->StopServer();
+    }
+    const auto isLoaded = [] {
+        CoFreeUnusedLibraries();
+        void* const module = dlopen(kModule, RTLD_NOW | RTLD_NOLOAD);
+        return module && dlclose(module) == 0;
+    };
+    EXPECT_TRUE(isLoaded());
+    ElevationPalette* palette = nullptr;
+    matrix->GetPalette(&palette);
+    EXPECT_EQ(palette->GetGreen(0), 136);
+    matrix = nullptr;  // the palette's end is the module's code
+    EXPECT_FALSE(isLoaded());
 }
 
 }  // namespace

@@ -190,7 +190,11 @@ public:
     }
     HRESULT STDMETHODCALLTYPE UnbindTexture() override { return Log("UnbindTexture"); }
     HRESULT STDMETHODCALLTYPE ReleaseTexture(ULONG id) override { return Log("ReleaseTexture", id); }
-    HRESULT STDMETHODCALLTYPE BindTexture(ULONG id) override { return Log("BindTexture", id); }
+    HRESULT STDMETHODCALLTYPE BindTexture(ULONG id) override
+    {
+        Log("BindTexture", id);
+        return bindResult;
+    }
     HRESULT STDMETHODCALLTYPE GetTextureData(ULONG id, LONG* width, LONG* height, LONG* bits, LONG reserved,
                                              void** pixels) override
     {
@@ -227,6 +231,7 @@ public:
 
     CTextureMgrImp* implementation = nullptr;
     HRESULT createResult = S_OK;
+    HRESULT bindResult = S_OK;
     ULONG nextId = 100;
     LONG multitexture = 1;
     std::vector<BYTE> lastPixels;

@@ -233,6 +233,22 @@ TEST_F(SurfaceTest, RealTimeModeFollowsTheMatrixWithoutARebuild)
     surface->StopServer();
 }
 
+TEST_F(SurfaceTest, NewCellsUnderALiveTreeAreNotReadThroughIt)
+{
+    Wire();
+    surface->InitQuadTree();
+    surface->SetRenderMode(TESSARA_RENDER_MODE_REALTIME);
+    surface->SetSize(200, 200);
+    EXPECT_EQ(surface->InitMatrix(), S_OK);
+    EXPECT_EQ(surface->Build3D(), S_OK);
+    EXPECT_EQ(surface->Draw3D(camera.Get()), S_OK);
+    EXPECT_TRUE(RecordingGl::Get().drawn.empty());
+    EXPECT_EQ(surface->InitQuadTree(), S_OK);
+    surface->Draw3D(camera.Get());
+    EXPECT_FALSE(RecordingGl::Get().drawn.empty());
+    surface->StopServer();
+}
+
 TEST_F(SurfaceTest, RenderedPolygonsGoToAFileWithAnyName)
 {
     Wire();

@@ -144,6 +144,12 @@ TEST_F(SlotsTest, ThePreviewPaintsThePaletteUpsideDownAndReusesItsTexture)
     EXPECT_EQ(RecordingGl::Get().uploads[0].format, static_cast<GLenum>(GL_BGR_EXT));
     EXPECT_EQ(RecordingGl::Get().uploads[0].unpackAlignment, 1);
     EXPECT_EQ(RecordingGl::Get().unpackAlignment, 4);
+
+    textures->bindResult = E_FAIL;  // something else is bound
+    EXPECT_EQ(surface->CreateTextureSurface2D(), S_OK);
+    host->textures = nullptr;
+    EXPECT_EQ(surface->CreateTextureSurface2D(), S_OK);
+    EXPECT_EQ(RecordingGl::Get().uploads.size(), 1u);
 }
 
 TEST_F(SlotsTest, ThePreviewFailsBeforeItShowsProgress)

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <climits>
 #include <memory>
 
 namespace {
@@ -60,15 +62,40 @@ TEST(ElevationPalette, ARangeOfAFileMovesTheIndexAndCapsTheGetters)
     EXPECT_EQ(ColorAt(palette, 101), ColorAt(palette, 100));
 }
 
-TEST(ElevationPalette, AnAbsurdRangeReadsWithinTheTable)
+TEST(ElevationPalette, NoRangeAndNoIndexLeadsPastTheTables)
 {
-    ElevationPalette palette;
-    palette.minElevation = -300;
-    palette.maxElevation = 30000;
-    for (const float t : {-5.0f, 0.0f, 0.5f, 1.0f})
-        ColorAt(palette, palette.IndexOf(t));
-    EXPECT_EQ(ColorAt(palette, 20000), ColorAt(palette, 255));
-    EXPECT_EQ(ColorAt(palette, -20), ColorAt(palette, 0));
+    const std::pair<int, int> ranges[] = {{10, 100},          {-300, 30000}, {100, 10},
+                                          {INT_MIN, INT_MAX}, {300, 400},    {-9, -5}};
+    for (const auto& [low, high] : ranges) {
+        SCOPED_TRACE(low);
+        ElevationPalette palette;
+        palette.minElevation = low;
+        palette.maxElevation = high;
+        for (const int index : {-32768, -20, 256, 20000, 32767}) {
+            const auto i = static_cast<std::int16_t>(index);
+            palette.SetRed(i, 1);
+            palette.SetGreen(i, 1);
+            palette.SetBlue(i, 1);
+            palette.SetNode(i, 1);
+            EXPECT_EQ(palette.GetNode(index), 0);
+            ColorAt(palette, index);
+        }
+        palette.Rebuild();
+        EXPECT_EQ(ColorAt(palette, 0), (Rgb{0, 136, 0}));
+        palette.ResetRamp();
+        EXPECT_EQ(palette.red.size() + palette.green.size() + palette.blue.size() + palette.nodeFlags.size(), 4u * 256);
+        EXPECT_EQ(palette.red[9], 9);
+        EXPECT_EQ(palette.red[static_cast<std::size_t>(std::clamp(high, 0, 255))], 255);
+        palette.Rebuild();
+        float color[4];
+        for (const float t : {-5.0f, 0.0f, 0.5f, 1.0f, 1e30f})
+            palette.GetColor(t, color);
+    }
+    ElevationPalette cut;
+    cut.blue.resize(7);
+    cut.Rebuild();
+    EXPECT_EQ(cut.nodes, std::vector<std::uint8_t>{0});
+    EXPECT_EQ(ColorAt(cut, 200)[2], cut.blue[6]);
 }
 
 TEST(ElevationPalette, IndexAboveTheRangeReadsTheTopAndMarksNothing)

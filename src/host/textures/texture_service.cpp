@@ -2,6 +2,7 @@
 
 #include "platform/com/bstr.h"
 #include "platform/com/guard.h"
+#include "platform/system/debug_output.h"
 
 namespace tessara {
 
@@ -35,8 +36,15 @@ HRESULT TextureService::CreateTexture(LONG width, LONG height, LONG bitsPerPixel
         return E_POINTER;
     *id = 0;
     return Run([&] {
-        return textures_.CreateTexture(elementName_.c_str(), textureName_.c_str(), width, height, bitsPerPixel, pixels,
-                                       id);
+        if (!textures_.CreateTexture(elementName_.c_str(), textureName_.c_str(), width, height, bitsPerPixel, pixels,
+                                     id))
+            return false;
+        if (*id != 0)
+            return true;
+        // Registered without a texture, its names would stand for nothing from now on.
+        textures_.ReleaseTexture(0);
+        OutputDebugStringA(("The texture \"" + textureName_ + "\" has no pixels and isn't made.\n").c_str());
+        return false;
     });
 }
 

@@ -13,7 +13,7 @@ namespace tessara {
 /// anisotropic filtering on where the driver has it.
 ///
 /// Results are E_FAIL where the texture object gives false: for an id that nobody holds, for a texture that couldn't be
-/// made, without multitexturing. All methods run on the thread of the context.
+/// made or has no pixels, without multitexturing. All methods run on the thread of the context.
 class TextureService final : public ComObject<ITextureMgr> {
 public:
     HRESULT STDMETHODCALLTYPE CreateTexture(LONG width, LONG height, LONG bitsPerPixel, const void* pixels,

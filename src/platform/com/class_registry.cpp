@@ -96,10 +96,10 @@ HRESULT RegisterModule(const ModuleRegistration& registration) noexcept
         const std::string path(registration.modulePath);
         if (path.empty())
             throw RegistryError(E_FAIL, "A module that doesn't know its own file can't be registered.");
-        if (!ReadModuleResource(path, "TYPELIB", 1))
-            throw RegistryError(TYPE_E_CANTLOADLIBRARY, "The module " + path + " has no type description.");
         return Update(WritableRegistryStore(g_scope), [&](RegistryData& data) {
             RunRegistryScript(registration.script, ScriptAction::Register, path, data);
+            if (!ReadModuleResource(path, "TYPELIB", 1))
+                throw RegistryError(TYPE_E_CANTLOADLIBRARY, "The module " + path + " has no type description.");
             AddTypeLibrary(registration.typeLibrary, path, data);
         });
     });

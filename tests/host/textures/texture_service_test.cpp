@@ -91,6 +91,18 @@ TEST_F(TextureServiceTest, ATextureThatCannotBeMadeIsAFailureWithTheIdZero)
     EXPECT_EQ(id, 0u);
     EXPECT_EQ(Create(std::string(50, 'e').c_str(), "n", &id), E_FAIL);
     EXPECT_EQ(service_->CreateTexture(2, 1, 24, pixels_, nullptr), E_POINTER);
+
+    // Without pixels there is no texture, and its names stay free.
+    Create("e", "blank", &id);
+    service_->ReleaseTexture(id);
+    messages_.lines.clear();
+    const std::pair<LONG, const void*> empty[] = {{0, pixels_}, {-2147483647 - 1, pixels_}, {2, nullptr}};
+    for (const auto& [side, pixels] : empty)
+        EXPECT_EQ(service_->CreateTexture(side, 1, 24, pixels, &id), E_FAIL);
+    EXPECT_EQ(messages_.lines.size(), 3u);
+    EXPECT_THAT(Textures().records, IsEmpty());
+    EXPECT_EQ(Create("e", "blank", &id), S_OK);
+    EXPECT_NE(id, 0u);
     EXPECT_EQ(service_->GetImplementation(nullptr), E_POINTER);
 }
 
