@@ -77,9 +77,7 @@ struct Scene {
         }
         if ((node.ActiveMask & 0xF0) == 0xF0)
             return;
-        patch.WriteVertices(corner, node.Samples);
-        const std::uint32_t count = patch.WriteIndices(node.ActiveMask);
-        patch.WriteNormals(count);
+        const std::uint32_t count = patch.WriteShaded(corner, node.Samples, node.ActiveMask);
         const auto base = static_cast<std::uint32_t>(vertices.size() / 3);
         vertices.insert(vertices.end(), terrain.VertexArray[0], terrain.VertexArray[0] + 27);
         normals.insert(normals.end(), terrain.NormalArray[0], terrain.NormalArray[0] + 27);

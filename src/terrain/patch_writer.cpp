@@ -13,15 +13,43 @@
 
 namespace {
 
+/// The triangles that a mask allows, and which of their normals are seen: a vertex keeps that of the last triangle that
+/// uses it.
 struct TriangleList {
-    std::uint8_t count = 0;
+    std::uint8_t count = 0;  // of indices
     std::array<std::uint8_t, 24> indices{};
+    std::uint8_t seenCount = 0;
+    std::array<std::uint8_t, 8> seenFirst{};   // second and third vertex of each triangle whose normal is seen;
+    std::array<std::uint8_t, 8> seenSecond{};  // the first is the centre
+    std::array<std::int8_t, 9> seenAt{};       // for each vertex the number of that triangle, below 0 where unused
 
     constexpr void Add(std::uint32_t first, std::uint32_t second)
     {
         indices[count++] = 0;
         indices[count++] = static_cast<std::uint8_t>(first);
         indices[count++] = static_cast<std::uint8_t>(second);
+    }
+
+    constexpr void FindSeen()
+    {
+        std::array<std::int8_t, 9> last{};
+        last.fill(-1);
+        for (std::uint8_t i = 0; i < count; ++i)
+            last[indices[i]] = static_cast<std::int8_t>(i / 3);
+        seenAt.fill(-1);
+        for (std::uint8_t triangle = 0; triangle < count / 3; ++triangle) {
+            bool seen = false;
+            for (std::size_t vertex = 0; vertex < 9; ++vertex) {
+                if (last[vertex] == triangle) {
+                    seenAt[vertex] = static_cast<std::int8_t>(seenCount);
+                    seen = true;
+                }
+            }
+            if (!seen)
+                continue;
+            seenFirst[seenCount] = indices[3 * triangle + 1];
+            seenSecond[seenCount++] = indices[3 * triangle + 2];
+        }
     }
 };
 
@@ -43,6 +71,7 @@ constexpr TriangleList MakeTriangles(std::uint8_t mask)
         if (!(mask & ChildBit(edge)))
             list.Add(vertex, after);
     }
+    list.FindSeen();
     return list;
 }
 
@@ -57,8 +86,10 @@ constexpr std::array<TriangleList, 256> kTriangles = [] {
 constexpr std::uint8_t kColumn[9] = {1, 2, 2, 1, 0, 0, 0, 1, 2};
 constexpr std::uint8_t kRow[9] = {1, 1, 0, 0, 0, 1, 2, 2, 2};
 
+}  // namespace
+
 /// The three places of a patch along one axis, clamped into the grid.
-struct PatchAxis {
+struct PatchWriter::PatchAxis {
     PatchAxis(std::int32_t origin, std::int32_t half, std::int32_t cells)
     {
         const float size = static_cast<float>(cells);
@@ -71,35 +102,13 @@ struct PatchAxis {
             place[i] = at;
             texture[i] = at / size;
             // A float can't hold every place of a very wide grid: the last one may have been rounded up.
-            cell[i] = std::min(static_cast<std::ptrdiff_t>(at), std::ptrdiff_t{cells} - 1);
+            cell[i] = std::min(static_cast<std::int32_t>(at), cells - 1);
         }
     }
     float place[3];
     float texture[3];  // place in the source texture
-    std::ptrdiff_t cell[3];
+    std::int32_t cell[3];
 };
-
-}  // namespace
-
-void Normalize(float* vector)
-{
-    float length = std::sqrt(vector[0] * vector[0] + vector[1] * vector[1] + vector[2] * vector[2]);
-    if (length == 0.0f)
-        length = 1.0f;
-    vector[0] /= length;
-    vector[1] /= length;
-    vector[2] /= length;
-}
-
-void FaceNormal(const float* p0, const float* p1, const float* p2, float* normal)
-{
-    const float a[3] = {p0[0] - p1[0], p0[1] - p1[1], p0[2] - p1[2]};
-    const float b[3] = {p1[0] - p2[0], p1[1] - p2[1], p1[2] - p2[2]};
-    normal[0] = a[1] * b[2] - a[2] * b[1];
-    normal[1] = a[2] * b[0] - a[0] * b[2];
-    normal[2] = a[0] * b[1] - a[1] * b[0];
-    Normalize(normal);
-}
 
 PatchWriter::PatchWriter(TerrainLod& terrain) : terrain_(terrain), useColor_(terrain.UseVertexColor)
 {
@@ -112,10 +121,69 @@ PatchWriter::PatchWriter(TerrainLod& terrain) : terrain_(terrain), useColor_(ter
     }
 }
 
-void PatchWriter::WriteVertices(const QuadCorner& corner, const QuadSample* samples)
+void TriangleSides::Set(std::uint32_t i, const float* p0, const float* p1, const float* p2)
+{
+    for (std::uint32_t axis = 0; axis < 3; ++axis) {
+        first[axis][i] = p0[axis] - p1[axis];
+        second[axis][i] = p1[axis] - p2[axis];
+    }
+}
+
+void TriangleSides::MakeNormals()
+{
+    for (std::uint32_t i = 0; i < 8; ++i) {
+        const float x = first[1][i] * second[2][i] - first[2][i] * second[1][i];
+        const float y = first[2][i] * second[0][i] - first[0][i] * second[2][i];
+        const float z = first[0][i] * second[1][i] - first[1][i] * second[0][i];
+        const float length = std::sqrt(x * x + y * y + z * z);
+        const float divisor = length + static_cast<float>(length == 0.0f);
+        normal[0][i] = x / divisor;
+        normal[1][i] = y / divisor;
+        normal[2][i] = z / divisor;
+    }
+}
+
+std::uint32_t PatchWriter::Write(const QuadCorner& corner, const QuadSample* samples, std::uint8_t activeMask)
 {
     const PatchAxis across(corner.OriginX, corner.HalfSide(), terrain_.Source.Width);
     const PatchAxis down(corner.OriginZ, corner.HalfSide(), terrain_.Source.Height);
+    WritePlaces(across, down, corner, samples);
+    if (useColor_) {
+        ReadElevations(across, down);
+        WriteColors();
+    }
+    return WriteIndices(activeMask);
+}
+
+std::uint32_t PatchWriter::WriteShaded(const QuadCorner& corner, const QuadSample* samples, std::uint8_t activeMask)
+{
+    const PatchAxis across(corner.OriginX, corner.HalfSide(), terrain_.Source.Width);
+    const PatchAxis down(corner.OriginZ, corner.HalfSide(), terrain_.Source.Height);
+    if (useColor_)
+        ReadElevations(across, down);  // from far away: the places and the sides are written meanwhile
+    WritePlaces(across, down, corner, samples);
+    // What the normals are made of is written well before it is read: a wide read that follows narrow writes at once
+    // waits for them.
+    const TriangleList& list = kTriangles[activeMask];
+    for (std::uint32_t i = 0; i < list.seenCount; ++i)
+        sides_.Set(i, terrain_.VertexArray[0], terrain_.VertexArray[list.seenFirst[i]],
+                   terrain_.VertexArray[list.seenSecond[i]]);
+    if (useColor_)
+        WriteColors();
+    const std::uint32_t count = WriteIndices(activeMask);
+    sides_.MakeNormals();
+    for (std::uint32_t vertex = 0; vertex < 9; ++vertex) {
+        if (list.seenAt[vertex] < 0)
+            continue;
+        for (std::uint32_t axis = 0; axis < 3; ++axis)
+            terrain_.NormalArray[vertex][axis] = sides_.normal[axis][list.seenAt[vertex]];
+    }
+    return count;
+}
+
+void PatchWriter::WritePlaces(const PatchAxis& across, const PatchAxis& down, const QuadCorner& corner,
+                              const QuadSample* samples)
+{
     const float heights[9] = {samples[0].Height,        samples[1].Height,        corner.Corners[0].Height,
                               samples[2].Height,        corner.Corners[1].Height, samples[3].Height,
                               corner.Corners[2].Height, samples[4].Height,        corner.Corners[3].Height};
@@ -128,19 +196,26 @@ void PatchWriter::WriteVertices(const QuadCorner& corner, const QuadSample* samp
         terrain_.TexCoordArray[i][0] = across.texture[x];
         terrain_.TexCoordArray[i][1] = down.texture[z];
     }
-    if (useColor_)
-        WriteColors(across.cell, down.cell);
 }
 
 /// The colour follows the grid at the clamped position, not the vertex's height.
-void PatchWriter::WriteColors(const std::ptrdiff_t* columns, const std::ptrdiff_t* rows)
+void PatchWriter::ReadElevations(const PatchAxis& across, const PatchAxis& down)
 {
     const HeightSource& source = terrain_.Source;
     for (std::uint32_t i = 0; i < 9; ++i) {
-        const float elevation = source.Grid[columns[kColumn[i]] + rows[kRow[i]] * source.Stride].value;
-        const std::int32_t entry = source.Palette ? source.Palette->IndexOf(elevation) : 0;
-        std::memcpy(terrain_.ColorArray[i], colors_[std::clamp(entry, 0, 255)], 4);
+        const ElevationElement* row = source.Grid + static_cast<std::ptrdiff_t>(down.cell[kRow[i]]) * source.Stride;
+        elevations_[i] = row[across.cell[kColumn[i]]].value;
     }
+}
+
+void PatchWriter::WriteColors()
+{
+    const ElevationPalette* palette = terrain_.Source.Palette;
+    std::int32_t entries[9] = {};
+    for (std::uint32_t i = 0; palette && i < 9; ++i)
+        entries[i] = palette->IndexOf(elevations_[i]);
+    for (std::uint32_t i = 0; i < 9; ++i)
+        std::memcpy(terrain_.ColorArray[i], colors_[std::clamp(entries[i], 0, 255)], 4);
 }
 
 std::uint32_t PatchWriter::WriteIndices(std::uint8_t activeMask)
@@ -148,17 +223,6 @@ std::uint32_t PatchWriter::WriteIndices(std::uint8_t activeMask)
     const TriangleList& list = kTriangles[activeMask];
     std::memcpy(terrain_.IndexArray, list.indices.data(), list.indices.size());
     return list.count;
-}
-
-void PatchWriter::WriteNormals(std::uint32_t indexCount)
-{
-    for (std::uint32_t i = 0; i < indexCount; i += 3) {
-        const std::uint8_t* at = terrain_.IndexArray + i;
-        float normal[3];
-        FaceNormal(terrain_.VertexArray[at[0]], terrain_.VertexArray[at[1]], terrain_.VertexArray[at[2]], normal);
-        for (std::uint32_t corner = 0; corner < 3; ++corner)
-            std::memcpy(terrain_.NormalArray[at[corner]], normal, sizeof(normal));
-    }
 }
 
 void PatchWriter::Draw(std::uint32_t indexCount) const

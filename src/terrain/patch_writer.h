@@ -3,17 +3,21 @@
 #include "platform/gl/gl.h"
 #include "terrain/quad_corner.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 
 class TerrainLod;
 
-/// Unit normal of the triangle p0, p1, p2: (p0 - p1) x (p1 - p2), normalised. A triangle without area gives zero.
-void FaceNormal(const float* p0, const float* p1, const float* p2, float* normal);
+/// Up to eight triangles p0, p1, p2 by two of their sides, and their unit normals (p0 - p1) x (p1 - p2), zero for one
+/// without area. Each operation runs over all of them, so that a compiler can give them to the lanes of a register.
+struct TriangleSides {
+    void Set(std::uint32_t i, const float* p0, const float* p1, const float* p2);
+    void MakeNormals();
 
-/// Scales a vector to length 1.0 in place; a zero vector stays.
-void Normalize(float* vector);
+    float first[3][8] = {};
+    float second[3][8] = {};
+    float normal[3][8] = {};
+};
 
 /// Writes patches, the nine vertices and up to eight triangles of one node, into the fixed arrays of a TerrainLod. One
 /// object serves one walk: it holds what stays the same from node to node.
@@ -27,14 +31,12 @@ public:
     PatchWriter& operator=(const PatchWriter&) = delete;
 
     /// Writes the vertices of a node: positions clamped into the grid, y unscaled, the palette's colours of the grid at
-    /// these positions, and their places in the source texture. \param samples the node's five own heights
-    void WriteVertices(const QuadCorner& corner, const QuadSample* samples);
+    /// these positions, and their places in the source texture; and the indices of the triangles that its active mask
+    /// allows. \param samples the node's five own heights \return the number of indices, at most 24
+    std::uint32_t Write(const QuadCorner& corner, const QuadSample* samples, std::uint8_t activeMask);
 
-    /// Writes the indices of the triangles that an active mask allows. \return their number, at most 24
-    std::uint32_t WriteIndices(std::uint8_t activeMask);
-
-    /// Gives the three vertices of each triangle the triangle's normal, in the order of the indices.
-    void WriteNormals(std::uint32_t indexCount);
+    /// The same, and gives each vertex the normal of the last triangle that uses it. Unused ones keep theirs.
+    std::uint32_t WriteShaded(const QuadCorner& corner, const QuadSample* samples, std::uint8_t activeMask);
 
     /// Draws the triangles with one glDrawElements.
     void Draw(std::uint32_t indexCount) const;
@@ -43,9 +45,17 @@ public:
     void WriteText(std::uint32_t indexCount, std::FILE* stream) const;
 
 private:
-    void WriteColors(const std::ptrdiff_t* columns, const std::ptrdiff_t* rows);
+    struct PatchAxis;
+
+    void WritePlaces(const PatchAxis& across, const PatchAxis& down, const QuadCorner& corner,
+                     const QuadSample* samples);
+    void ReadElevations(const PatchAxis& across, const PatchAxis& down);
+    void WriteColors();
+    std::uint32_t WriteIndices(std::uint8_t activeMask);
 
     TerrainLod& terrain_;
     const bool useColor_;
+    float elevations_[9];          // of the grid at the vertices of the node
+    TriangleSides sides_;          // of the node before, until the next one's are written
     std::uint8_t colors_[256][4];  // red, green, blue and 255 for each table index of the palette
 };

@@ -142,6 +142,5 @@ private:
     void TurnOnEdge(std::uint32_t edge, QuadNode* neighbour);
     void HoldEdge(std::uint32_t edge, QuadNode* neighbour);
     template <class Visit>
-    void WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch,
-                     const Visit& visit) const;
+    void WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, const Visit& visit) const;
 };

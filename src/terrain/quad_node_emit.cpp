@@ -3,10 +3,9 @@
 #include "terrain/terrain_frustum.h"
 #include "terrain/terrain_lod.h"
 
-/// Visits the patches of the active subtree that the frustum lets through, children first. \param visit receives the
-/// number of indices of each patch, whose vertices and indices are written by then
+/// Visits the nodes of the active subtree that have a free quadrant and that the frustum lets through, children first.
 template <class Visit>
-void QuadNode::WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch,
+void QuadNode::WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum,
                            const Visit& visit) const
 {
     if (clip != TerrainFrustum::Inside) {
@@ -26,25 +25,24 @@ void QuadNode::WalkPatches(QuadCorner& corner, std::int32_t clip, const TerrainF
             continue;
         QuadCorner child;
         MakeChildCorner(child, corner, i);
-        Children[i]->WalkPatches(child, clip, frustum, patch, visit);
+        Children[i]->WalkPatches(child, clip, frustum, visit);
     }
     if ((ActiveMask & 0xF0) == 0xF0)
         return;
-    patch.WriteVertices(corner, Samples);
-    visit(patch.WriteIndices(ActiveMask));
+    visit(corner, *this);
 }
 
 void QuadNode::Emit(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch) const
 {
-    WalkPatches(corner, clip, frustum, patch, [&patch](std::uint32_t indexCount) {
-        patch.WriteNormals(indexCount);
-        patch.Draw(indexCount);
+    WalkPatches(corner, clip, frustum, [&patch](const QuadCorner& at, const QuadNode& node) {
+        patch.Draw(patch.WriteShaded(at, node.Samples, node.ActiveMask));
     });
 }
 
 void QuadNode::DumpTriangles(QuadCorner& corner, std::int32_t clip, const TerrainFrustum* frustum, PatchWriter& patch,
                              std::FILE* stream) const
 {
-    WalkPatches(corner, clip, frustum, patch,
-                [&patch, stream](std::uint32_t indexCount) { patch.WriteText(indexCount, stream); });
+    WalkPatches(corner, clip, frustum, [&patch, stream](const QuadCorner& at, const QuadNode& node) {
+        patch.WriteText(patch.Write(at, node.Samples, node.ActiveMask), stream);
+    });
 }

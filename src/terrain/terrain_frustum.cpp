@@ -2,7 +2,9 @@
 
 #include "platform/gl/gl.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -34,24 +36,38 @@ double HalfAngle(float fieldOfView)
 
 }  // namespace
 
+// Rounded addition is monotone: the least and the largest of the corners' sums are those of the least and of the
+// largest products. Where a sum isn't finite, no number may hide among the corners, and each is looked at.
 std::int32_t TerrainFrustum::BoxTest(const float* low, const float* high) const
 {
-    std::uint32_t any = 0;
-    std::uint32_t all = ~0u;
-    // Bit i of a corner's code says that it is outside plane i. Taken plane by plane, each partial product is worked
-    // out once; every corner's sum still runs in the order a x + b y + c z - d.
-    std::uint32_t codes[8] = {};
-    for (std::uint32_t i = 0; i < 6; ++i) {
-        const FrustumPlane& plane = WorldPlanes[i];
+    bool crosses = false;
+    for (const FrustumPlane& plane : WorldPlanes) {
         const float x[2] = {plane.a * low[0], plane.a * high[0]};
         const float y[2] = {plane.b * low[1], plane.b * high[1]};
         const float z[2] = {plane.c * low[2], plane.c * high[2]};
-        for (std::uint32_t corner = 0; corner < 8; ++corner) {
-            const float distance = x[corner & 1] + y[corner >> 1 & 1] + z[corner >> 2] - plane.d;
-            codes[corner] |= static_cast<std::uint32_t>(distance < 0.0f) << i;
-        }
+        const float least = std::min(x[0], x[1]) + std::min(y[0], y[1]) + std::min(z[0], z[1]) - plane.d;
+        const float largest = std::max(x[0], x[1]) + std::max(y[0], y[1]) + std::max(z[0], z[1]) - plane.d;
+        const float all = (x[0] + x[1]) + (y[0] + y[1]) + (z[0] + z[1]) + least + largest;
+        if (!(std::fabs(all) <= std::numeric_limits<float>::max()))
+            return BoxTestByCorners(low, high);
+        if (largest < 0.0f)
+            return Outside;
+        crosses = crosses || least < 0.0f;
     }
-    for (const std::uint32_t code : codes) {
+    return crosses ? Crossing : Inside;
+}
+
+std::int32_t TerrainFrustum::BoxTestByCorners(const float* low, const float* high) const
+{
+    std::uint32_t any = 0;
+    std::uint32_t all = ~0u;
+    for (std::uint32_t corner = 0; corner < 8; ++corner) {
+        const float x = corner & 1 ? high[0] : low[0];
+        const float y = corner & 2 ? high[1] : low[1];
+        const float z = corner & 4 ? high[2] : low[2];
+        std::uint32_t code = 0;  // bit i: outside plane i
+        for (std::uint32_t i = 0; i < 6; ++i)
+            code |= (Distance(WorldPlanes[i], x, y, z) < 0.0f ? 1u : 0u) << i;
         any |= code;
         all &= code;
     }

@@ -54,5 +54,6 @@ public:
     float FieldOfView = 60.0f;  ///< degrees
 
 private:
+    std::int32_t BoxTestByCorners(const float* low, const float* high) const;
     void MultiplyProjection(double halfAngle, float aspect) const;
 };

@@ -265,18 +265,6 @@ TEST_F(DrawTest, PicksTheTrianglesOfTheMask)
     EXPECT_EQ(RecordingGl::Get().drawn.size(), 4u);  // the leaves, and nothing of the root
 }
 
-TEST(FaceNormal, PointsUpForALevelTriangleAndIsZeroWithoutArea)
-{
-    const float a[3] = {1, 5, 1};
-    const float b[3] = {2, 5, 2};
-    const float c[3] = {2, 5, 0};
-    float normal[3];
-    FaceNormal(a, b, c, normal);
-    EXPECT_THAT(normal, ElementsAre(0.0f, 1.0f, 0.0f));
-    FaceNormal(a, b, b, normal);
-    EXPECT_THAT(normal, ElementsAre(0.0f, 0.0f, 0.0f));
-}
-
 /// The lines of a file that a dump has just written.
 class DumpTest : public DrawTest {
 protected:

@@ -41,8 +41,7 @@ void ReadNode(const QuadNode& node, QuadCorner& corner, PatchWriter& patch, Terr
     }
     if ((node.ActiveMask & 0xF0) == 0xF0)
         return;
-    patch.WriteVertices(corner, node.Samples);
-    const std::uint32_t count = patch.WriteIndices(node.ActiveMask);
+    const std::uint32_t count = patch.Write(corner, node.Samples, node.ActiveMask);
     for (std::uint32_t i = 0; i < count; i += 3) {
         std::array<Mesh::Vertex, 3> triangle;
         for (std::uint32_t k = 0; k < 3; ++k) {
