@@ -1,8 +1,8 @@
 // Files that the viewer's window opens, saves and keeps.
 
 #include "app/picture.h"
-#include "app/viewer/window/picture_pane.h"
-#include "app/viewer/window/window_commands.h"
+#include "app/viewer/window/commands/command.h"
+#include "app/viewer/window/panes/picture_pane.h"
 #include "app/viewer/window_fixture.h"
 #include "app/viewer/work/work_keeper.h"
 #include "host/elevation/elevation_file.h"

@@ -1,9 +1,9 @@
 // The viewer's window, used as a person uses it.
 
 #include "app/picture.h"
-#include "app/viewer/window/map_pane.h"
-#include "app/viewer/window/picture_pane.h"
-#include "app/viewer/window/window_commands.h"
+#include "app/viewer/window/commands/command.h"
+#include "app/viewer/window/panes/map_pane.h"
+#include "app/viewer/window/panes/picture_pane.h"
 #include "app/viewer/window_fixture.h"
 #include "host/elevation/elevation_file.h"
 
@@ -142,20 +142,33 @@ TEST_F(ViewerWindow, SettingsChangeThePictureAtOnceAndBack)
     }
 }
 
-TEST_F(ViewerWindow, EachKeyMeansOneThing)
+TEST(Commands, EachHasAKeyOfItsOwnAndAWayToBeRun)
 {
     std::map<std::string, const char*> taken;
-    for (const MenuLine& line : MenuLines()) {
-        const std::string label = line.label;
-        const std::size_t tab = label.find('\t');
-        std::string key = tab == std::string::npos ? std::string() : label.substr(tab + 1);
-        if (line.key != 0)
-            key = std::to_string(line.key);
-        if (!key.empty()) {
-            EXPECT_TRUE(taken.emplace(key, line.label).second) << key << " of " << label << " and " << taken[key];
-        }
+    for (const Command& command : AllCommands()) {
+        const std::string key = command.key;
+        EXPECT_TRUE(key.empty() || taken.emplace(key, command.label).second)
+            << key << " of " << command.label << " and " << taken[key];
+        EXPECT_TRUE(PlainKey(command) == 0 || CommandOfKey(PlainKey(command)) == &command) << command.label;
+        EXPECT_TRUE(command.run || command.kind == Command::Kind::Submenu) << command.label;
+        EXPECT_NE(std::string(command.help), "") << command.label;
     }
     EXPECT_GT(taken.size(), 25u);
+}
+
+/// The manual's table between its two marks, as the table of commands has it.
+TEST(Commands, StandInTheManualAsTheyAre)
+{
+    std::string table = "<!-- commands -->\n| Menu | Command | Key | |\n|---|---|---|---|\n";
+    for (const Command& command : AllCommands()) {
+        std::string menu = command.menu;
+        std::erase(menu, '&');
+        table += "| " + menu + " | " + PlainLabel(command) + " | " + KeyText(command) + " | " + command.help + " |\n";
+    }
+    table += "<!-- end -->\n";
+    EXPECT_NE(ReadBytes(TESSARA_SOURCE_DIR "/docs/viewer.md").find(table), std::string::npos)
+        << "docs/viewer.md is to say:\n"
+        << table;
 }
 
 TEST_F(ViewerWindow, KeysThatAreTypedIntoAFieldDoNothingElse)

@@ -1,8 +1,8 @@
 #include "app/viewer/window_user.h"
 
 #include "app/viewer/start_toolkit.h"
-#include "app/viewer/window/map_pane.h"
-#include "app/viewer/window/picture_pane.h"
+#include "app/viewer/window/panes/map_pane.h"
+#include "app/viewer/window/panes/picture_pane.h"
 
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/viewer/viewer.h"
 #include "app/viewer/window/main_window.h"
 #include "support/scratch_folder.h"
 

@@ -1,45 +1,26 @@
 #include "app/viewer/window/main_window.h"
 
-#include "app/viewer/window/legend_pane.h"
-#include "app/viewer/window/load_bar.h"
-#include "app/viewer/window/map_pane.h"
-#include "app/viewer/window/pages/colors_page.h"
-#include "app/viewer/window/pages/debug_page.h"
-#include "app/viewer/window/pages/sculpt_page.h"
-#include "app/viewer/window/pages/view_page.h"
-#include "app/viewer/window/pane_splitter.h"
-#include "app/viewer/window/picture_pane.h"
-#include "app/viewer/window/settings_file.h"
-#include "app/viewer/window/smooth_frame.h"
-#include "app/viewer/window/status_progress.h"
-#include "app/viewer/window/status_texts.h"
-#include "app/viewer/window/text_textures.h"
-#include "app/viewer/window/window_commands.h"
+#include "app/viewer/window/commands/command.h"
+#include "app/viewer/window/commands/window_keys.h"
+#include "app/viewer/window/dialogs/messages.h"
+#include "app/viewer/window/pages/settings_book.h"
+#include "app/viewer/window/panes/legend_pane.h"
+#include "app/viewer/window/panes/map_pane.h"
+#include "app/viewer/window/panes/viewer_stage.h"
+#include "app/viewer/window/panes/window_panes.h"
 #include "app/viewer/window/window_text.h"
-#include "host/kvo_host.h"
-#include "host/textures/texture_service.h"
-#include "platform/gl/entry_point.h"
+#include "app/viewer/window/workbench.h"
 
 #include <wx/display.h>
 #include <wx/dnd.h>
-#include <wx/infobar.h>
-#include <wx/menu.h>
-#include <wx/notebook.h>
-#include <wx/statusbr.h>
 
 #include <algorithm>
+#include <exception>
+#include <utility>
 
 namespace tessara {
 
 namespace {
-
-constexpr int kLeastSide = 250;
-constexpr int kLeastMap = 110;
-
-/// A small window keeps room for the terrain and for the settings.
-constexpr double kMostSide = 0.4;
-constexpr double kMostMap = 0.42;
-constexpr int kKeepEvery = 60000;  // milliseconds
 
 /// Files that are dropped on the window.
 class FileTarget final : public wxFileDropTarget {
@@ -60,92 +41,58 @@ private:
     MainWindow& window_;
 };
 
+KeptSettings WithRequest(KeptSettings kept, const ViewRequest& request)
+{
+    if (request.exaggeration > 0.0)
+        kept.view.exaggeration = request.exaggeration;
+    return kept;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(const ViewRequest& request, const KeptSettings& kept)
-    : wxFrame(nullptr, wxID_ANY, "Tessara"), request_(request), kept_(kept)
+    : wxFrame(nullptr, wxID_ANY, "Tessara"),
+      request_(request),
+      store_(WithRequest(kept, request)),
+      menus_(*this),
+      status_(*this),
+      panes_(MakePanes())
 {
-    if (request.exaggeration > 0.0)
-        kept_.view.exaggeration = request.exaggeration;
-    SetMenuBar(MakeMenuBar());
-    GetMenuBar()->Hide();  // a window that is being shown passes through sizes that are too small for it
-    MakePanes();
-    MakeStatus();
     Place();
     BindEvents();
-    ShowRecent();
+    menus_.ShowRecent(store_.Recent());
 }
 
-MainWindow::~MainWindow()
+MainWindow::~MainWindow() = default;
+
+WindowPanes* MainWindow::MakePanes()
 {
-    loadTimer_.Stop();
-    keepTimer_.Stop();
-    loader_ = nullptr;
-    if (progress_)
-        progress_->Detach();
-    if (context_ && picture_->MakeCurrent()) {
-        // Textures go while their context is still there.
-        picture_->Show(nullptr, nullptr, nullptr);
-        map_->Show(nullptr, nullptr);
-        smooth_ = nullptr;
-        text_ = nullptr;
-        viewer_ = nullptr;
-    }
-    picture_->SetContext(nullptr);
-    map_->SetContext(nullptr);
-}
-
-void MainWindow::MakePanes()
-{
-    root_ = new wxPanel(this);
-    auto* column = new wxBoxSizer(wxVERTICAL);
-    notes_ = new wxInfoBar(root_);
-    panes_ = new PaneSplitter(root_, kMostSide);
-    bar_ = new LoadBar(root_);
-    column->Add(notes_, wxSizerFlags().Expand());
-    column->Add(panes_, wxSizerFlags(1).Expand());
-    column->Add(bar_, wxSizerFlags().Expand());
-    root_->SetSizer(column);
-
-    picture_ = new PicturePane(panes_, {[this] {
-                                            if (viewer_)
-                                                texts_->ShowPlace(*viewer_);
-                                        },
-                                        [this] { ShowFrame(); },
-                                        [this] {
-                                            Changed({false, false, true});
-                                        }});
-    side_ = new PaneSplitter(panes_, kMostMap);
-    pages_ = new wxNotebook(side_, wxID_ANY);
-    const SettingsListener listener = MakeListener();
-    pages_->AddPage(viewPage_ = new ViewPage(pages_, listener), "View");
-    pages_->AddPage(colorsPage_ = new ColorsPage(pages_, listener), "Colours");
-    pages_->AddPage(sculptPage_ = new SculptPage(pages_, listener), "Sculpt");
-    pages_->AddPage(debugPage_ = new DebugPage(pages_, listener), "Debug");
-
-    mapPanel_ = new wxPanel(side_);
-    auto* mapColumn = new wxBoxSizer(wxVERTICAL);
-    map_ = new MapPane(mapPanel_);
-    legend_ = new LegendPane(mapPanel_);
-    mapColumn->Add(map_, wxSizerFlags(1).Expand());
-    mapColumn->Add(legend_, wxSizerFlags().Expand());
-    mapPanel_->SetSizer(mapColumn);
-}
-
-void MainWindow::MakeStatus()
-{
-    wxStatusBar* status = CreateStatusBar(4, wxSTB_ELLIPSIZE_END | wxSTB_SHOW_TIPS);
-    texts_ = std::make_unique<StatusTexts>(*status);
-    status->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-        texts_->Fit();
-        event.Skip();
-    });
+    const SettingsListener settings = {[this](const auto& change) {
+                                           if (bench_)
+                                               bench_->settings.Change(change);
+                                       },
+                                       [this](int command) { Run(command); },
+                                       [this](double low, double high) {
+                                           if (bench_)
+                                               bench_->settings.SetColors(low, high);
+                                       },
+                                       [this] {
+                                           if (bench_)
+                                               bench_->settings.ResetColors();
+                                       }};
+    return new WindowPanes(this,
+                           {[this] {
+                                if (bench_)
+                                    status_.ShowPlace(bench_->viewer);
+                            },
+                            [this] { ShowFrame(); }, [this] { RequestState(); }},
+                           settings);
 }
 
 /// Puts the window where it stood the last time, as far as that is on a screen of today.
 void MainWindow::Place()
 {
-    const WindowPlace& place = kept_.window;
+    const WindowPlace& place = store_.Kept().window;
     SetMinSize(FromDIP(wxSize(560, 420)));
     const wxRect screen = wxDisplay(static_cast<unsigned>(0)).GetClientArea();
     SetSize(std::min(place.width, screen.width), std::min(place.height, screen.height));
@@ -154,92 +101,54 @@ void MainWindow::Place()
         SetPosition(corner);
     if (place.maximised)
         Maximize();
-    int least = FromDIP(kLeastSide);
-    for (std::size_t i = 0; i < pages_->GetPageCount(); ++i)
-        least = std::max(least, static_cast<SettingsPage*>(pages_->GetPage(i))->LeastWidth());
-    panes_->SetMinimumPaneSize(least);
-    side_->SetMinimumPaneSize(FromDIP(kLeastMap));
-    panes_->Show(wxSPLIT_VERTICAL, picture_, side_, place.sideWidth);
-    side_->Show(wxSPLIT_HORIZONTAL, pages_, mapPanel_, place.mapHeight);
-    SetMapShown(place.mapShown);
-    SetSideShown(place.sideShown);
+    panes_->Arrange(place);
 }
 
 void MainWindow::BindEvents()
 {
+    store_.Listen([this] { menus_.ShowRecent(store_.Recent()); });
     Bind(wxEVT_CLOSE_WINDOW, &MainWindow::OnClose, this);
     Bind(wxEVT_CHAR_HOOK, &MainWindow::OnKey, this);
     Bind(
         wxEVT_MENU, [this](wxCommandEvent& event) { Run(event.GetId()); }, kOpen, kRecentEnd);
-    keepTimer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { KeepWork(); });
-    loadTimer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { WatchLoader(); });
     SetDropTarget(new FileTarget(*this));
     // OpenGL can be started when the pane is on the screen.
-    picture_->Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
+    panes_->Picture().Bind(wxEVT_PAINT, [this](wxPaintEvent& event) {
         event.Skip();
-        if (!viewer_ && !failed_)
+        if (!stage_ && !failed_)
             CallAfter([this] { Start(); });
     });
 }
 
 void MainWindow::Start()
 {
-    if (viewer_ || failed_)
+    if (stage_ || failed_)
         return;
-    if (!StartDrawing()) {
+    try {
+        stage_ = std::make_unique<ViewerStage>(*this, *panes_, store_.Kept().view,
+                                               [this](const ViewerChange& change) { Changed(change); });
+    } catch (const std::runtime_error& error) {
         failed_ = true;
+        ShowError(this, error.what());
         Close(true);
         return;
     }
-    GetMenuBar()->Show();
-    picture_->SetFocus();
-    keepTimer_.Start(kKeepEvery);
-    if (!OfferRecovery())
-        Load(request_.file, request_.element);
-}
-
-bool MainWindow::StartDrawing()
-{
-    context_ = picture_->MakeContext();
-    if (!context_) {
-        ShowError("The viewer needs OpenGL, which this display doesn't offer.");
-        return false;
-    }
-    picture_->SetContext(context_.get());
-    map_->SetContext(context_.get());
-    picture_->MakeCurrent();
-    progress_ = MakeObject<StatusProgress>(*this, *bar_, [this] { picture_->DrawNow(); });
-    const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(MakeObject<TextureService>().Get()),
-                                          ComPtr<IProgressWindow>(progress_.Get()));
-    try {
-        viewer_ = std::make_unique<tessara::Viewer>(
-            ComPtr<IKvoHost>(host.Get()), &wglGetProcAddress, kept_.view,
-            [this](const ViewerChange& change) { Changed(change); },
-            [this] {
-                CallAfter([this] {
-                    if (viewer_ && picture_->MakeCurrent())
-                        viewer_->TakeLight();
-                });
-            });
-    } catch (const std::runtime_error& error) {
-        ShowError(error.what());
-        return false;
-    }
-    text_ = std::make_unique<TextTextures>(GetFont(), picture_->Factor());
-    smooth_ = std::make_unique<SmoothFrame>(viewer_->Gl());
-    picture_->Show(viewer_.get(), text_.get(), smooth_.get());
-    map_->Show(viewer_.get(), text_.get());
+    bench_ = std::make_unique<Workbench>(
+        *this, stage_->Viewer(), *panes_, status_, store_, request_, [this] { return running_ > 0; },
+        [this] { RequestState(); });
     ShowState();
-    return true;
+    menus_.Show();
+    panes_->Picture().SetFocus();
+    bench_->files.Start(request_.file, request_.element);
 }
 
 void MainWindow::OnClose(wxCloseEvent& event)
 {
-    if (event.CanVeto() && !MayLeave()) {
+    if (event.CanVeto() && bench_ && !bench_->saves.MayLeave()) {
         event.Veto();
         return;
     }
-    picture_->SetFlying(false);
+    panes_->Picture().SetFlying(false);
     if (!failed_)
         Keep();
     Destroy();
@@ -248,7 +157,7 @@ void MainWindow::OnClose(wxCloseEvent& event)
 /// Remembers what the next start shall know.
 void MainWindow::Keep()
 {
-    WindowPlace& place = kept_.window;
+    WindowPlace place = store_.Kept().window;
     place.maximised = IsMaximized();
     if (!IsMaximized() && !IsFullScreen() && !IsIconized()) {
         place.x = std::max(GetPosition().x, 0);
@@ -256,33 +165,119 @@ void MainWindow::Keep()
         place.width = GetSize().x;
         place.height = GetSize().y;
     }
-    place.sideWidth = panes_->SecondSize();
-    place.mapHeight = side_->SecondSize();
-    if (viewer_)
-        kept_.view = viewer_->Settings();
-    SaveSettings(kept_);
+    panes_->Keep(place);
+    store_.Keep(place);
+    if (bench_)
+        store_.Keep(bench_->viewer.Settings());
+    store_.Write();
 }
 
-void MainWindow::SetMapShown(bool shown)
+void MainWindow::OnKey(wxKeyEvent& event)
 {
-    kept_.window.mapShown = shown;
-    if (shown == side_->IsSplit())
-        return;
-    if (shown)
-        side_->Show(wxSPLIT_HORIZONTAL, pages_, mapPanel_, side_->SecondSize());
-    else
-        side_->Unsplit(mapPanel_);
+    const KeyMeaning meaning = bench_ ? HandleKey(*bench_, event) : KeyMeaning();
+    if (!meaning.done)
+        event.Skip();
+    else if (meaning.command != 0)
+        Run(meaning.command);
 }
 
-void MainWindow::SetSideShown(bool shown)
+void MainWindow::Run(int command)
 {
-    kept_.window.sideShown = shown;
-    if (shown == panes_->IsSplit())
+    ++running_;
+    try {
+        Do(command);
+    } catch (const std::bad_alloc&) {
+        ShowError(this, "There is not enough memory.");
+    } catch (const std::exception& error) {
+        ShowError(this, error.what());
+    }
+    --running_;
+    RequestState();
+}
+
+void MainWindow::Do(int id)
+{
+    // Whatever draws needs the context.
+    if (!bench_ || !panes_->Picture().MakeCurrent())
         return;
-    if (shown)
-        panes_->Show(wxSPLIT_VERTICAL, picture_, side_, panes_->SecondSize());
-    else
-        panes_->Unsplit(side_);
+    const Command* const command = FindCommand(id);
+    if (command && command->run && command->IsEnabled(*bench_))
+        command->run(*bench_);
+    else if (id == kClearRecent)
+        store_.ClearRecent();
+    else if (id > kRecent && id < kRecentEnd)
+        bench_->files.LoadRecent(static_cast<std::size_t>(id - kRecent - 1));
+}
+
+void MainWindow::Load(const std::string& path)
+{
+    if (bench_)
+        bench_->files.Load(path);
+}
+
+bool MainWindow::IsLoading() const noexcept
+{
+    return bench_ && bench_->files.IsLoading();
+}
+
+tessara::Viewer* MainWindow::GetViewer() const noexcept
+{
+    return bench_ ? &bench_->viewer : nullptr;
+}
+
+PicturePane& MainWindow::Picture() const noexcept
+{
+    return panes_->Picture();
+}
+
+MapPane& MainWindow::Map() const noexcept
+{
+    return panes_->Map();
+}
+
+void MainWindow::Changed(const ViewerChange& change)
+{
+    if (change.picture)
+        panes_->Picture().RequestDraw();
+    if (change.map)
+        panes_->Map().RequestDraw();
+    if (change.state)
+        RequestState();
+}
+
+void MainWindow::RequestState()
+{
+    if (std::exchange(stateRequested_, true))
+        return;
+    CallAfter([this] {
+        stateRequested_ = false;
+        ShowState();
+    });
+}
+
+void MainWindow::ShowState()
+{
+    if (!bench_)
+        return;
+    tessara::Viewer& viewer = bench_->viewer;
+    panes_->Settings().ShowState(viewer, bench_->picture, bench_->textures.HasSource());
+    menus_.ShowState(*bench_);
+    wxString title = "Tessara";
+    if (viewer.HasTerrain()) {
+        panes_->Legend().Show(viewer.Colors());
+        title = Wide(bench_->saves.NameOfWork()) + Wide(viewer.HasUnsavedWork() ? "* – " : " – ") + title;
+    }
+    if (GetTitle() != title)
+        SetTitle(title);
+}
+
+void MainWindow::ShowFrame()
+{
+    if (!bench_)
+        return;
+    status_.ShowPlace(bench_->viewer);
+    status_.ShowFigures(bench_->picture, !bench_->viewer.Picture().WantsFrame());
+    panes_->Settings().ShowFigures(bench_->viewer, bench_->picture);
 }
 
 }  // namespace tessara

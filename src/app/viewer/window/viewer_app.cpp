@@ -1,7 +1,7 @@
 #include "app/viewer/view_request.h"
-#include "app/viewer/window/gl_pane.h"
+#include "app/viewer/window/files/settings_file.h"
 #include "app/viewer/window/main_window.h"
-#include "app/viewer/window/settings_file.h"
+#include "app/viewer/window/panes/gl_pane.h"
 #include "platform/com/types.h"
 #include "platform/ui/wx/start_toolkit.h"
 

@@ -1,7 +1,7 @@
 #include "app/viewer/window/pages/colors_page.h"
 
 #include "app/viewer/viewer.h"
-#include "app/viewer/window/window_commands.h"
+#include "app/viewer/window/commands/command.h"
 #include "app/viewer/window/window_text.h"
 #include "platform/system/number_text.h"
 

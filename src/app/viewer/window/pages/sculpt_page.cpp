@@ -1,7 +1,7 @@
 #include "app/viewer/window/pages/sculpt_page.h"
 
 #include "app/viewer/viewer.h"
-#include "app/viewer/window/window_commands.h"
+#include "app/viewer/window/commands/command.h"
 
 #include <wx/button.h>
 #include <wx/choice.h>
