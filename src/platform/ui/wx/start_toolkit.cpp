@@ -5,6 +5,7 @@
 #include <gdk/gdk.h>
 #include <gtk/gtk.h>
 #include <wx/app.h>
+#include <wx/html/htmlwin.h>
 #include <wx/init.h>
 #include <wx/log.h>
 
@@ -25,6 +26,13 @@ void ReportAssert(const wxString& file, int line, const wxString& function, cons
     OutputDebugStringA(text.c_str());
 }
 
+/// Tooltips use the toolkit's HTML part, which is only made ready where it is there when the toolkit starts. This names
+/// one of its classes, so that whoever starts the toolkit brings it along.
+bool HasHtml()
+{
+    return wxCLASSINFO(wxHtmlWindow)->GetSize() > 0;
+}
+
 }  // namespace
 
 bool StartToolkit(wxApp* application, const char* component)
@@ -39,7 +47,7 @@ bool StartToolkit(wxApp* application, const char* component)
     static int count = 1;
     const wxLogNull quiet;
     wxApp::SetInstance(application);
-    return wxEntryStart(count, arguments) && wxTheApp->CallOnInit();
+    return HasHtml() && wxEntryStart(count, arguments) && wxTheApp->CallOnInit();
 }
 
 }  // namespace tessara
