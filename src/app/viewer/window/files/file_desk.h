@@ -61,7 +61,8 @@ private:
     void Begin(TerrainRequest terrain);
     void WatchLoader();
 
-    /// A first look at a large terrain, unless something was done to the old one meanwhile: that has its question later.
+    /// A first look at a large terrain, unless something was done to the old one meanwhile: that has its question
+    /// later.
     void ShowCoarse();
     void Open(OpenedTerrain terrain);
 
