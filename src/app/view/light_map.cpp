@@ -1,12 +1,14 @@
 #include "app/view/light_map.h"
 
 #include "app/view/height_grid.h"
-#include "app/view/sun_ray.h"
+#include "app/view/open_sky.h"
+#include "app/view/sun_rays.h"
 #include "host/elevation/elevation_data.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <span>
 
 namespace tessara {
 
@@ -19,7 +21,7 @@ constexpr std::size_t kLeastSeaPoints = 64;
 /// So many points below it, for each at it, make it low land.
 constexpr double kMostBelowSea = 0.1;
 
-constexpr double kSunlightShare = 0.4;  // of the time
+constexpr double kSunlightShare = 0.6;  // of the time
 
 /// How the grid of a light map lies over the terrain's.
 struct Reduction {
@@ -78,26 +80,6 @@ std::uint16_t Pack(float value)
     return static_cast<std::uint16_t>(std::lround(std::clamp(value, 0.0f, 1.0f) * 65535.0f));
 }
 
-/// Share of the sky above the horizon in eight directions.
-float Skylight(const HeightGrid& grid, int column, int row)
-{
-    constexpr int kDirections[8][2] = {{1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}};
-    constexpr int kDistances[] = {1, 2, 4, 7, 12, 20, 34};
-    const float start = grid.At(column, row);
-    float open = 0.0f;
-    for (const auto& direction : kDirections) {
-        const float cell = std::hypot(static_cast<float>(direction[0]) * grid.spacingX,
-                                      static_cast<float>(direction[1]) * grid.spacingZ);
-        float slope = 0.0f;
-        for (const int distance : kDistances) {
-            const float height = grid.At(column + direction[0] * distance, row + direction[1] * distance);
-            slope = std::max(slope, (height - start) / (cell * static_cast<float>(distance)));
-        }
-        open += 1.0f - slope / std::sqrt(1.0f + slope * slope);
-    }
-    return open / 8.0f;
-}
-
 /// Marks the points that aren't above 0 m, where many are at exactly 0 m and few below: a sea, into which somebody may
 /// have dug, and not a low land.
 std::vector<std::uint8_t> FindSea(const ElevationData& data, const HeightGrid& grid)
@@ -146,11 +128,10 @@ void Report(const ProgressCallback& progress, double fraction)
 std::vector<float> SunlightOf(const HeightGrid& grid, const Vector3& sun, const ProgressCallback& progress)
 {
     HeightGrid light = grid;
-    const SunRay ray(grid, sun);
+    const SunRays rays(grid, sun);
     for (int z = 0; z < grid.height; ++z) {
         Report(progress, kSunlightShare * z / grid.height);
-        for (int x = 0; x < grid.width; ++x)
-            light.heights[grid.Index(x, z)] = ray.Sunlight(x, z);
+        rays.Row(z, std::span(light.heights).subspan(grid.Index(0, z), static_cast<std::size_t>(grid.width)));
     }
     std::vector<float> smooth;
     smooth.reserve(grid.heights.size());
@@ -175,13 +156,16 @@ LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vect
     const std::vector<float> sunlight = SunlightOf(grid, sun, progress);
     LightMap map{grid.width, grid.height, {}, FindSea(data, grid)};
     map.texels.resize(grid.heights.size());
+    const OpenSky sky(grid);
+    std::vector<float> skylight(static_cast<std::size_t>(grid.width));
     for (int z = 0; z < grid.height; ++z) {
         Report(progress, kSunlightShare + (1.0 - kSunlightShare) * z / grid.height);
+        sky.Row(z, skylight);
         for (int x = 0; x < grid.width; ++x) {
             LightMap::Texel& texel = map.texels[grid.Index(x, z)];
             SetNormal(texel, reduction, x, z, [&](int column, int row) { return grid.At(column, row); });
             texel.sunlight = Pack(sunlight[grid.Index(x, z)]);
-            texel.skylight = Pack(Skylight(grid, x, z));
+            texel.skylight = Pack(skylight[static_cast<std::size_t>(x)]);
         }
     }
     Report(progress, 1.0);
