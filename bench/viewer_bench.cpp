@@ -2,6 +2,7 @@
 // terrain of 1025 x 1025 points, in a small picture, so that a renderer in software isn't bound by its pixels.
 
 #include "app/viewer/open_viewer.h"
+#include "host/process_memory.h"
 
 #include <benchmark/benchmark.h>
 
@@ -146,6 +147,12 @@ void Opening(benchmark::State& state)
     }
     for (const auto& [name, time] : longest)
         state.counters[name] = time;
+    // What is left of a terrain that was closed.
+    const auto megabytes = [] { return static_cast<double>(tessara::ResidentBytes()) / (1 << 20); };
+    state.counters["MB open"] = megabytes();
+    open.Open(tessara::test::Hills(33, 33));
+    open.Settle();
+    state.counters["MB closed"] = megabytes();
 }
 BENCHMARK(Opening)->Arg(1025)->Arg(4097)->Unit(benchmark::kMillisecond)->Iterations(1);
 
@@ -161,6 +168,7 @@ BENCHMARK(Light)->Arg(1025)->Arg(2048)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {
+    tessara::ReturnLargeBlocks();
     benchmark::Initialize(&argc, argv);
     std::cerr << tessara::OffscreenContext().Describe() << "\n";
     benchmark::RunSpecifiedBenchmarks();

@@ -15,6 +15,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
+#include <utility>
 
 namespace tessara::test {
 
@@ -145,23 +147,72 @@ TEST_F(ViewerProject, OtherTerrainsAndOtherProgramsValuesStay)
     EXPECT_EQ(viewer_->Work().ProjectPath(), folder_ / "copy.tessara");
 }
 
-TEST_F(ViewerProject, OnlyHeightsAreWorkWhereThereIsNoProject)
+TEST_F(ViewerProject, EveryChangeButTheCamerasIsWork)
 {
     viewer_->Open(Hills());
-    ViewSettings settings = viewer_->Settings();
-    settings.exaggeration = 3.0;
-    viewer_->Apply(settings);
-    viewer_->Work().TexturesChanged();
-    EXPECT_FALSE(viewer_->HasUnsavedWork());
+    const auto surface = [&]() -> ITessara& { return viewer_->Document().Session().Surface(); };
+    const ViewSettings settings = viewer_->Settings();
+    const auto set = [&](void (*change)(ViewSettings&)) {
+        ViewSettings changed = settings;
+        change(changed);
+        viewer_->Apply(changed);
+    };
+    const std::pair<const char*, std::function<void()>> changes[] = {
+        {"exaggeration", [&] { set([](ViewSettings& changed) { changed.exaggeration = 3.0; }); }},
+        {"colours", [&] { viewer_->SetColors(150.0, 250.0); }},
+        {"image", [&] { viewer_->Work().TexturesChanged(); }},
+        {"what a dialog left",
+         [&] {
+             float tiling = 77.0f;
+             surface().SetTextureDetailTiling(&tiling, nullptr);
+         }},
+        {"switch", [&] { surface().UseTextureDetail(0); }},
+        {"gamma", [&] { surface().SetTextureDetailRGBGamma(4); }},
+        {"heights", [&] { Dig(*viewer_); }},
+    };
+    for (const bool project : {false, true}) {
+        for (const auto& [what, change] : changes) {
+            viewer_->Apply(settings);
+            viewer_->Open(Hills());
+            if (project)
+                viewer_->Work().SaveProject(path_);
+            surface().UseTextureDetail(1);
+            if (project)
+                viewer_->Work().SaveProject(path_);
+            else
+                viewer_->Work().Begin({});
+            viewer_->Camera().FromTop();
+            EXPECT_FALSE(viewer_->HasUnsavedWork()) << what << ", a camera moves all the time";
+            change();
+            EXPECT_TRUE(viewer_->HasUnsavedWork()) << what;
+            viewer_->Work().SaveProject(path_);
+            EXPECT_FALSE(viewer_->HasUnsavedWork()) << what;
+        }
+    }
+    // Heights alone can be saved otherwise, and undone.
+    viewer_->Open(Hills());
     Dig(*viewer_);
-    EXPECT_TRUE(viewer_->HasUnsavedWork());
-    viewer_->Sculptor().Undo();
+    viewer_->Apply(settings);
+    viewer_->Work().SaveHeights(folder_ / "dug.tif");
     EXPECT_FALSE(viewer_->HasUnsavedWork());
+    viewer_->Sculptor().Undo();
+    EXPECT_TRUE(viewer_->HasUnsavedWork());
+}
 
+TEST_F(ViewerProject, ADetailTextureThatWasChosenDuringTheLoadIsWork)
+{
+    viewer_->Open(Hills());
     viewer_->Work().SaveProject(path_);
-    viewer_->Camera().ShowAll();
-    EXPECT_FALSE(viewer_->HasUnsavedWork()) << "a camera moves all the time";
-    viewer_->Work().TexturesChanged();
+    viewer_->Open(Read(path_));
+    EXPECT_FALSE(viewer_->HasUnsavedWork());
+    {
+        ProjectWriter writer(path_);
+        const ProjectFile old(path_);
+        writer.CopyElement(*old.Open("hills"))->Write("TEXTURE_DET_NAME", 8, "gone", 5);
+        writer.Commit();
+    }
+    // The project names another one than the surface has.
+    viewer_->Work().Begin(Read(path_).saved);
     EXPECT_TRUE(viewer_->HasUnsavedWork());
 }
 

@@ -2,6 +2,7 @@
 #include "app/viewer/window/files/settings_file.h"
 #include "app/viewer/window/main_window.h"
 #include "app/viewer/window/panes/gl_pane.h"
+#include "host/process_memory.h"
 #include "platform/com/types.h"
 #include "platform/ui/wx/start_toolkit.h"
 
@@ -71,6 +72,7 @@ ViewResult RunWindow(const ViewRequest& request)
 /// See kViewerEntry.
 extern "C" TESSARA_EXPORT tessara::ViewResult TessaraViewer1(const tessara::ViewRequest& request)
 {
+    tessara::ReturnLargeBlocks();
     tessara::SetLetters();
     if (!tessara::StartToolkit(new tessara::ViewerApp, "Viewer"))
         return tessara::ViewResult::NoDisplay;

@@ -42,23 +42,25 @@ void TerrainWork::Begin(const std::optional<SavedTerrain>& saved)
         element_ = saved->place->Name();
     }
     saved_ = State();
+    if (saved)
+        TakeSavedDetail(saved_.textures, *saved->place);
     recovered_ = saved && saved->recovered;
 }
 
 void TerrainWork::TexturesChanged()
 {
-    ++textures_;
+    ++images_;
     changed_({.picture = true, .state = true});
 }
 
 WorkState TerrainWork::State() const
 {
-    return {sculptor_.State(), textures_, {settings_, colors_}};
+    return {sculptor_.State(), TexturesOf(document_.Session().Surface(), images_), {settings_, colors_}};
 }
 
 bool TerrainWork::IsUnsaved() const
 {
-    return recovered_ || (project_.empty() ? sculptor_.State() != saved_.heights : State() != saved_);
+    return recovered_ || State() != saved_;
 }
 
 void TerrainWork::WriteProject(ProjectWriter& writer) const

@@ -2,6 +2,7 @@
 
 #include "app/viewer/viewer_change.h"
 #include "app/viewer/work/project_look.h"
+#include "app/viewer/work/texture_state.h"
 
 #include <cstdint>
 #include <optional>
@@ -17,7 +18,7 @@ struct SavedTerrain;
 /// The work on a terrain as it is at a time, as far as it is worth saving.
 struct WorkState {
     std::uint64_t heights = 0;
-    unsigned textures = 0;
+    TextureState textures;
     ProjectLook look;
 
     bool operator==(const WorkState&) const = default;
@@ -42,14 +43,13 @@ public:
     /// Whether the work was recovered and is in no project that a person knows.
     bool IsRecovered() const noexcept { return recovered_; }
 
-    /// The textures or their switches have changed, by way of the surface.
+    /// An image was imported, or a texture chosen.
     void TexturesChanged();
 
     /// Tells two states of the work apart.
     WorkState State() const;
 
-    /// Whether something would be lost with the terrain: in a project every change but the camera's, else heights that
-    /// no file holds.
+    /// Whether something would be lost with the terrain: every change that a project would keep, but for the camera's.
     bool IsUnsaved() const;
 
     /// Adds the terrain, and all other terrains of the project that it belongs to, to a project that is being written.
@@ -72,7 +72,7 @@ private:
     const ViewerListener& changed_;
     std::string project_;
     std::string element_;
-    unsigned textures_ = 0;   // counts changes
+    unsigned images_ = 0;     // counts what was imported or chosen
     WorkState saved_;         // what files hold
     bool recovered_ = false;  // the project doesn't hold what was opened
 };
