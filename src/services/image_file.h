@@ -14,7 +14,8 @@ struct IImageFile : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE SetFileName(BSTR path) = 0;
 
     /// Puts the pixel pointer into the variant's data member (offset 8). It stays valid until Close; the rows have no
-    /// padding, the first one is the bottom row of the image.
+    /// padding, the first one is the top row of the picture, so that its upper edge lies in the north wherever a
+    /// surface stretches or tiles it.
     virtual HRESULT STDMETHODCALLTYPE GetPixels(VARIANT* pixels) = 0;
 
     /// Gives 8 (grey), 24 (blue, green, red) or 32 (blue, green, red, alpha).

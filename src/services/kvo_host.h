@@ -26,7 +26,8 @@ struct IKvoHost : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE LoadTextureFromDB(BSTR name, BSTR table, ULONG* id, VARIANT* selector) = 0;
 
     /// Makes a plain OpenGL texture of an element in the context that is current, outside the texture service. The
-    /// caller deletes it with glDeleteTextures.
+    /// caller deletes it with glDeleteTextures. The caller's quad has s = 0 at its right edge and t = 0 at its lower
+    /// one: to be seen upright, the picture goes to OpenGL turned by half, its last pixel first.
     virtual HRESULT STDMETHODCALLTYPE LoadPreviewTexture(BSTR key, BSTR table, ULONG* textureName,
                                                          VARIANT* selector) = 0;
 

@@ -12,7 +12,8 @@ struct ITextureDatabase : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE SetHeight(UINT height) = 0;
     virtual HRESULT STDMETHODCALLTYPE SetBitsPerPixel(WORD bitsPerPixel) = 0;
 
-    /// Pixels of the element to store: the variant that IImageFile::GetPixels filled. They are read by StoreElement.
+    /// Pixels of the element to store, the top row first: the variant that IImageFile::GetPixels filled. They are read
+    /// by StoreElement.
     virtual HRESULT STDMETHODCALLTYPE SetPixels(VARIANT* pixels) = 0;
 
     /// Key of the element to store or delete.

@@ -11,7 +11,8 @@ struct ITextureMgr : IUnknown {
     /// Makes a texture under the names of the last SetElementName and SetTextureName.
     /// \param width,height in pixels
     /// \param bitsPerPixel 8 (grey), 24 (blue, green, red) or 32 (blue, green, red, alpha)
-    /// \param pixels rows without padding, the bottom row first; read during the call only, the caller's to free
+    /// \param pixels rows without padding, as OpenGL takes them: the first one at t = 0, which a terrain has in
+    ///        the north, so a picture's top row comes first; read during the call only, the caller's to free
     /// \param id receives the texture with one hold for the caller, or 0
     /// \return a failure when the texture couldn't be made
     virtual HRESULT STDMETHODCALLTYPE CreateTexture(LONG width, LONG height, LONG bitsPerPixel, const void* pixels,

@@ -46,15 +46,15 @@ TEST_F(Cover, AnImageLiesNorthUpAndIsNotMirrored)
     // Red in the north-west, green in the north-east, blue in the south-west, black in the south-east.
     std::vector<std::uint8_t> pixels;
     for (int y = 0; y < 8; ++y) {
-        for (int x = 0; x < 8; ++x) {
-            const bool west = x < 4;
+        for (int x = 0; x < 12; ++x) {
+            const bool west = x < 6;
             const bool north = y < 4;
             for (const bool on : {west && north, !west && north, west && !north})
                 pixels.push_back(on ? 255 : 0);
         }
     }
     const std::string image = scratch / "corners.png";
-    WritePng(image, 8, 8, pixels);
+    WritePng(image, 12, 8, pixels);
     const Picture picture = FromAbove({"--source", image, "--no-color"});
     const auto at = [&](int x, int y) { return picture.Mean(x - 8, y - 8, 16, 16); };
     const Picture::Pixel northWest = at(65, 65);

@@ -111,7 +111,7 @@ std::vector<std::uint8_t> Tiled(const TextureElement& element, int tiles)
     std::vector<std::uint8_t> picture;
     picture.reserve(columns * rows * times * times * 3);
     for (std::size_t y = 0; y < rows * times; ++y) {
-        const std::uint8_t* row = &element.pixels[(rows - 1 - y % rows) * columns * bytes];
+        const std::uint8_t* row = &element.pixels[(y % rows) * columns * bytes];
         for (std::size_t x = 0; x < columns * times; ++x) {
             const std::uint8_t* pixel = row + x % columns * bytes;
             for (const std::size_t channel : {2u, 1u, 0u})

@@ -22,7 +22,7 @@ TextureElement ReadImage(const std::string& file)
     UINT width = 0;
     UINT height = 0;
     WORD bits = 0;
-    VARIANT pixels;
+    VARIANT pixels{};
     if (FAILED(image->Open()) || FAILED(image->GetWidth(&width)) || FAILED(image->GetHeight(&height)) ||
         FAILED(image->ReadPixels()) || FAILED(image->GetPixels(&pixels)) || FAILED(image->GetBitsPerPixel(&bits)))
         throw std::runtime_error("The image " + file + " can't be used.");
@@ -35,19 +35,15 @@ TextureElement ReadImage(const std::string& file)
     return element;
 }
 
-std::vector<std::uint8_t> NorthFirst(const TextureElement& image)
+std::vector<std::uint8_t> WithFourChannels(const TextureElement& image)
 {
     const std::size_t depth = image.bitsPerPixel / 8u;
-    const std::size_t columns = image.width;
     std::vector<std::uint8_t> pixels;
-    pixels.reserve(columns * image.height * 4);
-    for (std::size_t y = image.height; y-- > 0;) {
-        const std::uint8_t* pixel = image.pixels.data() + y * columns * depth;
-        for (std::size_t x = 0; x < columns; ++x, pixel += depth) {
-            for (const std::size_t channel : {0u, 1u, 2u})
-                pixels.push_back(pixel[depth == 1 ? 0 : channel]);
-            pixels.push_back(depth == 4 ? pixel[3] : 255);
-        }
+    pixels.reserve(image.pixels.size() / depth * 4);
+    for (std::size_t at = 0; at < image.pixels.size(); at += depth) {
+        for (const std::size_t channel : {0u, 1u, 2u})
+            pixels.push_back(image.pixels[at + (depth == 1 ? 0 : channel)]);
+        pixels.push_back(depth == 4 ? image.pixels[at + 3] : 255);
     }
     return pixels;
 }

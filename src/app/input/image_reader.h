@@ -12,8 +12,7 @@ namespace tessara {
 /// \throws std::runtime_error; the reader has told the cause of a damaged file on the terminal by then
 TextureElement ReadImage(const std::string& file);
 
-/// Its pixels as blue, green, red and alpha, the top row first, as a source texture has them: the first row lies in the
-/// north.
-std::vector<std::uint8_t> NorthFirst(const TextureElement& image);
+/// Its pixels as blue, green, red and alpha, as a project keeps those of a source texture.
+std::vector<std::uint8_t> WithFourChannels(const TextureElement& image);
 
 }  // namespace tessara

@@ -31,7 +31,7 @@ struct SourceImage {
     explicit SourceImage(const std::string& file)
     {
         const TextureElement element = ReadImage(file);
-        bytes = NorthFirst(element);
+        bytes = WithFourChannels(element);
         image.width = static_cast<LONG>(element.width);
         image.height = static_cast<LONG>(element.height);
         image.pixels = bytes;

@@ -23,18 +23,18 @@ bool SwapsSides(int orientation)
     return (kTurns[orientation] & 1) != 0;
 }
 
-/// \param width,height of the upright picture, whose bottom row comes first
+/// \param width,height of the upright picture, whose top row comes first
 Walk WalkFor(int orientation, std::ptrdiff_t width, std::ptrdiff_t height)
 {
     const unsigned turns = kTurns[orientation];
     const bool lastRow = (turns & 2) != 0;
     const bool lastColumn = (turns & 4) != 0;
     if ((turns & 1) == 0) {
-        const std::ptrdiff_t row = lastRow ? 0 : height - 1;
-        return {row * width + (lastColumn ? width - 1 : 0), lastColumn ? -1 : 1, lastRow ? width : -width};
+        const std::ptrdiff_t row = lastRow ? height - 1 : 0;
+        return {row * width + (lastColumn ? width - 1 : 0), lastColumn ? -1 : 1, lastRow ? -width : width};
     }
-    const std::ptrdiff_t row = lastColumn ? 0 : height - 1;
-    return {row * width + (lastRow ? width - 1 : 0), lastColumn ? width : -width, lastRow ? -1 : 1};
+    const std::ptrdiff_t row = lastColumn ? height - 1 : 0;
+    return {row * width + (lastRow ? width - 1 : 0), lastColumn ? -width : width, lastRow ? -1 : 1};
 }
 
 void PutPixel(const std::uint8_t* from, std::uint32_t channels, std::uint8_t* to)

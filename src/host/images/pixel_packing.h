@@ -5,7 +5,7 @@
 
 namespace tessara {
 
-/// An image as the system passes it on: rows without padding, the bottom row first.
+/// An image as the system passes it on: rows without padding, the top row first.
 struct PackedImage {
     std::uint32_t width = 0;
     std::uint32_t height = 0;

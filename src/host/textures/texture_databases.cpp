@@ -5,6 +5,8 @@
 #include "platform/system/debug_output.h"
 #include "textures/ctexture_mgr_imp.h"
 
+#include <algorithm>
+
 namespace tessara {
 
 namespace {
@@ -26,6 +28,19 @@ TextureElement FindElement(const DatabasePlace& place, std::string_view name, st
 LONG Signed(std::uint32_t side)
 {
     return static_cast<LONG>(side);
+}
+
+/// The pixels in the opposite order, last to first: a picture turned by half. The quad of a preview has its first row
+/// below and its first column at the right.
+std::vector<std::uint8_t> TurnedForPreview(const TextureElement& element)
+{
+    const std::size_t depth = element.bitsPerPixel / 8u;
+    std::vector<std::uint8_t> turned(element.pixels.size());
+    for (std::size_t from = 0, to = turned.size(); from + depth <= element.pixels.size(); from += depth) {
+        to -= depth;
+        std::copy_n(&element.pixels[from], depth, &turned[to]);
+    }
+    return turned;
 }
 
 }  // namespace
@@ -79,10 +94,11 @@ HRESULT TextureDatabases::LoadPreview(std::string_view name, std::string_view ta
                                       ULONG* textureName) const
 {
     return WithElement(name, table.empty() ? kDetailTable : table, user, [&](const TextureElement& element) {
+        const std::vector<std::uint8_t> pixels = TurnedForPreview(element);
         CTextureMgrImp textures;
         std::uint32_t made = 0;
         if (!textures.GenerateTexture(Signed(element.width), Signed(element.height), element.bitsPerPixel,
-                                      element.pixels.data(), &made) ||
+                                      pixels.data(), &made) ||
             made == 0)
             return E_FAIL;
         // The upload's own filters went to the texture that was bound before.

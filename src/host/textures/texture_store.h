@@ -29,7 +29,7 @@ struct TextureEntry {
 
 /// One picture of a texture database.
 struct TextureElement : TextureEntry {
-    std::vector<std::uint8_t> pixels;  ///< rows without padding, the bottom row first
+    std::vector<std::uint8_t> pixels;  ///< rows without padding, the top row first
 };
 
 /// A file of texture elements in named tables. Within a table keys are unique, display names need not be. Methods throw
@@ -49,7 +49,7 @@ public:
     std::optional<TextureElement> Load(std::string_view table, std::string_view key);
 
     /// Adds an element as a whole. Fails for a key that exists and for what is no picture.
-    /// \param pixels rows without padding, the bottom row first
+    /// \param pixels rows without padding, the top row first
     void Add(std::string_view table, const TextureEntry& entry, std::span<const std::uint8_t> pixels);
 
     /// \return false for an unknown key

@@ -32,7 +32,7 @@ struct DetailTexture {
 /// The textures in the order of the list.
 std::span<const DetailTexture> DetailTextures();
 
-/// Paints kSide x kSide pixels of three bytes blue, green, red, which continue past each edge; the bottom row first.
+/// Paints kSide x kSide pixels of three bytes blue, green, red, which continue past each edge; the top row first.
 /// The same on every run.
 std::vector<std::uint8_t> Paint(const DetailTexture& texture);
 

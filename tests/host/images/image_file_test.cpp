@@ -87,13 +87,14 @@ protected:
     MessageCapture messages_;
 };
 
-TEST_F(ImageFileTest, TheFirstRowIsTheBottomRowInBlueGreenRedAlpha)
+TEST_F(ImageFileTest, TheFirstRowIsTheTopRowInBlueGreenRedAlpha)
 {
     // Top row red, green; bottom row blue, white; the alpha is no part of the colours.
     const unsigned char rgba[] = {255, 0, 0, 255, 0, 255, 0, 128, 0, 0, 255, 64, 255, 255, 255, 0};
     const unsigned char rgb[] = {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
-    const std::string bgra = Bytes({255, 0, 0, 64, 255, 255, 255, 0, 0, 0, 255, 255, 0, 255, 0, 128});
-    const std::string bgr = Bytes({255, 0, 0, 255, 255, 255, 0, 0, 255, 0, 255, 0});
+    const std::string bottom = Bytes({255, 0, 0, 64, 255, 255, 255, 0});
+    const std::string bgra = Bytes({0, 0, 255, 255, 0, 255, 0, 128}) + bottom;
+    const std::string bgr = Bytes({0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255});
     OIIO::ImageSpec spec(2, 2, 4, OIIO::TypeDesc::UINT8);
     spec.attribute("oiio:UnassociatedAlpha", 1);
     WriteImage(folder_.Path("a.png"), spec, rgba, OIIO::TypeDesc::UINT8);
@@ -101,7 +102,7 @@ TEST_F(ImageFileTest, TheFirstRowIsTheBottomRowInBlueGreenRedAlpha)
     const OIIO::ImageSpec opaque(2, 2, 3, OIIO::TypeDesc::UINT8);
     WriteImage(folder_.Path("b.png"), opaque, rgb, OIIO::TypeDesc::UINT8);
     WriteImage(folder_.Path("b.bmp"), opaque, rgb, OIIO::TypeDesc::UINT8);
-    folder_.Write("c.tga", Tga(2, 2, 2, 32, bgra));
+    folder_.Write("c.tga", Tga(2, 2, 2, 32, bottom + bgra.substr(0, 8)));
     folder_.Write("c.psd",
                   Psd(3, 3, 2, 2, 8, Bytes({255, 0, 0, 255}) + Bytes({0, 255, 0, 255}) + Bytes({0, 0, 255, 255})));
     for (const char* name : {"a.png", "a.tga", "c.tga"})
@@ -152,8 +153,8 @@ TEST_F(ImageFileTest, TheCamerasOrientationIsHonoured)
     const Picture picture = Read(folder_.Path("turned.jpg"));
     ASSERT_EQ(std::make_pair(picture.width, picture.height), std::make_pair(16u, 32u));
     const auto level = [&](std::size_t row) { return static_cast<unsigned char>(picture.pixels.at(row * 16 + 8)); };
-    EXPECT_NEAR(level(28), 20, 8);  // near the top
-    EXPECT_NEAR(level(4), 220, 8);
+    EXPECT_NEAR(level(4), 20, 8);  // near the top
+    EXPECT_NEAR(level(28), 220, 8);
 }
 
 TEST_F(ImageFileTest, AFileThatCannotBeReadSaysWhichAndWhy)

@@ -16,9 +16,9 @@ std::string Letters(const PackedImage& image)
     return {image.pixels.begin(), image.pixels.end()};
 }
 
-TEST(PixelPacking, EveryOrientationComesUprightWithTheBottomRowFirst)
+TEST(PixelPacking, EveryOrientationComesUprightWithTheTopRowFirst)
 {
-    // Upright, the picture is  ABC  and the bottom row comes first: DEFABC.
+    // Upright, the picture is  ABC  .
     //                          DEF
     const struct {
         int orientation;
@@ -33,7 +33,7 @@ TEST(PixelPacking, EveryOrientationComesUprightWithTheBottomRowFirst)
             tessara::Pack({c.width, c.height, 1, c.orientation, reinterpret_cast<const std::uint8_t*>(c.rows.data())});
         EXPECT_EQ(image.width, 3u);
         EXPECT_EQ(image.height, 2u);
-        EXPECT_EQ(Letters(image), "DEFABC") << "orientation " << c.orientation;
+        EXPECT_EQ(Letters(image), "ABCDEF") << "orientation " << c.orientation;
     }
 }
 
