@@ -141,7 +141,7 @@ TEST_F(WxDialogTest, OkKeepsTheElementAndTheNextOpeningFindsIt)
 
 TEST_F(WxDialogTest, ImportsReplacesAndDeletesElements)
 {
-    const std::string red = terrain.WriteImage("red.tga");
+    const std::string red = terrain.WriteImage("r\xC3\xB6t.TGA");
     Run([&](WxUser& user, wxDialog&) {
         ChooseUserDatabase(user);
         EXPECT_EQ(List().GetCount(), 0u);

@@ -57,6 +57,10 @@ TEST_F(WxDialogTest, StandsAsTheTemplateSaysWithoutClippedTextOrOverlap)
             seen.emplace_back(form.id, rect);
         }
         EXPECT_GE(seen.size(), 14u);
+        EXPECT_TRUE(gtk_widget_has_default(GTK_WIDGET(wxWindow::FindWindowById(IDOK)->GetHandle())));
+        auto* const list = GTK_SCROLLED_WINDOW(wxWindow::FindWindowById(kElementList)->GetHandle());
+        EXPECT_TRUE(gtk_widget_is_visible(gtk_scrolled_window_get_vscrollbar(list)));
+        EXPECT_FALSE(gtk_scrolled_window_get_overlay_scrolling(list));
         for (wxWindow* child : dialog.GetChildren()) {
             const wxSize inside = dialog.GetClientSize();
             EXPECT_TRUE(wxRect(inside).Contains(child->GetRect())) << child->GetLabel();

@@ -43,6 +43,7 @@ public:
     std::function<void(SampleDialog&)> atStart = [](SampleDialog&) {};
     std::function<void(SampleDialog&)> atEnd = [](SampleDialog&) {};  ///< in OnDestroy
 
+    std::function<void(SampleDialog&)> whenStepped = [](SampleDialog&) {};
     std::function<void(SampleDialog&)> whenPainted = [](SampleDialog&) {};
 
     CEdit number;

@@ -80,14 +80,6 @@ TEST_F(UiClasses, AFileDialogHandsItsSettingsOn)
     EXPECT_EQ(system_.lastParent, &window);
 }
 
-TEST_F(UiClasses, WithoutWindowsAFileDialogDoesNotTouchItsParent)
-{
-    SetWindowSystem(&NullWindowSystem());
-    auto* noWindow = reinterpret_cast<CWnd*>(static_cast<std::uintptr_t>(8));
-    EXPECT_EQ(CFileDialog(TRUE, "*.*", nullptr, 6, "All|*.*|", noWindow).DoModal(), IDCANCEL);
-    SetWindowSystem(&system_);
-}
-
 TEST_F(UiClasses, MessagesOfTheSystemAreShownByTheWindowSystem)
 {
     ShowMessageBox("No such extension", "OpenGL");
@@ -138,17 +130,15 @@ TEST_F(UiClasses, TooltipsGetTheirTextsAndLinksTheirMessage)
     EXPECT_EQ(dialog_.events[2], "link 1");
     EXPECT_EQ(CXTHyperLink::GotoURL("http://example.org", 5), TRUE);
     EXPECT_EQ(log_.back(), "OpenAddress(http://example.org)");
-}
 
-TEST_F(UiClasses, ADialogWithoutTooltipsGoesOn)
-{
+    SampleDialog bare;
     system_.prepare = [](ScriptedDialog& window) { window.hasToolTips = false; };
-    system_.user = [&](ScriptedDialog& window) {
-        EXPECT_FALSE(dialog_.hasToolTip);
-        dialog_.toolTip.ShowHelpTooltip("text");
+    system_.user = [&bare](ScriptedDialog& window) {
+        EXPECT_FALSE(bare.hasToolTip);
+        bare.toolTip.ShowHelpTooltip("text");
         EXPECT_TRUE(window.helps.empty());
     };
-    dialog_.DoModal();
+    bare.DoModal();
 }
 
 TEST_F(UiClasses, ASpinStepKeepsToItsRangeAndNeverGoesAgainstItsArrow)

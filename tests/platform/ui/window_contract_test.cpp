@@ -1,28 +1,15 @@
-#include "platform/ui/cfile_dialog.h"
-#include "platform/ui/window_contract.h"
+// What a dialog can rely on, with mouse and keyboard on the desktop's windows.
+
+#include "platform/ui/window_system.h"
+#include "platform/ui/wx_user.h"
 
 #include <gmock/gmock.h>
+#include <wx/defs.h>
+#include <wx/dialog.h>
 
 #include <utility>
 
 namespace tessara::test {
-
-int WindowContract::Run(std::function<void(DialogUser&)> user)
-{
-    dialog_.events.clear();
-    backEnd_->SetUser(std::move(user));
-    const int result = dialog_.DoModal();
-    painted_ = std::erase(dialog_.events, "paint") > 0;
-    return result;
-}
-
-std::vector<std::string> WindowContract::Heard() const
-{
-    const auto& events = dialog_.events;
-    if (events.size() < 2 || events.front() != "created" || events.back() != "destroy")
-        return {"not created and destroyed"};
-    return {events.begin() + 1, events.end() - 1};
-}
 
 namespace {
 
@@ -30,39 +17,56 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::Not;
 
-TEST_P(NoWindowsContract, DialogsAreCancelledAtOnceAndMessagesGoToStandardError)
-{
-    ASSERT_FALSE(backEnd_->System().CanOpenWindows());
-    EXPECT_EQ(Run([](DialogUser&) { FAIL() << "nobody can see the dialog"; }), IDCANCEL);
-    EXPECT_TRUE(dialog_.events.empty());
-    EXPECT_EQ(CFileDialog(TRUE, nullptr, nullptr, 0, "All (*.*)|*.*|", nullptr).DoModal(), IDCANCEL);
-    EXPECT_FALSE(backEnd_->System().OpenAddress("http://example.org"));
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Replace it?", "Import", MB_YESNO), IDNO);
-    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Enter a name"), IDOK);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Import: Replace it? (taken as No)\nTessara: Enter a name\n");
-}
+class DialogContract : public testing::Test {
+protected:
+    DialogContract() { EXPECT_TRUE(CurrentWindowSystem().CanOpenWindows()) << "no display answers"; }
 
-TEST_P(DialogContract, EndsWithTheClosingButtonThatWasClicked)
+    /// Runs the dialog with what the user does, and keeps what the dialog heard, paints left out.
+    int Run(std::function<void(WxUser&)> act)
+    {
+        dialog_.events.clear();
+        const WhenModal user([&act](wxDialog& dialog) {
+            WxUser hands(dialog);
+            act(hands);
+        });
+        const int result = dialog_.DoModal();
+        EXPECT_EQ(dialog_.number.GetSafeHwnd(), nullptr);
+        painted_ = std::erase(dialog_.events, "paint") > 0;
+        return result;
+    }
+
+    /// What the dialog heard between its creation and its end.
+    std::vector<std::string> Heard() const
+    {
+        const auto& events = dialog_.events;
+        if (events.size() < 2 || events.front() != "created" || events.back() != "destroy")
+            return {"not created and destroyed"};
+        return {events.begin() + 1, events.end() - 1};
+    }
+
+    SampleDialog dialog_;
+    bool painted_ = false;
+};
+
+TEST_F(DialogContract, EndsWithTheClosingButtonThatWasClicked)
 {
-    ASSERT_TRUE(backEnd_->System().CanOpenWindows());
-    EXPECT_EQ(Run([](DialogUser& user) { user.Click(IDOK); }), IDOK);
+    EXPECT_EQ(Run([](WxUser& user) { user.Click(IDOK); }), IDOK);
     EXPECT_TRUE(painted_);
     EXPECT_THAT(dialog_.events, ElementsAre("created", "destroy"));
-    EXPECT_EQ(Run([](DialogUser& user) { user.Click(IDCANCEL); }), IDCANCEL);
-    EXPECT_EQ(Run([](DialogUser& user) { user.Press(VK_ESCAPE); }), IDCANCEL);
-    EXPECT_EQ(Run([](DialogUser& user) { user.Press(VK_RETURN); }), IDOK);
+    EXPECT_EQ(Run([](WxUser& user) { user.Click(IDCANCEL); }), IDCANCEL);
+    EXPECT_EQ(Run([](WxUser& user) { user.Press(VK_ESCAPE); }), IDCANCEL);
+    EXPECT_EQ(Run([](WxUser& user) { user.Press(VK_RETURN); }), IDOK);
 }
 
-TEST_P(DialogContract, IsNeverShownWhenItEndsAtItsStart)
+TEST_F(DialogContract, IsNeverShownWhenItEndsAtItsStart)
 {
     dialog_.endsAtOnce = true;
-    EXPECT_EQ(Run([](DialogUser&) { FAIL() << "the dialog was shown"; }), 17);
+    EXPECT_EQ(Run([](WxUser&) { FAIL() << "the dialog was shown"; }), 17);
     EXPECT_FALSE(painted_);
     EXPECT_THAT(dialog_.events, ElementsAre("created", "destroy"));
 }
 
-TEST_P(DialogContract, StartsAsTheTemplateSays)
+TEST_F(DialogContract, StartsAsTheTemplateSays)
 {
     dialog_.atStart = [](SampleDialog& dialog) {
         EXPECT_EQ(dialog.GetWindowText(), "Sample");
@@ -82,10 +86,10 @@ TEST_P(DialogContract, StartsAsTheTemplateSays)
         EXPECT_GT(viewport.right - viewport.left, 40);
         EXPECT_GT(viewport.bottom - viewport.top, 40);
     };
-    Run([](DialogUser&) {});
+    Run([](WxUser&) {});
 }
 
-TEST_P(DialogContract, TakesValuesFromTheProgramWithoutNotice)
+TEST_F(DialogContract, TakesValuesFromTheProgramWithoutNotice)
 {
     dialog_.atStart = [](SampleDialog& dialog) {
         dialog.number.SetModify();
@@ -111,11 +115,11 @@ TEST_P(DialogContract, TakesValuesFromTheProgramWithoutNotice)
         EXPECT_THAT(dialog.list.GetSelItems(3), ElementsAre(1));
         EXPECT_EQ(dialog.button.IsWindowEnabled(), FALSE);
     };
-    Run([](DialogUser& user) { user.Click(kButton); });
+    Run([](WxUser& user) { user.Click(kButton); });
     EXPECT_TRUE(Heard().empty()) << testing::PrintToString(Heard());
 }
 
-TEST_P(DialogContract, HearsWhatTheUserChanges)
+TEST_F(DialogContract, HearsWhatTheUserChanges)
 {
     dialog_.atStart = [](SampleDialog& dialog) {
         for (const char* row : {"a", "b", "c", "d"})
@@ -128,7 +132,7 @@ TEST_P(DialogContract, HearsWhatTheUserChanges)
         EXPECT_THAT(dialog.list.GetSelItems(2), ElementsAre(1, 2));
         EXPECT_EQ(dialog.list.GetCurSel(), 3);
     };
-    Run([](DialogUser& user) {
+    Run([](WxUser& user) {
         user.Click(kCheck);
         user.Pick(kChoice, 1);
         user.Pick(kList, 0);
@@ -138,14 +142,14 @@ TEST_P(DialogContract, HearsWhatTheUserChanges)
     EXPECT_THAT(Heard(), ElementsAre("check", "choice", "list", "list", "list", "button"));
 }
 
-TEST_P(DialogContract, AnEditFieldTellsWhenItIsLeft)
+TEST_F(DialogContract, AnEditFieldTellsWhenItIsLeft)
 {
     dialog_.atEnd = [](SampleDialog& dialog) {
         EXPECT_EQ(dialog.number.GetWindowText(), "1.5");
         EXPECT_EQ(dialog.number.GetModify(), TRUE);
         EXPECT_EQ(dialog.plain.GetModify(), FALSE);
     };
-    EXPECT_EQ(Run([](DialogUser& user) {
+    EXPECT_EQ(Run([](WxUser& user) {
                   user.Type(kNumber, "1.5");
                   user.Click(kPlainEdit);
                   user.Click(kNumber);
@@ -155,11 +159,11 @@ TEST_P(DialogContract, AnEditFieldTellsWhenItIsLeft)
     EXPECT_THAT(Heard(), ElementsAre("number left", "number left"));
 }
 
-TEST_P(DialogContract, AKeyCanBeTakenBeforeAControlGetsIt)
+TEST_F(DialogContract, AKeyCanBeTakenBeforeAControlGetsIt)
 {
     dialog_.takesReturn = true;
     int focused = 0;
-    EXPECT_EQ(Run([&](DialogUser& user) {
+    EXPECT_EQ(Run([&](WxUser& user) {
                   user.Type(kNumber, "2");
                   user.Press(VK_RETURN);
                   user.Rest();
@@ -171,11 +175,35 @@ TEST_P(DialogContract, AKeyCanBeTakenBeforeAControlGetsIt)
     EXPECT_THAT(Heard(), ElementsAre("number left"));
 }
 
-TEST_P(DialogContract, TheTabKeySkipsDisabledControlsAndComesRound)
+TEST_F(DialogContract, AListGoesToTheNameOfALetterAndLeavesReturnToTheDialog)
+{
+    dialog_.takesReturn = true;
+    dialog_.atStart = [](SampleDialog& dialog) {
+        for (const char* row : {"zebra", "ape", "Apple", "bear"})
+            dialog.list.AddString(row);
+    };
+    std::vector<int> rows;
+    int focused = 0;
+    Run([&](WxUser& user) {
+        user.Pick(kList, 3);
+        for (const char letter : {'a', 'a', 'a', 'z', 'q'}) {
+            user.Press(static_cast<WPARAM>(letter));
+            rows.push_back(dialog_.list.GetCurSel());
+            EXPECT_THAT(dialog_.list.GetSelItems(4), ElementsAre(rows.back()));
+        }
+        user.Press(VK_RETURN);
+        focused = dialog_.GetFocus() ? dialog_.GetFocus()->GetDlgCtrlID() : -1;
+    });
+    EXPECT_THAT(rows, ElementsAre(1, 2, 1, 0, 0));
+    EXPECT_EQ(focused, kButton);
+    EXPECT_THAT(Heard(), ElementsAre("list", "list", "list", "list", "list"));
+}
+
+TEST_F(DialogContract, TheTabKeySkipsDisabledControlsAndComesRound)
 {
     dialog_.atStart = [](SampleDialog& dialog) { dialog.GetDlgItem(kNumber)->EnableWindow(FALSE); };
     std::vector<int> order;
-    Run([&](DialogUser& user) {
+    Run([&](WxUser& user) {
         user.Click(kCheck);
         for (int i = 0; i < 7; ++i) {
             user.Press(VK_TAB);
@@ -186,10 +214,10 @@ TEST_P(DialogContract, TheTabKeySkipsDisabledControlsAndComesRound)
     EXPECT_THAT(order, ElementsAre(kPlainEdit, kChoice, kList, kButton, IDOK, IDCANCEL, kCheck));
 }
 
-TEST_P(DialogContract, SpinArrowsStepTheirBuddyAndTellTheDialog)
+TEST_F(DialogContract, SpinArrowsStepTheirBuddyAndTellTheDialog)
 {
     dialog_.atStart = [](SampleDialog& dialog) { dialog.number.SetWindowText("2.50"); };
-    Run([](DialogUser& user) {
+    Run([](WxUser& user) {
         user.StepUp(kSpin);
         user.StepDown(kSpin);
         user.StepDown(kSpin);
@@ -199,7 +227,7 @@ TEST_P(DialogContract, SpinArrowsStepTheirBuddyAndTellTheDialog)
                                      "stepped 303 to 1.00"));
 }
 
-TEST_P(DialogContract, APostedMessageComesAfterTheRunningEvent)
+TEST_F(DialogContract, APostedMessageComesAfterTheRunningEvent)
 {
     dialog_.atStart = [](SampleDialog& dialog) {
         EXPECT_EQ(dialog.PostMessage(kPosted, 7, 8), TRUE);
@@ -207,39 +235,29 @@ TEST_P(DialogContract, APostedMessageComesAfterTheRunningEvent)
         EXPECT_EQ(dialog.SendMessage(kPosted, 1, 2), 1);
         EXPECT_EQ(dialog.events.back(), "posted 1 2");
     };
-    Run([](DialogUser& user) { user.Rest(); });
+    Run([](WxUser& user) { user.Rest(); });
     EXPECT_THAT(Heard(), ElementsAre("posted 1 2", "posted 7 8"));
     EXPECT_EQ(dialog_.PostMessage(kPosted), FALSE);
 }
 
-TEST_P(DialogContract, AFailureInAHandlerEndsTheDialogAndReachesTheCaller)
+TEST_F(DialogContract, AFailureInAHandlerEndsTheDialogAndReachesTheCaller)
 {
     dialog_.throws = true;
-    EXPECT_THROW(Run([](DialogUser& user) { user.Click(kButton); }), std::runtime_error);
+    EXPECT_THROW(Run([](WxUser& user) { user.Click(kButton); }), std::runtime_error);
     std::erase(dialog_.events, "paint");
     EXPECT_EQ(dialog_.events.back(), "destroy");
 }
 
-TEST_P(DialogContract, QuestionsAreAnsweredByTheUser)
+TEST_F(DialogContract, QuestionsAreAnsweredByTheUser)
 {
-    backEnd_->SetAnswer(IDYES);
-    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Replace it?", "Import", MB_YESNO), IDYES);
-    backEnd_->SetAnswer(IDNO);
-    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Replace it?", "Import", MB_YESNO), IDNO);
-    backEnd_->SetAnswer(IDOK);
+    for (const auto& [key, answer] : {std::pair<int, int>('y', IDYES), {'n', IDNO}}) {
+        const WhenAsked asked(key);
+        EXPECT_EQ(AfxGetMainWnd()->MessageBox("Replace it?", "Import", MB_YESNO), answer);
+    }
+    const WhenAsked read(WXK_RETURN);
     EXPECT_EQ(AfxGetMainWnd()->MessageBox("Enter a name"), IDOK);
 }
 
-TEST_P(DialogContract, CanBeOpenedAgainAndAgain)
-{
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(Run([](DialogUser& user) { user.Click(IDOK); }), IDOK);
-        EXPECT_EQ(dialog_.number.GetSafeHwnd(), nullptr);
-    }
-}
-
 }  // namespace
-
-GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(NoWindowsContract);
 
 }  // namespace tessara::test

@@ -133,16 +133,9 @@ void WxUser::Press(WPARAM key)
     Rest();
 }
 
-void WxUser::StepUp(int spin)
+void WxUser::ClickArrow(int spin, double height)
 {
-    MoveTo(*Find(spin), 0.5, 0.25);
-    wxUIActionSimulator().MouseClick();
-    Rest();
-}
-
-void WxUser::StepDown(int spin)
-{
-    MoveTo(*Find(spin), 0.5, 0.75);
+    MoveTo(*Find(spin), 0.5, height);
     wxUIActionSimulator().MouseClick();
     Rest();
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "platform/ui/window_contract.h"
+#include "platform/ui/sample_dialog.h"
 
+#include <gtest/gtest.h>
 #include <wx/timer.h>
 
 #include <functional>
@@ -14,19 +15,19 @@ class wxWindow;
 
 namespace tessara::test {
 
-/// Works with mouse and keyboard at the dialog that is open, by its native window.
-class WxUser final : public DialogUser {
+/// Works with mouse and keyboard at the dialog that is open, by its native window. Controls go by their ids.
+class WxUser final {
 public:
     explicit WxUser(wxDialog& dialog) : dialog_(dialog) {}
 
-    void Click(int control) override;
-    void Type(int control, const std::string& text) override;
-    void Pick(int control, int row) override;
-    void PickRange(int control, int first, int last) override;
-    void Press(WPARAM key) override;
-    void StepUp(int spin) override;
-    void StepDown(int spin) override;
-    void Rest() override;
+    void Click(int control);
+    void Type(int control, const std::string& text);   ///< replaces the text of an edit field
+    void Pick(int control, int row);                   ///< of a drop list or a list box
+    void PickRange(int control, int first, int last);  ///< of a list box: a click, and one with Shift
+    void Press(WPARAM key);
+    void StepUp(int spin) { ClickArrow(spin, 0.25); }
+    void StepDown(int spin) { ClickArrow(spin, 0.75); }
+    void Rest();  ///< until everything has happened
 
     /// Moves the mouse to a point of a window.
     void MoveTo(const wxWindow& window, double shareX, double shareY);
@@ -36,6 +37,7 @@ public:
 
 private:
     wxWindow* Find(int control);
+    void ClickArrow(int spin, double height);
     void MoveToRow(wxListBox& list, int row);
     void WaitForPopup(const wxChoice& choice, bool open);
 

@@ -16,6 +16,7 @@ constexpr char kRules[] = R"(
 }
 entry.tessara-compact { padding-left: 4px; padding-right: 2px; }
 button.tessara-compact { padding-left: 2px; padding-right: 2px; }
+button.tessara-compact.default { border-color: @theme_selected_bg_color; box-shadow: inset 0 0 0 1px @theme_selected_bg_color; }
 .tessara-compact button { padding-left: 4px; padding-right: 2px; }
 checkbutton.tessara-compact check { margin: 0 4px 0 0; }
 )";

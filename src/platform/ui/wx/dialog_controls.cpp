@@ -53,6 +53,35 @@ GtkTreeView* TreeOf(const wxWindow& listBox)
     return static_cast<const wxListBox&>(listBox).m_treeview;
 }
 
+wxWindow* MakeButton(wxWindow* parent, const ControlTemplate& form, int id, const wxRect& place)
+{
+    auto* button = new wxButton(parent, id, Plain(form.text), place.GetPosition(), place.GetSize());
+    if (form.kind == ControlKind::DefaultButton)
+        button->SetDefault();
+    return button;
+}
+
+/// With a scroll bar that is always seen, and without the toolkit's window for searching: a letter that is typed goes
+/// to the next name that begins with it.
+wxWindow* MakeListBox(wxWindow* parent, const ControlTemplate& form, int id, const wxRect& place)
+{
+    auto* list = new wxListBox(parent, id, place.GetPosition(), place.GetSize(), 0, nullptr,
+                               (form.multipleSelection ? wxLB_EXTENDED : wxLB_SINGLE) | wxLB_ALWAYS_SB);
+    gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(list->GetHandle()), FALSE);
+    gtk_tree_view_set_enable_search(TreeOf(*list), FALSE);
+    return list;
+}
+
+/// Gives a row the focus and selects it and no other, without telling anybody.
+void MoveCursor(wxListBox& list, int row)
+{
+    GtkTreePath* path = gtk_tree_path_new_from_indices(row, -1);
+    list.GTKDisableEvents();
+    gtk_tree_view_set_cursor(TreeOf(list), path, nullptr, FALSE);
+    list.GTKEnableEvents();
+    gtk_tree_path_free(path);
+}
+
 }  // namespace
 
 bool IsBackdrop(ControlKind kind) noexcept
@@ -79,7 +108,7 @@ wxWindow* MakeControl(wxWindow* parent, const ControlTemplate& form, const wxRec
         return MakePicture(parent, form, place);
     case ControlKind::Button:
     case ControlKind::DefaultButton:
-        return new wxButton(parent, id, Plain(form.text), at, size);
+        return MakeButton(parent, form, id, place);
     case ControlKind::CheckBox:
         return new wxCheckBox(parent, id, Plain(form.text), at, size);
     case ControlKind::Edit:
@@ -87,8 +116,7 @@ wxWindow* MakeControl(wxWindow* parent, const ControlTemplate& form, const wxRec
     case ControlKind::DropList:
         return MakeDropList(parent, form, id, place);
     case ControlKind::ListBox:
-        return new wxListBox(parent, id, at, size, 0, nullptr,
-                             (form.multipleSelection ? wxLB_EXTENDED : wxLB_SINGLE) | wxLB_NEEDED_SB);
+        return MakeListBox(parent, form, id, place);
     case ControlKind::Spin:
     case ControlKind::Viewport:
         break;
@@ -107,6 +135,22 @@ int FocusedRow(const wxWindow& listBox)
     return row < static_cast<int>(static_cast<const wxListBox&>(listBox).GetCount()) ? row : -1;
 }
 
+bool GoToListRow(wxWindow& listBox, wxChar letter)
+{
+    auto& list = static_cast<wxListBox&>(listBox);
+    const int count = static_cast<int>(list.GetCount());
+    const int from = FocusedRow(list);
+    for (int step = 1; step <= count; ++step) {
+        const int row = (from + step + count) % count;
+        const wxString text = list.GetString(static_cast<unsigned>(row));
+        if (text.empty() || wxTolower(text[0]) != wxTolower(letter))
+            continue;
+        MoveCursor(list, row);
+        return true;
+    }
+    return false;
+}
+
 void SelectListRow(wxWindow& listBox, int row, bool select)
 {
     auto& list = static_cast<wxListBox&>(listBox);
@@ -120,11 +164,7 @@ void SelectListRow(wxWindow& listBox, int row, bool select)
         // Placing the cursor selects its row and no other: what was selected before comes back below.
         wxArrayInt selected;
         list.GetSelections(selected);
-        GtkTreePath* path = gtk_tree_path_new_from_indices(row, -1);
-        list.GTKDisableEvents();
-        gtk_tree_view_set_cursor(TreeOf(list), path, nullptr, FALSE);
-        list.GTKEnableEvents();
-        gtk_tree_path_free(path);
+        MoveCursor(list, row);
         for (const int other : selected)
             list.SetSelection(other);
     }

@@ -2,6 +2,8 @@
 
 #include "platform/ui/dialog_template.h"
 
+#include <wx/chartype.h>
+
 #include <functional>
 
 class wxRect;
@@ -21,6 +23,10 @@ bool IsBackdrop(ControlKind kind) noexcept;
 
 /// The row of a list box that has the focus, -1 for none.
 int FocusedRow(const wxWindow& listBox);
+
+/// Gives the focus to the next row, after the one that has it, that begins with a letter in either case, and selects it
+/// alone. \return false where there is none
+bool GoToListRow(wxWindow& listBox, wxChar letter);
 
 /// Selects or deselects a row and leaves the others alone; a list without a focused row gets one.
 void SelectListRow(wxWindow& listBox, int row, bool select);

@@ -70,9 +70,9 @@ void SpinArrows::OnPress(wxMouseEvent& event)
 {
     pressed_ = event.GetY() < GetClientSize().y / 2 ? 1 : -1;
     CaptureMouse();
-    repeat_.StartOnce(kFirstRepeat);
     Refresh();
     step_(pressed_);
+    repeat_.StartOnce(kFirstRepeat);
 }
 
 void SpinArrows::OnRelease(wxMouseEvent&)
@@ -88,8 +88,8 @@ void SpinArrows::OnRepeat(wxTimerEvent&)
 {
     if (pressed_ == 0)
         return;
-    repeat_.StartOnce(kNextRepeat);
     step_(pressed_);
+    repeat_.StartOnce(kNextRepeat);  // behind the step: however long it takes, the desktop draws in between
 }
 
 }  // namespace tessara

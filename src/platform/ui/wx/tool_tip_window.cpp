@@ -12,7 +12,10 @@ namespace tessara {
 
 namespace {
 
-constexpr int kRest = 600;  // milliseconds
+constexpr int kRest = 600;   // milliseconds
+constexpr int kWatch = 200;  // milliseconds
+constexpr int kTicksToGo = 5;
+constexpr int kGap = 4;
 constexpr int kWidth = 300;
 constexpr int kMargin = 6;
 
@@ -42,9 +45,9 @@ void ToolTips::InputMoved(void*, int comesBack, ToolTips* self)
 }
 
 ToolTips::ToolTips(wxWindow& parent, std::function<void(const std::string&)> follow)
-    : parent_(parent), follow_(std::move(follow)), rested_(this)
+    : parent_(parent), follow_(std::move(follow)), rested_(this), watch_(this)
 {
-    Bind(wxEVT_TIMER, &ToolTips::OnRested, this);
+    Bind(wxEVT_TIMER, [this](wxTimerEvent& event) { &event.GetTimer() == &watch_ ? OnWatch() : OnRested(); });
     g_signal_connect(parent_.GetHandle(), "grab-notify", G_CALLBACK(&InputMoved), this);
 }
 
@@ -62,8 +65,6 @@ void ToolTips::MouseOver(wxWindow* over)
         return;
     if (over != over_)
         used_ = false;
-    if (over != over_ && popup_ && popup_->IsShown() && !IsMouseOnTip())
-        Hide();
     over_ = over;
     if (known)
         rested_.StartOnce(kRest);
@@ -73,7 +74,7 @@ void ToolTips::MouseOver(wxWindow* over)
 
 void ToolTips::ShowHelp(const std::string& markup)
 {
-    Show(markup, popup_ && popup_->IsShown() ? place_ : wxGetMousePosition() + wxPoint(0, 20));
+    Show(markup, popup_ && popup_->IsShown() ? control_ : wxRect(wxGetMousePosition(), wxSize(1, 1)));
 }
 
 void ToolTips::DialogUsed()
@@ -85,11 +86,20 @@ void ToolTips::DialogUsed()
 void ToolTips::Hide()
 {
     rested_.Stop();
+    watch_.Stop();
     if (popup_)
         popup_->Hide();
 }
 
-void ToolTips::OnRested(wxTimerEvent&)
+void ToolTips::OnWatch()
+{
+    if (IsMouseOnTip() || control_.Contains(wxGetMousePosition()))
+        ticksAway_ = 0;
+    else if (++ticksAway_ >= kTicksToGo)
+        Hide();
+}
+
+void ToolTips::OnRested()
 {
     const auto text = texts_.find(over_);
     // Neither an open list nor another window that the user is asked in may be covered.
@@ -97,44 +107,61 @@ void ToolTips::OnRested(wxTimerEvent&)
         return;
     if (text == texts_.end() || !over_->IsShownOnScreen() || !over_->GetScreenRect().Contains(wxGetMousePosition()))
         return;
-    const wxRect control = over_->GetScreenRect();
-    Show(text->second, wxPoint(control.x, control.GetBottom() + 1));
+    Show(text->second, over_->GetScreenRect());
 }
 
-void ToolTips::Show(const std::string& markup, const wxPoint& place)
+void ToolTips::MakePopup()
+{
+    popup_ = new wxPopupWindow(&parent_, wxBORDER_SIMPLE);
+    page_ = new wxHtmlWindow(popup_, wxID_ANY, wxDefaultPosition, wxSize(kWidth, kWidth), wxHW_SCROLLBAR_NEVER);
+    page_->SetBorders(kMargin);
+    page_->SetStandardFonts(parent_.GetFont().GetPointSize());
+    page_->Bind(wxEVT_HTML_LINK_CLICKED, [this](wxHtmlLinkEvent& event) {
+        // Not from within the page's own handler: the answer may change the page.
+        const std::string link = event.GetLinkInfo().GetHref().utf8_string();
+        parent_.CallAfter([this, link] { follow_(link); });
+    });
+}
+
+void ToolTips::Show(const std::string& markup, const wxRect& control)
 {
     const wxColour background = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOBK);
     const wxColour ink = wxSystemSettings::GetColour(wxSYS_COLOUR_INFOTEXT);
-    if (!popup_) {
-        popup_ = new wxPopupWindow(&parent_, wxBORDER_SIMPLE);
-        page_ = new wxHtmlWindow(popup_, wxID_ANY, wxDefaultPosition, wxSize(kWidth, kWidth), wxHW_SCROLLBAR_NEVER);
-        page_->SetBorders(kMargin);
-        page_->SetStandardFonts(parent_.GetFont().GetPointSize());
-        page_->Bind(wxEVT_HTML_LINK_CLICKED, [this](wxHtmlLinkEvent& event) {
-            // Not from within the page's own handler: the answer may change the page.
-            const std::string link = event.GetLinkInfo().GetHref().utf8_string();
-            parent_.CallAfter([this, link] { follow_(link); });
-        });
-        page_->Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent& event) {
-            event.Skip();
-            if (!IsMouseOnTip())
-                Hide();
-        });
-    }
+    if (!popup_)
+        MakePopup();
     const bool light = background.GetLuminance() > 0.5;
     page_->SetPage(wxString::FromUTF8(ToolTipPage(markup, Css(ink), Css(background), light ? "#1A5FB4" : "#99C1F1")));
     const wxSize size(kWidth, page_->GetInternalRepresentation()->GetHeight() + 2 * kMargin);
     page_->SetSize(size);
     popup_->SetClientSize(size);
-    place_ = place;
-    const int screen = wxDisplay::GetFromWindow(&parent_);
-    const wxRect area = wxDisplay(static_cast<unsigned>(screen == wxNOT_FOUND ? 0 : screen)).GetClientArea();
-    popup_->Move(wxMax(area.x, wxMin(place.x, area.GetRight() - size.x)),
-                 wxMax(area.y, wxMin(place.y, area.GetBottom() - size.y)));
+    control_ = control;
+    popup_->Move(PlaceFor(popup_->GetSize()));
+    ticksAway_ = 0;
+    watch_.Start(kWatch);
     showing_ = true;
     popup_->Show();
     ShareInput(*popup_);
     showing_ = false;
+}
+
+/// Beside the dialog at the height of the control, or else below or above the dialog; on a screen that has no room
+/// there, below the control.
+wxPoint ToolTips::PlaceFor(const wxSize& size) const
+{
+    const int screen = wxDisplay::GetFromWindow(&parent_);
+    const wxRect area = wxDisplay(static_cast<unsigned>(screen == wxNOT_FOUND ? 0 : screen)).GetClientArea();
+    const wxRect dialog = parent_.GetScreenRect();
+    const int x = wxMax(area.x, wxMin(control_.x, area.GetRight() - size.x));
+    const int y = wxMax(area.y, wxMin(control_.y, area.GetBottom() - size.y));
+    const wxPoint places[] = {{dialog.GetRight() + kGap, y},
+                              {dialog.x - size.x - kGap, y},
+                              {x, dialog.GetBottom() + kGap},
+                              {x, dialog.y - size.y - kGap}};
+    for (const wxPoint& place : places) {
+        if (area.Contains(wxRect(place, size)))
+            return place;
+    }
+    return {x, wxMin(control_.GetBottom() + 1, area.GetBottom() - size.y)};
 }
 
 bool ToolTips::IsMouseOnTip() const

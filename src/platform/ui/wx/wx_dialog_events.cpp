@@ -49,6 +49,7 @@ int WxDialogWindow::Run()
     Realize();
     alive_ = true;
     wxEvtHandler::AddFilter(this);
+    const gulong keys = g_signal_connect(dialog_.GetHandle(), "event", G_CALLBACK(&KeyPressed), this);
     bool focusFirst = true;
     WithHostContext([&] { focusFirst = events_.Created(*this); });
     if (!ended_) {
@@ -60,6 +61,7 @@ int WxDialogWindow::Run()
     toolTips_.reset();
     WithHostContext([&] { events_.Dispatch(WM_DESTROY, 0, 0); });
     alive_ = false;
+    g_signal_handler_disconnect(dialog_.GetHandle(), keys);
     wxEvtHandler::RemoveFilter(this);
     dialog_.DeletePendingEvents();
     return result_;
@@ -238,15 +240,39 @@ int WxDialogWindow::FilterEvent(wxEvent& event)
 void WxDialogWindow::OnKey(wxKeyEvent& event)
 {
     const int key = event.GetKeyCode() == WXK_NUMPAD_ENTER ? static_cast<int>(VK_RETURN) : event.GetKeyCode();
-    if (!alive_ || ended_)
-        return;
+    if (alive_ && !ended_ && !TakeKey(key, event.ShiftDown()))
+        event.Skip();
+}
+
+bool WxDialogWindow::TakeKey(int key, bool shift)
+{
     if (toolTips_)
         toolTips_->Hide();
     MSG message{WM_KEYDOWN, static_cast<WPARAM>(key), 0, GetFocus()};
     bool taken = false;
     WithHostContext([&] { taken = events_.Translate(message); });
-    if (!taken && !HandleKey(key, event.ShiftDown()))
-        event.Skip();
+    return taken || HandleKey(key, shift);
+}
+
+/// A list box would keep the Return key to itself and make letters keys of its own, so its keys are looked at before
+/// the toolkit has them.
+int WxDialogWindow::KeyPressed(void*, void* event, WxDialogWindow* self)
+{
+    const auto& key = *static_cast<const GdkEventKey*>(event);
+    if (key.type != GDK_KEY_PRESS)
+        return FALSE;
+    const int focused = self->GetFocus();
+    const Control* const list = self->Find(focused, ControlKind::ListBox);
+    if (!list || !self->alive_ || self->ended_ || (key.state & (GDK_CONTROL_MASK | GDK_MOD1_MASK)) != 0)
+        return FALSE;
+    if (key.keyval == GDK_KEY_Return || key.keyval == GDK_KEY_KP_Enter)
+        return self->TakeKey(static_cast<int>(VK_RETURN), false) ? TRUE : FALSE;
+    const gunichar letter = gdk_keyval_to_unicode(key.keyval);
+    if (!g_unichar_isgraph(letter))
+        return FALSE;
+    if (GoToListRow(*list->window, static_cast<wxChar>(letter)))
+        self->Notify(focused, LBN_SELCHANGE);
+    return TRUE;
 }
 
 bool WxDialogWindow::HandleKey(int key, bool shift)

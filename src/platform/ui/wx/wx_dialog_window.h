@@ -77,7 +77,9 @@ private:
     void Listen(const ControlTemplate& form, wxWindow& window);
     void Realize();
     int FilterEvent(wxEvent& event) override;
+    static int KeyPressed(void* widget, void* event, WxDialogWindow* self);
     void OnKey(wxKeyEvent& event);
+    bool TakeKey(int key, bool shift);
     bool HandleKey(int key, bool shift);
     void Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     void Notify(int control, UINT notification);
