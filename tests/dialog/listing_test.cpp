@@ -1,6 +1,7 @@
 // Opening, listing, selecting, previewing.
 
 #include "dialog/detail_fixture.h"
+#include "dialog/detail_pictures.h"
 
 namespace tessara::test {
 
@@ -98,8 +99,17 @@ TEST_F(DetailDialogTest, ShowsTheSurfacesSettings)
             EXPECT_EQ(dialog.GetText(kTilingXField), shown.xText);
             EXPECT_EQ(dialog.GetText(kTilingYField), shown.yText);
             EXPECT_EQ(dialog.CurrentRow(kBrightnessList), shown.row);
-            for (const int button : {kApplyButton, kDeleteButton, kImportButton})
-                EXPECT_EQ(dialog.images[button].width, 16);
+            // The third picture of the strip, its first and its second one, without their background.
+            const std::pair<int, int> pictures[] = {{kApplyButton, 32}, {kDeleteButton, 0}, {kImportButton, 16}};
+            const Image strip = MakeIconStrip();
+            for (const auto& [button, left] : pictures) {
+                const Image& picture = dialog.images[button];
+                ASSERT_EQ(picture.width, 16);
+                for (int at = 0; at < 16 * 16; ++at) {
+                    const std::uint8_t* pixel = picture.At(at % 16, at / 16);
+                    EXPECT_TRUE(pixel[3] == 0 || std::equal(pixel, pixel + 3, strip.At(left + at % 16, at / 16)));
+                }
+            }
         });
     }
 }

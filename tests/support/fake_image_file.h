@@ -5,7 +5,7 @@
 
 namespace tessara::test {
 
-/// An image reader that delivers one pixel of the test's, or nothing.
+/// An image reader that delivers 3 x 2 pixels, or nothing.
 class FakeImageFile final : public Fake<IImageFile> {
 public:
     using Fake::Fake;
@@ -23,8 +23,8 @@ public:
     {
         return Give(bitsPerPixel, 32, "GetBitsPerPixel");
     }
-    HRESULT STDMETHODCALLTYPE GetHeight(UINT* height) override { return Give(height, 1, "GetHeight"); }
-    HRESULT STDMETHODCALLTYPE GetWidth(UINT* width) override { return Give(width, 1, "GetWidth"); }
+    HRESULT STDMETHODCALLTYPE GetHeight(UINT* height) override { return Give(height, 2, "GetHeight"); }
+    HRESULT STDMETHODCALLTYPE GetWidth(UINT* width) override { return Give(width, 3, "GetWidth"); }
     HRESULT STDMETHODCALLTYPE Open() override
     {
         Log("Open");
@@ -39,7 +39,7 @@ public:
 
     HRESULT openResult = S_OK;
     bool hasPixels = true;
-    BYTE pixel[4] = {1, 2, 3, 4};
+    BYTE pixel[3 * 2 * 4] = {1, 2, 3, 4};
 };
 
 /// Serves one object as every new object of a class, as long as it lives.

@@ -275,7 +275,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE LoadTextureFromDB(BSTR name, BSTR table, ULONG* id, VARIANT* selector) override
     {
-        *id = 77;
+        *id = loadedId;
         Log("LoadTextureFromDB", name, table, selector ? "user" : "system");
         return loadResult;
     }
@@ -296,6 +296,7 @@ public:
     ITextureDatabase* systemDatabase = nullptr;
     ITextureDatabase* userDatabase = nullptr;
     HRESULT loadResult = S_OK;
+    ULONG loadedId = 77;       ///< that LoadTextureFromDB writes, also when it fails
     ULONG previewTexture = 0;  ///< 0 for none
 
 private:

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <new>
 
 namespace tessara::test {
 
@@ -128,13 +129,25 @@ std::string Text(List<T> list)
     return result + "}";
 }
 
+/// What is to be kept of a call is lost without memory for it: no exception may cross these functions.
+template <class Body>
+void WithMemory(Body&& body)
+{
+    try {
+        body();
+    } catch (const std::bad_alloc&) {
+    }
+}
+
 template <class... Args>
 RecordingGl& Record(const char* function, Args... args)
 {
-    std::string line = std::string(function) + "(";
-    ((line += (line.back() == '(' ? "" : ", ") + Text(args)), ...);
     RecordingGl& gl = RecordingGl::Get();
-    gl.Add(line + ")");
+    WithMemory([&] {
+        std::string line = std::string(function) + "(";
+        ((line += (line.back() == '(' ? "" : ", ") + Text(args)), ...);
+        gl.Add(line + ")");
+    });
     return gl;
 }
 
@@ -288,20 +301,22 @@ void APIENTRY glClientActiveTextureARB(GLenum unit)
 void APIENTRY glDrawElements(GLenum mode, GLsizei count, GLenum type, const void* indices)
 {
     RecordingGl& gl = Record("glDrawElements", Primitive{mode}, count, Enum{type}, indices);
-    DrawnElements& draw = gl.drawn.emplace_back();
-    draw.mode = mode;
-    if (type != GL_UNSIGNED_BYTE || count <= 0 || !indices)
-        return;
-    const auto* first = static_cast<const GLubyte*>(indices);
-    draw.indices.assign(first, first + count);
-    const std::size_t used = std::size_t{1} + *std::max_element(draw.indices.begin(), draw.indices.end());
-    CopyArray(gl.vertexArray, used, draw.vertices);
-    CopyArray(gl.normalArray, used, draw.normals);
-    CopyArray(gl.colorArray, used, draw.colors);
-    CopyArray(gl.texCoordArray[0], used, draw.texCoords[0]);
-    CopyArray(gl.texCoordArray[1], used, draw.texCoords[1]);
-    if (gl.onDraw)
-        gl.onDraw(draw);
+    WithMemory([&] {
+        DrawnElements& draw = gl.drawn.emplace_back();
+        draw.mode = mode;
+        if (type != GL_UNSIGNED_BYTE || count <= 0 || !indices)
+            return;
+        const auto* first = static_cast<const GLubyte*>(indices);
+        draw.indices.assign(first, first + count);
+        const std::size_t used = std::size_t{1} + *std::max_element(draw.indices.begin(), draw.indices.end());
+        CopyArray(gl.vertexArray, used, draw.vertices);
+        CopyArray(gl.normalArray, used, draw.normals);
+        CopyArray(gl.colorArray, used, draw.colors);
+        CopyArray(gl.texCoordArray[0], used, draw.texCoords[0]);
+        CopyArray(gl.texCoordArray[1], used, draw.texCoords[1]);
+        if (gl.onDraw)
+            gl.onDraw(draw);
+    });
 }
 
 void APIENTRY glPixelStorei(GLenum name, GLint value)
@@ -340,13 +355,15 @@ GLint APIENTRY gluBuild2DMipmaps(GLenum target, GLint components, GLsizei width,
 {
     RecordingGl& gl =
         Record("gluBuild2DMipmaps", Enum{target}, components, width, height, Enum{format}, Enum{type}, data);
-    Upload& upload = gl.uploads.emplace_back();
-    upload = {gl.boundTexture[gl.activeUnit], components, width, height, format, gl.unpackAlignment, {}};
-    if (data && width > 0 && height > 0) {
-        const auto* first = static_cast<const unsigned char*>(data);
-        upload.pixels.assign(first, first + static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
-                                                BytesPerPixel(format));
-    }
+    WithMemory([&] {
+        Upload& upload = gl.uploads.emplace_back();
+        upload = {gl.boundTexture[gl.activeUnit], components, width, height, format, gl.unpackAlignment, {}};
+        if (data && width > 0 && height > 0) {
+            const auto* first = static_cast<const unsigned char*>(data);
+            upload.pixels.assign(first, first + static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                                                    BytesPerPixel(format));
+        }
+    });
     return gl.buildResult;
 }
 

@@ -70,16 +70,16 @@ TEST_F(ImportTest, AnImageReplacesTheSourceTexture)
                 ElementsAre("AskForFile()", "BeginWaitCursor()", "GetProgressWindow()", "SetProgressWindow(some)",
                             "SetTextureMgr(some)", "SetFileName(/pictures/ground.png)", "Open()", "GetWidth()",
                             "GetHeight()", "ReadPixels()", "GetPixels()", "GetBitsPerPixel()",
-                            "SetElementName(TESSARA_SURFACE)", "SetTextureName(key1)", "CreateTexture(1, 1, 32)",
+                            "SetElementName(TESSARA_SURFACE)", "SetTextureName(key1)", "CreateTexture(3, 2, 32)",
                             "UnbindTexture()", "Close()", "EndWaitCursor()"));
     EXPECT_EQ(UsesSource(), 1);
-    EXPECT_THAT(textures->lastPixels, ElementsAre(1, 2, 3, 4));
+    EXPECT_EQ(textures->lastPixels, std::vector<BYTE>(image->pixel, std::end(image->pixel)));
     EXPECT_EQ(image->References(), 1u);
     EXPECT_EQ(progress->References(), 1u);
     EXPECT_EQ(windows.waiting, 0);
 
     EXPECT_EQ(Import(), S_OK);
-    EXPECT_THAT(TakeLog(), testing::IsSupersetOf({"ReleaseTexture(100)", "CreateTexture(1, 1, 32)"}));
+    EXPECT_THAT(TakeLog(), testing::IsSupersetOf({"ReleaseTexture(100)", "CreateTexture(3, 2, 32)"}));
     surface->ActivateSourceTexture();
     EXPECT_THAT(TakeLog(), testing::Contains("BindTexture(101)"));
 }
@@ -91,7 +91,7 @@ TEST_F(ImportTest, TheOldTextureGoesBeforeTheNewOneComes)
     Import();
     const CallLog calls = TakeLog();
     const auto released = std::find(calls.begin(), calls.end(), "ReleaseTexture(100)");
-    EXPECT_EQ(*(released + 3), "CreateTexture(1, 1, 32)");
+    EXPECT_EQ(*(released + 3), "CreateTexture(3, 2, 32)");
 }
 
 TEST_F(ImportTest, AFileThatCannotBeReadIsReportedAndKeepsTheSlot)

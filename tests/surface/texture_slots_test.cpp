@@ -45,9 +45,9 @@ TEST_F(SlotsTest, ADetailTextureTakesItsPlaceAfterTheLoad)
 
 TEST_F(SlotsTest, AFailedLoadKeepsTheSlot)
 {
-    textures->nextId = 5;
     LoadDetail("k1", "t1", true);
     TakeLog();
+    host->loadedId = 78;
     host->loadResult = static_cast<HRESULT>(0x80040001);
     EXPECT_EQ(LoadDetail("k2", "t2", false), static_cast<HRESULT>(0x80040001));
     EXPECT_THAT(TakeLog(), ElementsAre("LoadTextureFromDB(k2, t2, system)", "UnbindTexture()"));
