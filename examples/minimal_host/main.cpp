@@ -1,16 +1,16 @@
 // The smallest host that draws: a height field of its own, the library's host object and camera, one terrain, one
 // frame off-screen.
 
-#include "host/camera.h"
-#include "host/kvo_host.h"
-#include "platform/com/bstr.h"
-#include "platform/com/com_object.h"
-#include "platform/com/module_class.h"
-#include "platform/gl/gl.h"
-#include "services/elevation_matrix.h"
-#include "surface/itessara.h"
-#include "textures/elevation_element.h"
-#include "textures/elevation_palette.h"
+#include <tessara/host/camera.h>
+#include <tessara/host/kvo_host.h>
+#include <tessara/platform/com/bstr.h>
+#include <tessara/platform/com/com_object.h>
+#include <tessara/platform/com/module_class.h>
+#include <tessara/platform/gl/gl.h>
+#include <tessara/services/elevation_matrix.h>
+#include <tessara/surface/itessara.h>
+#include <tessara/textures/elevation_element.h>
+#include <tessara/textures/elevation_palette.h>
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "host/vector3.h"
-#include "platform/com/com_object.h"
-#include "services/camera_object.h"
-#include "terrain/terrain_frustum.h"
+#include "../platform/com/com_object.h"
+#include "../services/camera_object.h"
+#include "../terrain/terrain_frustum.h"
+#include "vector3.h"
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/com/com_object.h"
-#include "platform/com/guard.h"
+#include "../platform/com/com_object.h"
+#include "../platform/com/guard.h"
 
 namespace tessara {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/com/com_object.h"
-#include "services/progress_window.h"
+#include "../platform/com/com_object.h"
+#include "../services/progress_window.h"
 
 #include <iosfwd>
 #include <string>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/com/com_object.h"
-#include "services/elevation_matrix.h"
-#include "textures/elevation_grid.h"
-#include "textures/elevation_palette.h"
+#include "../platform/com/com_object.h"
+#include "../services/elevation_matrix.h"
+#include "../textures/elevation_grid.h"
+#include "../textures/elevation_palette.h"
 
 #include <memory>
 #include <vector>

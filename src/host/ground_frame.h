@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/vector3.h"
+#include "vector3.h"
 
 namespace tessara {
 

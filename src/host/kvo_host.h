@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/textures/texture_databases.h"
-#include "platform/com/com_object.h"
-#include "services/kvo_host.h"
-#include "services/progress_window.h"
-#include "services/texture_mgr.h"
+#include "../platform/com/com_object.h"
+#include "../services/kvo_host.h"
+#include "../services/progress_window.h"
+#include "../services/texture_mgr.h"
+#include "textures/texture_databases.h"
 
 namespace tessara {
 

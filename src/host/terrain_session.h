@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/elevation_matrix.h"
-#include "host/ground_frame.h"
-#include "services/camera_object.h"
-#include "services/kvo_host.h"
-#include "surface/itessara.h"
+#include "../services/camera_object.h"
+#include "../services/kvo_host.h"
+#include "../surface/itessara.h"
+#include "elevation_matrix.h"
+#include "ground_frame.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/unknown.h"
+#include "../platform/com/unknown.h"
 
 /// An OpenGL context of its own on a control of a window, for a preview beside the terrain's context.
 struct IGLContext : IUnknown {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/unknown.h"
+#include "../platform/com/unknown.h"
 
 struct IImageFile;
 struct IProgressWindow;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/unknown.h"
+#include "../platform/com/unknown.h"
 
 /// A value that FindNode found: an opaque word of the parser's, meaningful to it alone.
 using ParserNode = void*;

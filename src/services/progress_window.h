@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/unknown.h"
+#include "../platform/com/unknown.h"
 
 /// The host's progress and message display. Order of a long task: SetProgressTitle, SetProgressRange, BeginProgress,
 /// StepProgress as the work goes on, EndProgress. Results are not looked at.

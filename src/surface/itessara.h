@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/unknown.h"
+#include "../platform/com/unknown.h"
 
 /// How the terrain treats its heights while drawing.
 enum TESSARA_RENDER_MODE : std::int32_t {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gl/gl.h"
+#include "../platform/gl/gl.h"
 
 #include <cstdint>
 #include <cstdlib>

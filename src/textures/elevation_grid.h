@@ -1,6 +1,6 @@
 #pragma once
 
-#include "textures/elevation_element.h"
+#include "elevation_element.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "host/textures/database_place.h"
+#include "host/textures/texture_store.h"
 #include "samples/grounds/detail_textures.h"
 
 #include <gtest/gtest.h>
@@ -75,7 +75,7 @@ TEST_P(DetailTextureTest, ContinuesPastItsEdges)
 
 TEST_P(DetailTextureTest, StandsInTheShippedDatabaseAsItIsPainted)
 {
-    const auto store = SystemDatabase().Open();
+    const auto store = OpenStore(SystemDatabase());
     const std::vector<TextureEntry> entries = store->List(kDetailTable);
     ASSERT_EQ(entries.size(), detail::DetailTextures().size());
     EXPECT_EQ(entries[GetParam()].key, texture_.key);

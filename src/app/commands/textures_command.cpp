@@ -4,7 +4,7 @@
 #include "app/output/output_check.h"
 #include "app/output/png_file.h"
 #include "host/element_keys.h"
-#include "host/textures/database_place.h"
+#include "host/textures/texture_store.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -65,7 +65,7 @@ void List(const TexturesOptions& options)
 {
     std::vector<std::vector<std::string>> rows = {{"DATABASE", "NAME", "SIZE", "BITS", "KEY"}};
     for (const std::string& database : Databases(options)) {
-        const auto store = PlaceOf(database).Open();
+        const auto store = OpenStore(PlaceOf(database));
         for (const TextureEntry& entry : store ? store->List(kDetailTable) : std::vector<TextureEntry>())
             rows.push_back(
                 {database, entry.displayName, SizeText(entry), std::to_string(entry.bitsPerPixel), entry.key});
@@ -90,7 +90,7 @@ struct Found {
 Found Find(const TexturesOptions& options)
 {
     for (const std::string& database : Databases(options)) {
-        const auto store = PlaceOf(database).Open();
+        const auto store = OpenStore(PlaceOf(database));
         const auto key = store ? KeyOf(*store, options.name) : std::nullopt;
         if (!key)
             continue;
@@ -145,7 +145,7 @@ void Show(const TexturesOptions& options)
 void Import(const TexturesOptions& options)
 {
     const DatabasePlace place = UserDatabase();
-    if (const auto store = place.Open(); store && store->FindName(kDetailTable, options.name) && !options.replace)
+    if (const auto store = OpenStore(place); store && store->FindName(kDetailTable, options.name) && !options.replace)
         throw std::runtime_error("There is a texture \"" + options.name + "\" already; --replace replaces it.");
     TextureElement element = ReadImage(options.file);
     element.key = NewElementKey();
@@ -161,7 +161,7 @@ void Import(const TexturesOptions& options)
 
 void Delete(const TexturesOptions& options)
 {
-    const auto store = UserDatabase().Open();
+    const auto store = OpenStore(UserDatabase());
     std::vector<std::string> keys;
     for (const std::string& name : options.names) {
         const auto key = store ? KeyOf(*store, name) : std::nullopt;

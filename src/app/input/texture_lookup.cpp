@@ -1,7 +1,5 @@
 #include "app/input/texture_lookup.h"
 
-#include "host/textures/database_place.h"
-
 #include <stdexcept>
 
 namespace tessara {
@@ -18,7 +16,7 @@ std::optional<std::string> KeyOf(TextureStore& store, const std::string& name)
 DetailTexture FindDetailTexture(const std::string& name)
 {
     for (const bool ofUser : {true, false}) {
-        const auto store = (ofUser ? UserDatabase() : SystemDatabase()).Open();
+        const auto store = OpenStore(ofUser ? UserDatabase() : SystemDatabase());
         const auto key = store ? KeyOf(*store, name) : std::nullopt;
         if (!key)
             continue;

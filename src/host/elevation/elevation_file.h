@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/elevation/elevation_data.h"
-#include "host/elevation/elevation_fill.h"
-#include "host/elevation/progress_callback.h"
+#include "elevation_data.h"
+#include "elevation_fill.h"
+#include "progress_callback.h"
 
 #include <cstdint>
 #include <optional>

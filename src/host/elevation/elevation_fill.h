@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/elevation/elevation_data.h"
+#include "elevation_data.h"
 
 namespace tessara {
 

@@ -4,6 +4,7 @@
 #include "host/project/project_writer.h"
 #include "host/storage/sqlite_file.h"
 #include "host/storage/user_folders.h"
+#include "platform/system/file_lock.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -36,7 +37,7 @@ void Remove(const std::string& path) noexcept
 }
 
 /// A name in the folder that no other program has. \throws StorageError
-std::pair<std::string, FileLock> NewPlace(const std::string& folder)
+std::pair<std::string, std::unique_ptr<FileLock>> NewPlace(const std::string& folder)
 {
     std::error_code error;
     fs::create_directories(folder, error);
@@ -47,7 +48,7 @@ std::pair<std::string, FileLock> NewPlace(const std::string& folder)
         const auto end = std::to_chars(digits, digits + sizeof digits, std::random_device()(), 16);
         const std::string path = (fs::path(folder) / std::string(digits, end.ptr)).string() + kProjectSuffix;
         if (auto lock = FileLock::Try(LockOf(path), FileLock::Open::New))
-            return {path, std::move(*lock)};
+            return {path, std::make_unique<FileLock>(std::move(*lock))};
         if (errno != EEXIST && errno != EWOULDBLOCK)
             break;
     }
@@ -61,12 +62,16 @@ std::string AutosaveFolder()
     return (UserStateFolder() / "tessara" / "autosave").string();
 }
 
-Recovery::Recovery(FileLock lock, std::string path) : lock_(std::move(lock)), path_(std::move(path))
+Recovery::Recovery(std::unique_ptr<FileLock> lock, std::string path) : lock_(std::move(lock)), path_(std::move(path))
 {
     projectPath_ = TextOf(ProjectFile(path_).Settings(), kProjectSetting);
     time_ = std::chrono::time_point_cast<std::chrono::system_clock::duration>(
         std::chrono::file_clock::to_sys(fs::last_write_time(path_)));
 }
+
+Recovery::Recovery(Recovery&& other) noexcept = default;
+Recovery& Recovery::operator=(Recovery&& other) noexcept = default;
+Recovery::~Recovery() = default;
 
 void Recovery::Discard()
 {
@@ -92,7 +97,7 @@ std::vector<Recovery> FindRecoveries(const std::string& folder)
             continue;
         }
         try {
-            found.push_back(Recovery(std::move(*lock), project));
+            found.push_back(Recovery(std::make_unique<FileLock>(std::move(*lock)), project));
         } catch (const std::exception&) {
             // Damaged, or of a newer version of the program: not for us to offer, nor to throw away.
         }
@@ -103,7 +108,7 @@ std::vector<Recovery> FindRecoveries(const std::string& folder)
 
 Autosave::Autosave(const std::string& folder) : Autosave(NewPlace(folder)) {}
 
-Autosave::Autosave(std::pair<std::string, FileLock> place)
+Autosave::Autosave(std::pair<std::string, std::unique_ptr<FileLock>> place)
     : lockPath_(LockOf(place.first)), path_(std::move(place.first)), lock_(std::move(place.second))
 {
 }

@@ -1,21 +1,25 @@
 #pragma once
 
-#include "platform/system/file_lock.h"
-
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace tessara {
 
+class FileLock;
 class ProjectWriter;
 
 /// Work that a program hadn't saved when it ended without being asked: a project in the autosave folder. As long as
 /// this object lives, no other program offers it.
 class Recovery {
 public:
+    Recovery(Recovery&& other) noexcept;
+    Recovery& operator=(Recovery&& other) noexcept;
+    ~Recovery();
+
     /// The project that holds the work.
     const std::string& Path() const noexcept { return path_; }
 
@@ -31,9 +35,9 @@ public:
 private:
     friend class Autosave;
     friend std::vector<Recovery> FindRecoveries(const std::string& folder);
-    Recovery(FileLock lock, std::string path);
+    Recovery(std::unique_ptr<FileLock> lock, std::string path);
 
-    FileLock lock_;
+    std::unique_ptr<FileLock> lock_;
     std::string path_;
     std::string projectPath_;
     std::chrono::system_clock::time_point time_;
@@ -72,11 +76,11 @@ public:
     const std::string& Path() const noexcept { return path_; }
 
 private:
-    explicit Autosave(std::pair<std::string, FileLock> place);
+    explicit Autosave(std::pair<std::string, std::unique_ptr<FileLock>> place);
 
     std::string lockPath_;
     std::string path_;
-    FileLock lock_;
+    std::unique_ptr<FileLock> lock_;
 };
 
 }  // namespace tessara

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/project/project_place.h"
+#include "project_place.h"
 
 #include <memory>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/project/project_setting.h"
-#include "platform/com/com_object.h"
-#include "services/parser.h"
+#include "../../platform/com/com_object.h"
+#include "../../services/parser.h"
+#include "project_setting.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/elevation/elevation_data.h"
-#include "host/project/project_view.h"
-#include "textures/elevation_palette.h"
+#include "../../textures/elevation_palette.h"
+#include "../elevation/elevation_data.h"
+#include "project_view.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/project/project_setting.h"
-#include "host/vector3.h"
+#include "../vector3.h"
+#include "project_setting.h"
 
 #include <optional>
 #include <string>

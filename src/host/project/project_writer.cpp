@@ -2,6 +2,8 @@
 
 #include "host/project/project_database.h"
 #include "host/project/project_file.h"
+#include "host/storage/storage_error.h"
+#include "platform/system/replacement_file.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -23,8 +25,8 @@ const std::string& Replaceable(const std::string& path)
 }  // namespace
 
 ProjectWriter::ProjectWriter(const std::string& path)
-try : file_(Replaceable(path), ReplacementFile::Kind::File),
-    database_(std::make_shared<ProjectDatabase>(file_.Path(), file_.Target())) {
+try : file_(std::make_unique<ReplacementFile>(Replaceable(path), ReplacementFile::Kind::File)),
+    database_(std::make_shared<ProjectDatabase>(file_->Path(), file_->Target())) {
 } catch (const FileError& error) {
     throw StorageError("Can't write \"" + path + "\": " + error.Reason());
 }
@@ -35,7 +37,7 @@ ComPtr<ProjectPlace> ProjectWriter::AddElement(const std::string& name)
 {
     const auto elements = database_->Elements();
     if (name.empty() || std::any_of(elements.begin(), elements.end(), [&](const auto& e) { return e.name == name; }))
-        throw StorageError("The project \"" + file_.Target() + "\" can't have another terrain of the name \"" + name +
+        throw StorageError("The project \"" + file_->Target() + "\" can't have another terrain of the name \"" + name +
                            "\"");
     return MakeObject<ProjectPlace>(database_, database_->AddElement(name), name, true);
 }
@@ -56,9 +58,9 @@ void ProjectWriter::Set(std::string_view name, const ProjectSetting& value)
 void ProjectWriter::PutInPlace()
 {
     try {
-        file_.PutInPlace();
+        file_->PutInPlace();
     } catch (const FileError& error) {
-        throw StorageError("Can't write \"" + file_.Target() + "\": " + error.Reason());
+        throw StorageError("Can't write \"" + file_->Target() + "\": " + error.Reason());
     }
 }
 
@@ -68,7 +70,7 @@ void ProjectWriter::Commit()
         database_->Close();
         PutInPlace();
     } catch (const StorageError& error) {
-        if (!file_.ReplacesFile())
+        if (!file_->ReplacesFile())
             throw;
         throw StorageError(std::string(error.what()) + "; the old project is unchanged");
     }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "host/project/project_place.h"
-#include "platform/system/replacement_file.h"
+#include "project_place.h"
 
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace tessara {
+
+class ReplacementFile;
 
 /// A new version of a project, or a new project. Nothing of it shows until Commit puts it in place of the old one as a
 /// whole; a process that ends before leaves the old one as it was. Methods throw StorageError, one sentence for the
@@ -40,7 +41,7 @@ public:
 private:
     void PutInPlace();
 
-    ReplacementFile file_;
+    std::unique_ptr<ReplacementFile> file_;
     std::shared_ptr<ProjectDatabase> database_;
 };
 

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "host/storage/storage_error.h"
+
 #include <cstdint>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -10,12 +11,6 @@ struct sqlite3;
 struct sqlite3_stmt;
 
 namespace tessara {
-
-/// A database file that can't be opened, read or written: one sentence that names the file.
-class StorageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// An SQLite file of one kind, known by a number in its header. Several processes may have it open: who finds it locked
 /// waits a while. Text is UTF-8.

@@ -1,20 +1,16 @@
 #pragma once
 
-#include "host/textures/texture_store.h"
-
-#include <memory>
 #include <string>
 
 namespace tessara {
+
+/// The table of detail textures, on which everything works that names no other.
+inline constexpr const char* kDetailTable = "TerrainTextureDetail";
 
 /// Which file, and who may write to it.
 struct DatabasePlace {
     std::string path;
     bool writable = false;
-
-    /// Opens the file. \return null for a writable place without a file, which counts as an empty database
-    /// \throws StorageError; std::bad_alloc
-    std::unique_ptr<TextureStore> Open() const;
 };
 
 /// The database that is installed with the library, or lies in its build tree. Nobody writes to it.

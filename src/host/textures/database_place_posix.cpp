@@ -14,15 +14,6 @@ constexpr const char* kSystemFile = "textures.db";
 
 }  // namespace
 
-std::unique_ptr<TextureStore> DatabasePlace::Open() const
-{
-    if (writable && !fs::exists(path))
-        return nullptr;
-    // What a program left behind that ended in the middle of a write can only be undone by who may write.
-    return std::make_unique<TextureStore>(path,
-                                          writable ? SqliteFile::Access::ReadWrite : SqliteFile::Access::ReadOnly);
-}
-
 DatabasePlace SystemDatabase()
 {
     const fs::path own = OwnFolder();

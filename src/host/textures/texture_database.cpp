@@ -48,7 +48,7 @@ HRESULT TextureDatabase::Run(Body&& body)
 TextureStore* TextureDatabase::Reading()
 {
     if (!store_)
-        store_ = place_.Open();
+        store_ = OpenStore(place_);
     return store_.get();
 }
 

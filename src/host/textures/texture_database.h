@@ -1,17 +1,14 @@
 #pragma once
 
-#include "host/textures/database_place.h"
+#include "host/textures/failure_report.h"
+#include "host/textures/texture_store.h"
 #include "platform/com/com_object.h"
 #include "services/texture_database.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 
 namespace tessara {
-
-/// Told of each failure: one sentence.
-using FailureReport = std::function<void(const std::string&)>;
 
 /// A texture database for one action of its caller, on a file that is opened by the first method that needs it. A
 /// database that may be written to and has no file yet is empty; the first element makes the file.

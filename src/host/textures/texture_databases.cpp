@@ -1,5 +1,6 @@
 #include "host/textures/texture_databases.h"
 
+#include "host/textures/texture_database.h"
 #include "platform/com/bstr.h"
 #include "platform/com/guard.h"
 #include "platform/system/debug_output.h"
@@ -14,7 +15,7 @@ namespace {
 /// \throws StorageError
 TextureElement FindElement(const DatabasePlace& place, std::string_view name, std::string_view table)
 {
-    if (const std::unique_ptr<TextureStore> store = place.Open()) {
+    if (const std::unique_ptr<TextureStore> store = OpenStore(place)) {
         if (auto element = store->Load(table, name))
             return *std::move(element);
         if (const auto key = store->FindName(table, name)) {

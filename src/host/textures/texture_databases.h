@@ -1,7 +1,10 @@
 #pragma once
 
-#include "host/textures/texture_database.h"
-#include "services/texture_mgr.h"
+#include "../../platform/com/com_ptr.h"
+#include "../../services/texture_database.h"
+#include "../../services/texture_mgr.h"
+#include "database_place.h"
+#include "failure_report.h"
 
 #include <string_view>
 

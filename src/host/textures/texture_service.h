@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/com/com_object.h"
-#include "services/texture_mgr.h"
-#include "textures/ctexture_mgr_imp.h"
+#include "../../platform/com/com_object.h"
+#include "../../services/texture_mgr.h"
+#include "../../textures/ctexture_mgr_imp.h"
 
 #include <string>
 

@@ -145,4 +145,13 @@ bool TextureStore::Remove(std::string_view table, std::string_view key)
     return file_.ChangedRows() != 0;
 }
 
+std::unique_ptr<TextureStore> OpenStore(const DatabasePlace& place)
+{
+    if (place.writable && !std::filesystem::exists(place.path))
+        return nullptr;
+    // What a program left behind that ended in the middle of a write can only be undone by who may write.
+    return std::make_unique<TextureStore>(place.path, place.writable ? SqliteFile::Access::ReadWrite
+                                                                     : SqliteFile::Access::ReadOnly);
+}
+
 }  // namespace tessara

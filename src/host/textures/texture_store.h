@@ -1,8 +1,10 @@
 #pragma once
 
 #include "host/storage/sqlite_file.h"
+#include "host/textures/database_place.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,9 +12,6 @@
 #include <vector>
 
 namespace tessara {
-
-/// The table of detail textures, on which everything works that names no other.
-inline constexpr const char* kDetailTable = "TerrainTextureDetail";
 
 /// One picture of a texture database, without its pixels.
 struct TextureEntry {
@@ -58,5 +57,9 @@ public:
 private:
     SqliteFile file_;
 };
+
+/// Opens the store at a place. \return null for a writable place without a file, which counts as an empty database
+/// \throws StorageError; std::bad_alloc
+std::unique_ptr<TextureStore> OpenStore(const DatabasePlace& place);
 
 }  // namespace tessara

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/com/com.h"
-#include "platform/com/registry_scope.h"
+#include "com.h"
+#include "registry_scope.h"
 
 #include <string>
 #include <string_view>

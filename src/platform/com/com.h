@@ -3,7 +3,7 @@
 // The C functions of the component model, under their usual names. One shared library implements them, so that a host
 // and every module in the process see the same class table and the same allocator.
 
-#include "platform/com/unknown.h"
+#include "unknown.h"
 
 extern "C" {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/com_ptr.h"
+#include "com_ptr.h"
 
 #include <atomic>
 #include <new>

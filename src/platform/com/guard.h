@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/types.h"
+#include "types.h"
 
 #include <new>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/types.h"
+#include "types.h"
 
 /// Identifier of interface T. Each interface specialises it beside its declaration.
 template <class T>

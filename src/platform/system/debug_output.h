@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/types.h"
+#include "../com/types.h"
 
 /// Sends one line to the process's debug stream: the sink of SetDebugSink, or standard error without one. Failures of
 /// OpenGL and internal ones go here; the user doesn't see them. Null is nothing.

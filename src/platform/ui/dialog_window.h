@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ui/image.h"
-#include "platform/ui/window_types.h"
+#include "image.h"
+#include "window_types.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ui/dialog_template.h"
-#include "platform/ui/window_types.h"
+#include "dialog_template.h"
+#include "window_types.h"
 
 #include <memory>
 #include <optional>

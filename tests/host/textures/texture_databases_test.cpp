@@ -1,5 +1,6 @@
 #include "host/textures/texture_databases.h"
 #include "host/textures/texture_service.h"
+#include "host/textures/texture_store.h"
 #include "platform/com/bstr.h"
 #include "support/message_capture.h"
 #include "support/recording_gl.h"
