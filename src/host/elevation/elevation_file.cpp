@@ -104,6 +104,7 @@ ElevationData Read(const std::string& path, const ElevationReadOptions& options,
     ReadHeights(source, data, progress);
     data.heightUnit = source.Unit().metres;
     data.heightUnitName = source.Unit().name;
+    data.noDataMark = source.NoDataMark();
     const std::vector<std::string> notes = source.Notes();
     data.notes.insert(data.notes.end(), notes.begin(), notes.end());
     Flip(ground, data);

@@ -28,7 +28,11 @@ bool FillMissing(ElevationData& data, ElevationFill fill)
     data.missing = static_cast<std::size_t>(missing);
     if (data.missing == data.metres.size())
         return false;
+    data.holes.clear();
     if (data.missing > 0) {
+        data.holes.resize(data.metres.size());
+        std::transform(data.metres.begin(), data.metres.end(), data.holes.begin(),
+                       [](float height) { return static_cast<std::uint8_t>(std::isnan(height) ? 1 : 0); });
         if (fill == ElevationFill::Lowest)
             FillLowest(data);
         else

@@ -10,7 +10,8 @@ enum class ElevationFill {
     Lowest,  ///< the lowest height of the grid
 };
 
-/// Gives every cell of `data.metres` that is not a number a height, counts them in `data.missing`, and sets the range.
+/// Gives every cell of `data.metres` that is not a number a height, marks them in `data.holes`, counts them in
+/// `data.missing`, and sets the range.
 /// \return false, with the heights untouched, when no cell has a height
 bool FillMissing(ElevationData& data, ElevationFill fill);
 

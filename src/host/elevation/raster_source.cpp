@@ -229,6 +229,15 @@ bool RasterSource::IsUndeclaredMark(double value)
     return true;
 }
 
+std::optional<double> RasterSource::NoDataMark() const
+{
+    int isDeclared = FALSE;
+    const double declared = band_->GetNoDataValue(&isDeclared);
+    if (isDeclared != FALSE)
+        return declared;
+    return undeclaredMark_ ? undeclaredMark_ : noData_;
+}
+
 std::vector<std::string> RasterSource::Notes() const
 {
     std::vector<std::string> notes = notes_;

@@ -49,6 +49,9 @@ public:
     /// Sentences on how the heights were understood. Complete after the last row.
     std::vector<std::string> Notes() const;
 
+    /// The value that stands for no data in the file, where it has one. Complete after the last row.
+    std::optional<double> NoDataMark() const;
+
     /// The unit of the file's heights. What is read is in metres.
     const HeightUnit& Unit() const noexcept { return unit_; }
 

@@ -46,6 +46,7 @@ TEST_F(ElevationFileTest, EveryFormatGivesItsHeightsRowByRowFromTheNorth)
         EXPECT_EQ(data.minimum, 0.0f);
         EXPECT_EQ(data.maximum, 24.0f);
         EXPECT_EQ(data.missing, 0u);
+        EXPECT_TRUE(data.holes.empty());
         EXPECT_FALSE(data.format.empty());
     }
 }
@@ -79,40 +80,51 @@ TEST_F(ElevationFileTest, CellsWithoutDataAreFoundHoweverTheFileMarksThem)
     RasterSpec plain;
     plain.width = 3;
     plain.height = 1;
-    struct Case {
-        std::string name;
-        RasterSpec spec;
-        double mark;
-        std::optional<double> noData;
+    plain.type = "Float64";
+    RasterSpec declared = plain;
+    declared.noData = 32767.0;
+    RasterSpec largest = plain;
+    largest.type = "Float32";
+    largest.noData = static_cast<double>(-std::numeric_limits<float>::max());
+    RasterSpec ascii = declared;
+    ascii.driver = "AAIGrid";
+    RasterSpec alpha = plain;
+    alpha.type = "UInt16";
+    alpha.bands = 2;
+    alpha.alpha = true;
+    const struct {
+        const char* name;
+        const RasterSpec& spec;
+        double value;
+        std::optional<double> asked;
+        std::optional<double> mark;
         std::string note = "1 of 3 cells (33 %) had no data";
+    } cases[] = {
+        {"declared.tif", declared, 32767.0, std::nullopt, 32767.0},
+        {"declared.asc", ascii, 32767.0, std::nullopt, 32767.0},
+        {"largest_negative.tif", largest, *largest.noData, std::nullopt, largest.noData},
+        {"nan.tif", plain, kNothing, std::nullopt, std::nullopt},
+        {"infinite.tif", plain, std::numeric_limits<double>::infinity(), std::nullopt, std::nullopt},
+        {"asked.tif", plain, 0.0, 0.0, 0.0},
+        {"alpha.tif", alpha, 0.0, std::nullopt, std::nullopt},
+        {"usual_9999.tif", plain, -9999.0, std::nullopt, -9999.0, "-9999 was taken as such a mark"},
+        {"usual_99999.tif", plain, -99999.0, std::nullopt, -99999.0, "-99999 was taken as such a mark"},
+        {"usual_32767.tif", plain, -32767.0, std::nullopt, -32767.0, "-32767 was taken as such a mark"},
+        {"usual_32768.tif", plain, -32768.0, std::nullopt, -32768.0, "-32768 was taken as such a mark"},
     };
-    std::vector<Case> cases(8, {"", plain, 0.0, std::nullopt});
-    cases[0] = {"declared.tif", plain, 32767.0, std::nullopt};
-    cases[0].spec.type = "Int16";
-    cases[0].spec.noData = 32767.0;
-    cases[1] = {"largest_negative.tif", plain, -std::numeric_limits<float>::max(), std::nullopt};
-    cases[1].spec.noData = cases[1].mark;
-    cases[2] = {"nan.tif", plain, kNothing, std::nullopt};
-    cases[3] = {"infinite.tif", plain, std::numeric_limits<double>::infinity(), std::nullopt};
-    cases[4] = {"undeclared.tif", plain, -32768.0, std::nullopt, "-32768 was taken as such a mark"};
-    cases[5] = {"asked.tif", plain, 0.0, 0.0};
-    cases[6] = {"declared.asc", plain, -9999.0, std::nullopt};
-    cases[6].spec.driver = "AAIGrid";
-    cases[6].spec.noData = -9999.0;
-    cases[7] = {"alpha.tif", plain, 0.0, std::nullopt};
-    cases[7].spec.type = "UInt16";
-    cases[7].spec.bands = 2;
-    cases[7].spec.alpha = true;
-    for (Case& test : cases) {
-        SCOPED_TRACE(test.name);
-        test.spec.values = {100.0, test.mark, 200.0};
+    for (const auto& [name, spec, value, asked, mark, note] : cases) {
+        SCOPED_TRACE(name);
+        RasterSpec marked = spec;
+        marked.values = {100.0, value, 200.0};
         ElevationReadOptions options;
-        options.noData = test.noData;
+        options.noData = asked;
         options.fill = ElevationFill::Lowest;
-        const ElevationData data = ReadElevationFile(Make(test.name, test.spec), options);
+        const ElevationData data = ReadElevationFile(Make(name, marked), options);
         EXPECT_THAT(data.metres, testing::ElementsAre(100.0f, 100.0f, 200.0f));
+        EXPECT_THAT(data.holes, testing::ElementsAre(0, 1, 0));
         EXPECT_EQ(data.missing, 1u);
-        EXPECT_TRUE(HasNote(data, test.note));
+        EXPECT_EQ(data.noDataMark, mark);
+        EXPECT_TRUE(HasNote(data, note));
     }
 }
 
@@ -211,7 +223,7 @@ TEST_F(ElevationFileTest, AReducedCellKnowsOnlyItsCellsWithData)
     options.fill = ElevationFill::Lowest;
     const ElevationData data = ReadElevationFile(Make("holes.tif", spec), options);
     EXPECT_THAT(data.metres, testing::ElementsAre(3.0f, 3.0f, 7.0f, 9.0f));
-    EXPECT_EQ(data.missing, 1u);
+    EXPECT_THAT(data.holes, testing::ElementsAre(0, 1, 0, 0));
 }
 
 TEST_F(ElevationFileTest, AnOverviewServesWhereItIsFineEnough)
