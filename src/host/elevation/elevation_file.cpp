@@ -9,7 +9,9 @@
 #include <cmath>
 #include <limits>
 #include <new>
+#include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace tessara {
 namespace {
@@ -44,6 +46,19 @@ void Report(const ProgressCallback& progress, double fraction)
         progress(fraction);
 }
 
+/// Widens a range by a row's heights.
+void Widen(std::optional<std::pair<float, float>>& range, const float* row, int width)
+{
+    for (int x = 0; x < width; ++x) {
+        if (std::isnan(row[x]))
+            continue;
+        if (!range)
+            range = {row[x], row[x]};
+        range->first = std::min(range->first, row[x]);
+        range->second = std::max(range->second, row[x]);
+    }
+}
+
 /// Reads the heights in the order of the file, not numbers where there are none.
 void ReadHeights(RasterSource& source, ElevationData& data, const ProgressCallback& progress)
 {
@@ -65,8 +80,11 @@ void ReadHeights(RasterSource& source, ElevationData& data, const ProgressCallba
             continue;
         }
         source.ReadRows(first, count, rows.data());
-        for (int row = 0; row < count; ++row)
-            reducer.AddRow(&rows[stride * static_cast<std::size_t>(row)]);
+        for (int row = 0; row < count; ++row) {
+            const float* heights = &rows[stride * static_cast<std::size_t>(row)];
+            Widen(data.sourceRange, heights, width);
+            reducer.AddRow(heights);
+        }
     }
 }
 
@@ -94,12 +112,12 @@ void NoteFilled(ElevationData& data, ElevationFill fill)
 
 ElevationData Read(const std::string& path, const ElevationReadOptions& options, const ProgressCallback& progress)
 {
-    RasterSource source(path, options.noData);
+    RasterSource source(path, options, progress);
     ElevationData data;
     data.sourceWidth = source.Width();
     data.sourceHeight = source.Height();
     ChooseSize(options.maximumCells, data);
-    source.Prepare(data.width, data.height);
+    source.Prepare(data.width, data.height, !options.exactRange);
     const GroundReference ground = LearnGround(source.Dataset(), options.spacing, data);
     ReadHeights(source, data, progress);
     data.heightUnit = source.Unit().metres;

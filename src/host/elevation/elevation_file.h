@@ -21,13 +21,31 @@ struct ElevationReadOptions {
 
     /// A value of the file that means no data, besides what the file says.
     std::optional<double> noData;
+
+    /// Which grid of a file that holds several, by its name; empty for the only one.
+    std::string grid;
+
+    /// Which band of the grid, from 1 on; 0 for the first one, unless the bands look like the channels of a picture.
+    int band = 0;
+
+    /// Unit of the file's heights, such as "m", "ft" or "us-ft", whatever the file says; empty goes by the file.
+    std::string heightUnit;
+
+    /// Whether every cell of the file is looked at, though it is read reduced and has overviews: then
+    /// ElevationData::sourceRange is exact.
+    bool exactRange = false;
+
+    /// Seconds that a pipe may be without anybody who writes to it.
+    double patience = 10.0;
 };
 
 /// Reads the heights of a file in any raster format that GDAL knows: GeoTIFF, SRTM HGT, ESRI ASCII grid, USGS DEM,
 /// 16-bit PNG and many more. Rows come north first and columns west first however the file has them. Heights are taken
-/// in the file's unit with its scale and offset. Nothing is fetched over a network.
-/// \param path a file or folder, or a file in an archive in GDAL's notation (/vsizip/...)
-/// \throws ElevationError for a file that holds no elevations, is damaged, cut short or beyond reason in size, and for
+/// in the file's unit with its scale and offset.
+/// \param path a file or folder; a pipe, of which the standard input is called /vsistdin/; a file in one of GDAL's
+/// virtual file systems (/vsizip/...) or a grid in GDAL's notation (NETCDF:"file.nc":height); an address (http://,
+/// https://, /vsicurl/...). Only where the path is on a network anything is fetched from one \throws ElevationError for
+/// a file that holds no elevations, is damaged, cut short or beyond reason in size, and for
 ///         want of memory
 ElevationData ReadElevationFile(const std::string& path, const ElevationReadOptions& options = {},
                                 const ProgressCallback& progress = {});

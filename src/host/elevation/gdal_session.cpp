@@ -19,7 +19,7 @@ struct Option {
 /// must not make the program call servers.
 constexpr const char* kDeadEnd = "http://127.0.0.1:0";
 constexpr const char* kDeadEndMark = "127.0.0.1 port 0";
-constexpr Option kOptions[] = {
+constexpr Option kOffline[] = {
     {"GDAL_HTTP_PROXY", kDeadEnd}, {"GDAL_HTTPS_PROXY", kDeadEnd}, {"GDAL_HTTP_MAX_RETRY", "0"}};
 
 constexpr std::size_t kLongestMessage = 160;
@@ -43,14 +43,15 @@ void Shorten(std::string& text, std::size_t length)
 
 }  // namespace
 
-GdalSession::GdalSession()
+GdalSession::GdalSession(bool mayUseNetwork)
 {
-    static_assert(std::size(kOptions) == kOptionCount);
+    static_assert(std::size(kOffline) == kOptionCount);
     for (std::size_t i = 0; i < kOptionCount; ++i)
-        before_[i] = CPLGetThreadLocalConfigOption(kOptions[i].name, "");
+        before_[i] = CPLGetThreadLocalConfigOption(kOffline[i].name, "");
     CPLPushErrorHandlerEx(&KeepFirstFailure, &firstFailure_);
-    for (const Option& option : kOptions)
-        CPLSetThreadLocalConfigOption(option.name, option.value);
+    if (!mayUseNetwork)
+        for (const Option& option : kOffline)
+            CPLSetThreadLocalConfigOption(option.name, option.value);
     static std::once_flag registered;
     std::call_once(registered, [] { GDALAllRegister(); });
     ForgetFailures();  // a driver that can't be loaded is not the file's fault
@@ -59,7 +60,7 @@ GdalSession::GdalSession()
 GdalSession::~GdalSession()
 {
     for (std::size_t i = 0; i < kOptionCount; ++i)
-        CPLSetThreadLocalConfigOption(kOptions[i].name, before_[i].empty() ? nullptr : before_[i].c_str());
+        CPLSetThreadLocalConfigOption(kOffline[i].name, before_[i].empty() ? nullptr : before_[i].c_str());
     CPLPopErrorHandler();
 }
 

@@ -5,11 +5,11 @@
 
 namespace tessara {
 
-/// While it lives, GDAL of this thread keeps its complaints to itself, to be asked for here, and reaches no network.
-/// The first one of the process registers GDAL's drivers.
+/// While it lives, GDAL of this thread keeps its complaints to itself, to be asked for here, and reaches no network
+/// unless it is let. The first one of the process registers GDAL's drivers.
 class GdalSession {
 public:
-    GdalSession();
+    explicit GdalSession(bool mayUseNetwork = false);
     ~GdalSession();
     GdalSession(const GdalSession&) = delete;
     GdalSession& operator=(const GdalSession&) = delete;

@@ -38,6 +38,7 @@ struct Frame {
     double stepY = 1.0;
     double width = 0.0;  // of the whole
     double height = 0.0;
+    std::array<double, 6> transform{};  // the file's own
 
     double MiddleX() const { return west + 0.5 * width; }
     double MiddleY() const { return north - 0.5 * height; }
@@ -46,7 +47,7 @@ struct Frame {
 Frame FrameOf(GDALDataset& dataset)
 {
     Frame frame;
-    std::array<double, 6> transform{};
+    std::array<double, 6>& transform = frame.transform;
     if (dataset.GetGeoTransform(transform.data()) != CE_None ||
         !std::all_of(transform.begin(), transform.end(), [](double value) { return std::isfinite(value); }))
         return frame;
@@ -216,6 +217,25 @@ Spacing FileSpacing(GDALDataset& dataset, const Frame& frame, ElevationData& dat
     return {kAssumedSpacing, kAssumedSpacing};
 }
 
+/// Where a grid lies that is turned against north, the first row first that comes first in `data`.
+/// \param reducedX,reducedY cells of the file in one that is read
+void PlaceTurned(const Frame& frame, double reducedX, double reducedY, ElevationData& data)
+{
+    auto [left, columnX, rowX, top, columnY, rowY] = frame.transform;
+    if (frame.flipRows) {
+        left += rowX * data.sourceHeight;
+        top += rowY * data.sourceHeight;
+        rowX = -rowX;
+        rowY = -rowY;
+    }
+    data.stepX = columnX * reducedX;
+    data.turnY = columnY * reducedX;
+    data.turnX = rowX * reducedY;
+    data.stepY = rowY * reducedY;
+    data.originX = left + 0.5 * (data.stepX + data.turnX);
+    data.originY = top + 0.5 * (data.turnY + data.stepY);
+}
+
 }  // namespace
 
 GroundReference LearnGround(GDALDataset& dataset, double spacing, ElevationData& data)
@@ -234,8 +254,10 @@ GroundReference LearnGround(GDALDataset& dataset, double spacing, ElevationData&
     const double reducedY = static_cast<double>(data.sourceHeight) / data.height;
     data.spacingX = ground.x * reducedX;
     data.spacingY = ground.y * reducedY;
-    if (frame.isTurned)
+    if (frame.isKnown && frame.isTurned) {
         data.notes.push_back("The file's grid is turned against north; it is shown as if it were not.");
+        PlaceTurned(frame, reducedX, reducedY, data);
+    }
     data.georeferenced = frame.isKnown && !frame.isTurned;
     if (data.georeferenced) {
         data.stepX = frame.stepX * reducedX;

@@ -45,7 +45,7 @@ constexpr KnownUnit kUnits[] = {
 
 }  // namespace
 
-HeightUnit HeightUnitOf(std::string_view name)
+std::optional<HeightUnit> KnownHeightUnit(std::string_view name)
 {
     std::string lower(name);
     std::transform(lower.begin(), lower.end(), lower.begin(),
@@ -53,12 +53,18 @@ HeightUnit HeightUnitOf(std::string_view name)
     const auto* unit =
         std::find_if(std::begin(kUnits), std::end(kUnits), [&](const KnownUnit& known) { return known.name == lower; });
     if (unit == std::end(kUnits))
-        return {
-            1.0, {}, "The file's unit of heights, " + std::string(name) + ", is not known; they were taken as metres."};
+        return std::nullopt;
     if (unit->metres == 1.0)
-        return {};
-    return {unit->metres, std::string(name),
-            "Heights were converted to metres from the file's unit, " + std::string(name) + "."};
+        return HeightUnit{};
+    return HeightUnit{unit->metres, std::string(name),
+                      "Heights were converted to metres from the file's unit, " + std::string(name) + "."};
+}
+
+HeightUnit HeightUnitOf(std::string_view name)
+{
+    if (const std::optional<HeightUnit> known = KnownHeightUnit(name))
+        return *known;
+    return {1.0, {}, "The file's unit of heights, " + std::string(name) + ", is not known; they were taken as metres."};
 }
 
 }  // namespace tessara

@@ -1,29 +1,21 @@
 #pragma once
 
-#include "host/elevation/gdal_session.h"
 #include "host/elevation/height_unit.h"
+#include "host/elevation/raster_file.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-class GDALDataset;
-class GDALRasterBand;
-
 namespace tessara {
 
-/// The band of an elevation file that holds its heights.
+/// The heights of an elevation file, row by row and in metres.
 class RasterSource {
 public:
-    /// \param noData a value of the file that means no data, besides what the file says
     /// \throws ElevationError for anything that is not an elevation file
-    RasterSource(const std::string& path, std::optional<double> noData);
-    ~RasterSource();
-    RasterSource(const RasterSource&) = delete;
-    RasterSource& operator=(const RasterSource&) = delete;
+    RasterSource(const std::string& path, const ElevationReadOptions& options, const ProgressCallback& waiting);
 
     /// Cells of the file.
     int Width() const;
@@ -32,7 +24,7 @@ public:
     /// Must come before the first row. Reads from the smallest overview of the file, if it has any, that still has a
     /// size of width by height.
     /// \throws ElevationError when what is to be read is beyond reason in size
-    void Prepare(int width, int height);
+    void Prepare(int width, int height, bool mayUseOverviews);
 
     /// Cells of what is read: the file's, or an overview's.
     int ReadWidth() const;
@@ -55,37 +47,24 @@ public:
     /// The unit of the file's heights. What is read is in metres.
     const HeightUnit& Unit() const noexcept { return unit_; }
 
-    GDALDataset& Dataset() const { return *dataset_; }
+    GDALDataset& Dataset() const { return file_.Dataset(); }
 
 private:
-    struct CloseDataset {
-        void operator()(GDALDataset* dataset) const;
-    };
-
-    void Open();
-    void OpenFirstPart();
-    void ChooseBand();
-    void LearnUnit();
+    void LearnUnit(const std::string& told);
     void CheckSize() const;
     float HeightOf(double value);
     bool IsUndeclaredMark(double value);
-    [[noreturn]] void Fail(const std::string& reason) const;
 
-    std::string path_;
-    std::string name_;  // for GDAL
-    GdalSession session_;
-    std::unique_ptr<GDALDataset, CloseDataset> dataset_;
-    GDALRasterBand* band_ = nullptr;    // of the dataset
-    GDALRasterBand* reader_ = nullptr;  // the band, or an overview of it
+    RasterFile file_;
+    GDALRasterBand* reader_;  // the file's band, or an overview of it
     std::optional<double> noData_;
-    bool declaresNoData_ = false;
+    bool declaresNoData_;
     HeightUnit unit_;
     double scale_ = 1.0;  // metres = value * scale_ + offset_
     double offset_ = 0.0;
     std::vector<double> values_;
     std::vector<std::uint8_t> mask_;
     std::optional<double> undeclaredMark_;  // seen in the data
-    std::vector<std::string> notes_;
 };
 
 }  // namespace tessara

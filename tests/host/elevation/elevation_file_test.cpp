@@ -2,13 +2,17 @@
 #include "host/elevation/elevation_file.h"
 #include "host/elevation/raster_fixture.h"
 
+#include <fcntl.h>
 #include <gdal_priv.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <fstream>
 #include <limits>
 #include <new>
+#include <thread>
 
 namespace tessara {
 namespace {
@@ -107,6 +111,7 @@ TEST_F(ElevationFileTest, CellsWithoutDataAreFoundHoweverTheFileMarksThem)
         {"infinite.tif", plain, std::numeric_limits<double>::infinity(), std::nullopt, std::nullopt},
         {"asked.tif", plain, 0.0, 0.0, 0.0},
         {"alpha.tif", alpha, 0.0, std::nullopt, std::nullopt},
+        {"huge.tif", plain, 1e20, std::nullopt, 1e20, "1e+20 was taken as such a mark"},
         {"usual_9999.tif", plain, -9999.0, std::nullopt, -9999.0, "-9999 was taken as such a mark"},
         {"usual_99999.tif", plain, -99999.0, std::nullopt, -99999.0, "-99999 was taken as such a mark"},
         {"usual_32767.tif", plain, -32767.0, std::nullopt, -32767.0, "-32767 was taken as such a mark"},
@@ -132,34 +137,53 @@ TEST_F(ElevationFileTest, HeightsComeInMetresWhateverTheFileCountsIn)
 {
     const struct {
         const char* unit;
+        const char* told;
+        const char* reference;
         double scale;
         double offset;
         float expected;  // of 1000 in the file
+        const char* name;
         const char* note;
     } cases[] = {
-        {"m", 1.0, 0.0, 1000.0f, ""},
-        {"ft", 1.0, 0.0, 304.8f, "from the file's unit, ft"},
-        {"US survey foot", 1.0, 0.0, 304.80061f, "US survey foot"},
-        {"", 0.1, 50.0, 150.0f, ""},
-        {"cm", 2.0, 100.0, 21.0f, "cm"},
-        {"parsec", 1.0, 0.0, 1000.0f, "parsec, is not known"},
+        {"m", "", "", 1.0, 0.0, 1000.0f, "", ""},
+        {"ft", "", "", 1.0, 0.0, 304.8f, "ft", "from the file's unit, ft"},
+        {"US survey foot", "", "", 1.0, 0.0, 304.80061f, "US survey foot", "US survey foot"},
+        {"", "", "", 0.1, 50.0, 150.0f, "", ""},
+        {"cm", "", "", 2.0, 100.0, 21.0f, "cm", "cm"},
+        {"parsec", "", "", 1.0, 0.0, 1000.0f, "", "parsec, is not known"},
+        {"", "", "EPSG:2286", 1.0, 0.0, 1000.0f, "", "in the unit US survey foot and it doesn't say what its heights"},
+        {"", "us-ft", "EPSG:2286", 1.0, 0.0, 304.80061f, "us-ft", ""},
+        {"ft", "m", "", 1.0, 0.0, 1000.0f, "", ""},
+        {"", "FT", "EPSG:32632", 1.0, 0.0, 304.8f, "FT", ""},
     };
-    for (const auto& [unit, scale, offset, expected, note] : cases) {
-        SCOPED_TRACE(unit);
+    for (const auto& [unit, told, reference, scale, offset, expected, name, note] : cases) {
+        SCOPED_TRACE(std::string(unit) + " " + told + " " + reference);
         RasterSpec spec;
         spec.width = spec.height = 1;
         spec.values = {1000.0};
         spec.unit = unit;
         spec.scale = scale;
         spec.offset = offset;
-        const ElevationData data = ReadElevationFile(Make("unit.tif", spec));
+        spec.reference = reference;
+        spec.transform = {1000000, 100, 0, 500000, 0, -100};
+        ElevationReadOptions options;
+        options.heightUnit = told;
+        const ElevationData data = ReadElevationFile(Make("unit.tif", spec), options);
         EXPECT_FLOAT_EQ(data.metres[0], expected);
-        EXPECT_EQ(data.notes.size(), *note != '\0' ? 2u : 1u);  // one is on the spacing
-        EXPECT_TRUE(HasNote(data, note));
-        const bool converted = *note != '\0' && !std::string_view(note).ends_with("not known");
-        EXPECT_EQ(data.heightUnitName, converted ? unit : "");
+        EXPECT_EQ(data.notes.size(), (*note != '\0' ? 1u : 0u) + (*reference == '\0' ? 1u : 0u));  // one on the spacing
+        EXPECT_TRUE(*note == '\0' || HasNote(data, note));
+        EXPECT_EQ(data.heightUnitName, name);
         EXPECT_FLOAT_EQ(static_cast<float>((1000.0 * scale + offset) * data.heightUnit), expected);
     }
+}
+
+TEST_F(ElevationFileTest, HighAndDeepAreHeightsToo)
+{
+    RasterSpec spec;
+    spec.width = 3;
+    spec.height = 1;
+    spec.values = {-2.0e6, 1.0e7, 12.0};
+    EXPECT_THAT(ReadElevationFile(Make("far.tif", spec)).metres, testing::ElementsAre(-2.0e6f, 1.0e7f, 12.0f));
 }
 
 TEST_F(ElevationFileTest, AnAsciiGridMayHaveItsFirstFractionFarDown)
@@ -246,6 +270,17 @@ TEST_F(ElevationFileTest, AnOverviewServesWhereItIsFineEnough)
         EXPECT_EQ(data.maximum, value) << most;
         EXPECT_EQ(data.sourceWidth, 64);
     }
+    // Who wants the file's own heights gets them, whatever its overviews say.
+    ElevationReadOptions options;
+    options.maximumCells = 256;
+    options.exactRange = true;
+    {
+        const GDALDatasetUniquePtr file(GDALDataset::Open(path.c_str(), GDAL_OF_RASTER | GDAL_OF_UPDATE));
+        float peak = 500.0f;
+        ASSERT_EQ(file->GetRasterBand(1)->RasterIO(GF_Write, 63, 0, 1, 1, &peak, 1, 1, GDT_Float32, 0, 0, nullptr),
+                  CE_None);
+    }
+    EXPECT_EQ(ReadElevationFile(path, options).sourceRange, (std::pair{1.0f, 500.0f}));
 }
 
 TEST_F(ElevationFileTest, ProgressRisesToTheEndAndMayStopTheReading)
@@ -262,6 +297,82 @@ TEST_F(ElevationFileTest, ProgressRisesToTheEndAndMayStopTheReading)
     EXPECT_EQ(heard.back(), 1.0);
     EXPECT_THROW(ReadElevationFile(path, {}, [](double) { throw 7; }), int);
     EXPECT_THROW(ReadElevationFile(path, {}, [](double) { throw std::bad_alloc(); }), ElevationError);
+}
+
+TEST_F(ElevationFileTest, OneOfSeveralGridsOrBandsIsChosenByNameOrNumber)
+{
+    RasterSpec spec;
+    spec.driver = "netCDF";
+    spec.width = 3;
+    spec.height = 2;
+    spec.bands = 3;
+    spec.bandStep = 1000.0;
+    spec.values = {1, 2, 3, 4, 5, 6};
+    spec.transform = {100, 10, 0, 200, 0, -10};
+    spec.reference = "EPSG:32632";
+    const std::string grids = Make("grids.nc", spec);
+    spec.driver = "GTiff";
+    const std::string bands = Make("bands.tif", spec);
+    const struct {
+        std::string path;
+        const char* grid;
+        int band;
+        float expected;  // in the north-west; 0 for a refusal
+        const char* text;
+    } cases[] = {
+        {grids, "", 0, 0, "several grids, of which one must be named: Band1 (2x3), Band2 (2x3), Band3 (2x3)"},
+        {grids, "Band2", 0, 1001, ""},
+        {grids, "Band4", 0, 0, "no grid \"Band4\"; it holds Band1 (2x3), "},
+        {"NETCDF:\"" + grids + "\":Band3", "", 0, 2001, ""},
+        {"NETCDF:" + grids + ":Band3", "", 0, 2001, ""},
+        {"NETCDF:\"" + Path("none.nc") + "\":Band3", "", 0, 0, "there is no such file"},
+        {bands, "", 0, 1, "Only the first of the file's 3 bands was read"},
+        {bands, "", 1, 1, ""},
+        {bands, "", 3, 2001, ""},
+        {bands, "", 4, 0, "it has 3 bands, not 4"},
+        {bands, "Band2", 0, 0, "one grid only"},
+    };
+    for (const auto& [path, grid, band, expected, text] : cases) {
+        SCOPED_TRACE(path + " " + grid + " " + std::to_string(band));
+        ElevationReadOptions options;
+        options.grid = grid;
+        options.band = band;
+        try {
+            const ElevationData data = ReadElevationFile(path, options);
+            EXPECT_EQ(data.metres.front(), expected);
+            EXPECT_EQ(data.notes.size(), *text != '\0' ? 1u : 0u);
+            EXPECT_TRUE(*text == '\0' || HasNote(data, text));
+        } catch (const ElevationError& error) {
+            EXPECT_EQ(expected, 0.0f);
+            EXPECT_THAT(error.what(), testing::HasSubstr(text));
+        }
+    }
+}
+
+TEST_F(ElevationFileTest, ArchivesAndPipesAreReadLikeFiles)
+{
+    RasterSpec spec;
+    spec.width = 30;
+    spec.height = 20;
+    spec.values = GridOf(30, 20, [](int x, int y) { return 7 * y + x; });
+    const std::string path = Make("plain.tif", spec);
+    const std::string archive = "/vsizip/" + Path("heights.zip") + "/in/plain.tif";
+    ASSERT_EQ(CPLCopyFile(archive.c_str(), path.c_str()), 0);
+    EXPECT_THAT(ReadElevationFile(archive).metres, testing::ElementsAreArray(spec.values));
+
+    const std::string pipe = Path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::thread writer([&] { std::ofstream(pipe, std::ios::binary) << std::ifstream(path, std::ios::binary).rdbuf(); });
+    EXPECT_THAT(ReadElevationFile(pipe).metres, testing::ElementsAreArray(spec.values));
+    writer.join();
+
+    const int before = dup(STDIN_FILENO);
+    const int file = open(path.c_str(), O_RDONLY);
+    dup2(file, STDIN_FILENO);
+    EXPECT_THAT(ReadElevationFile("/vsistdin/").metres, testing::ElementsAreArray(spec.values));
+    dup2(before, STDIN_FILENO);
+    close(file);
+    close(before);
 }
 
 TEST_F(ElevationFileTest, AFlatOrTinyGridIsNoError)

@@ -3,6 +3,7 @@
 #include "host/elevation/elevation_writer.h"
 #include "host/elevation/raster_fixture.h"
 
+#include <gdal_priv.h>
 #include <gmock/gmock.h>
 
 #include <cmath>
@@ -71,7 +72,7 @@ TEST_F(ElevationWriterTest, WhatIsWrittenIsReadBack)
     const ElevationData back = ReadElevationFile(Path("sample.tif"));
     EXPECT_EQ(back.referenceSystem, sample.referenceSystem);
     EXPECT_TRUE(back.notes.empty());
-    EXPECT_EQ(FolderEntries().size(), 3u);
+    EXPECT_THAT(FolderEntries(), testing::ElementsAre("sample.TIFF", "sample.asc", "sample.prj", "sample.tif"));
 }
 
 TEST_F(ElevationWriterTest, AGridWithoutAPlaceKeepsItsSpacing)
@@ -94,20 +95,83 @@ TEST_F(ElevationWriterTest, APictureHoldsWholeMetres)
     ExpectRefused(low, Path("low.png"), "from -3 to 8849 m");
 }
 
-TEST_F(ElevationWriterTest, AReferenceInDegreesSurvives)
+TEST_F(ElevationWriterTest, APlaceSurvivesTurnedOrNot)
 {
-    RasterSpec spec;
-    spec.width = spec.height = 2;
-    spec.values = {1, 2, 3, 4};
-    spec.transform = {7.0, 0.01, 0, 46.0, 0, -0.01};
-    spec.reference = "EPSG:4326";
-    const ElevationData data = ReadElevationFile(Make("source.tif", spec));
-    WriteElevationFile(data, Path("copy.tif"));
-    const ElevationData back = ReadElevationFile(Path("copy.tif"));
-    EXPECT_TRUE(back.geographic);
-    EXPECT_EQ(back.referenceSystem, "WGS 84");
-    EXPECT_EQ(back.spacingX, data.spacingX);
-    EXPECT_EQ(back.originY, data.originY);
+    const struct {
+        std::vector<double> transform;
+        const char* reference;
+        const char* name;
+        std::vector<double> written;
+    } cases[] = {
+        {{7.0, 0.01, 0, 46.0, 0, -0.01}, "EPSG:4326", "copy.tif", {7.0, 0.01, 0, 46.0, 0, -0.01}},
+        {{7.0, 0.01, 0, 46.0, 0, -0.01}, "EPSG:4326", "copy.asc", {7.0, 0.01, 0, 46.0, 0, -0.01}},
+        {{100, 10, 0, 180, 0, 10}, "EPSG:32632", "copy.asc", {100, 10, 0, 200, 0, -10}},
+        // Turned against north, and mirrored as well.
+        {{500, 30, 40, 900, 40, -30}, "EPSG:32632", "copy.tif", {500, 30, 40, 900, 40, -30}},
+        {{500, 30, -40, 900, 40, 30}, "EPSG:32632", "copy.tif", {420, 30, 40, 960, 40, -30}},
+    };
+    for (const auto& [transform, reference, name, written] : cases) {
+        SCOPED_TRACE(testing::PrintToString(transform) + name);
+        RasterSpec spec;
+        spec.width = spec.height = 2;
+        spec.values = {1, 2, 3, 4};
+        spec.transform = transform;
+        spec.reference = reference;
+        const ElevationData data = ReadElevationFile(Make("source.tif", spec));
+        WriteElevationFile(data, Path(name));
+        const GDALDatasetUniquePtr file(GDALDataset::Open(Path(name).c_str()));
+        ASSERT_NE(file, nullptr);
+        std::vector<double> found(6);
+        file->GetGeoTransform(found.data());
+        EXPECT_THAT(found, testing::Pointwise(testing::DoubleNear(1e-9), written));
+        EXPECT_NE(file->GetSpatialRef(), nullptr);
+        const ElevationData back = ReadElevationFile(Path(name));
+        EXPECT_EQ(back.metres, data.metres);
+        EXPECT_EQ(back.geographic, data.geographic);
+        EXPECT_EQ(back.spacingX, data.spacingX);
+        EXPECT_EQ(back.IsTurned(), data.IsTurned());
+        if (data.IsTurned())
+            ExpectRefused(data, Path("turned.asc"), "can't lie turned against north");
+    }
+    // The reference of an older grid doesn't stay behind.
+    ElevationData unknown = Grid();
+    unknown.georeferenced = true;
+    WriteElevationFile(unknown, Path("copy.asc"));
+    EXPECT_FALSE(std::filesystem::exists(Path("copy.prj")));
+}
+
+TEST_F(ElevationWriterTest, CellsWithoutDataStayWithoutData)
+{
+    const struct {
+        const char* name;
+        std::optional<double> told;
+        std::vector<float> heights;  // the second and the last one made up
+        float mark;
+    } cases[] = {
+        {"told.tif", -32767.0, {1, 2, 3, 4, 5, 6}, -32767.0f},
+        {"told.asc", 32767.0, {1, 2, 3, 4, 5, 6}, 32767.0f},
+        {"told.png", 7.0, {1, 2, 3, 4, 5, 6}, 7.0f},
+        {"untold.tif", std::nullopt, {1, 2, 3, 4, 5, 6}, -9999.0f},
+        {"untold.png", std::nullopt, {1, 2, 3, 4, 5, 6}, 0.0f},
+        {"taken.tif", -32768.0, {-32768, 2, 3, -9999, 5, 6}, -99999.0f},
+        {"taken.png", 3.0, {0, 2, 65535, 3, 5, 6}, 65534.0f},
+        {"unheld.asc", 0.1, {1, 2, 3, 4, 5, 6}, -9999.0f},
+    };
+    for (const auto& [name, told, heights, mark] : cases) {
+        SCOPED_TRACE(name);
+        ElevationData data = Grid();
+        data.metres = heights;
+        data.holes = {0, 1, 0, 0, 0, 1};
+        data.noDataMark = told;
+        WriteElevationFile(data, Path(name));
+        const GDALDatasetUniquePtr file(GDALDataset::Open(Path(name).c_str()));
+        std::vector<float> found(6);
+        ASSERT_EQ(file->GetRasterBand(1)->RasterIO(GF_Read, 0, 0, 3, 2, found.data(), 3, 2, GDT_Float32, 0, 0, nullptr),
+                  CE_None);
+        EXPECT_THAT(found, testing::ElementsAre(heights[0], mark, heights[2], heights[3], heights[4], mark));
+        EXPECT_EQ(file->GetRasterBand(1)->GetNoDataValue(), static_cast<double>(mark));
+        EXPECT_EQ(ReadElevationFile(Path(name)).holes, data.holes);
+    }
 }
 
 TEST_F(ElevationWriterTest, WhatCantBeWrittenLeavesNothingBehind)

@@ -78,10 +78,13 @@ std::string RasterFixture::Make(const std::string& name, const RasterSpec& spec)
     const GDALDatasetUniquePtr memory(drivers.GetDriverByName("MEM")->Create(
         "", spec.width, spec.height, spec.bands, GDALGetDataTypeByName(spec.type.c_str()), nullptr));
     std::vector<double> values = spec.values;
-    for (int band = 1; band <= spec.bands; ++band)
+    for (int band = 1; band <= spec.bands; ++band) {
         EXPECT_EQ(memory->GetRasterBand(band)->RasterIO(GF_Write, 0, 0, spec.width, spec.height, values.data(),
                                                         spec.width, spec.height, GDT_Float64, 0, 0, nullptr),
                   CE_None);
+        for (double& value : values)
+            value += spec.bandStep;
+    }
     Describe(*memory, spec);
     const std::string path = Path(name);
     fs::remove(path);  // GDAL would look into it first

@@ -19,7 +19,8 @@ struct RasterSpec {
     int width = 0;
     int height = 0;
     std::vector<double> values;  ///< of the first band, in rows
-    int bands = 1;               ///< all with the same values
+    int bands = 1;
+    double bandStep = 0.0;  ///< added to the values from one band to the next
     std::optional<double> noData;
     std::string unit;
     double scale = 1.0;
