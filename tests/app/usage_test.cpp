@@ -98,7 +98,7 @@ TEST_F(Usage, HelpAndVersionAreNoMistakes)
 TEST_F(Usage, InfoTellsWhatAFileHolds)
 {
     WriteGrid(scratch / "holes.asc", 9, 5, [](int x, int y) { return x == 3 && y > 2 ? -9999 : 100 + x; });
-    const ProgramRun run = RunTessara({"info", scratch / "holes.asc"});
+    ProgramRun run = RunTessara({"info", scratch / "holes.asc"});
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     const auto says = [&](const std::string& name, const std::string& text) {
         const std::size_t at = run.output.find(name);
@@ -112,6 +112,10 @@ TEST_F(Usage, InfoTellsWhatAFileHolds)
     says("Cells without data", "2");
     says("Quadtree", "4 levels");
     says("Triangles", "the whole grid has 64");
+    // Read reduced, it tells the file's own heights.
+    run = RunTessara({"info", scratch / "holes.asc", "--max-cells", "4"});
+    says("In the file", "9 columns x 5 rows");
+    says("Lowest, highest", "100 m, 108 m");
 }
 
 TEST_F(Usage, WorkIsSilentInAPipe)

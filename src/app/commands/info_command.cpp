@@ -38,7 +38,9 @@ void Info(const InfoOptions& options)
 {
     const auto progress = MakeObject<ConsoleProgress>();
     ViewOptions view = options.view;
-    const LoadedTerrain loaded = LoadTerrain(options.input, view, *progress);
+    TerrainInput input = options.input;
+    input.reading.exactRange = true;
+    const LoadedTerrain loaded = LoadTerrain(input, view, *progress);
     const ElevationData& data = loaded.data;
     PrintFile(options.input, data);
 

@@ -37,8 +37,9 @@ void PrintGrid(const ElevationData& data)
     Line("Spacing", NumberText(data.spacingX, 3) + " m east, " + NumberText(data.spacingY, 3) + " m south");
     Line("Extent", NumberText(data.spacingX * (data.width - 1) / 1000.0, 3) + " km x " +
                        NumberText(data.spacingY * (data.height - 1) / 1000.0, 3) + " km");
-    Line("Lowest, highest", NumberText(static_cast<double>(data.minimum), 2) + " m, " +
-                                NumberText(static_cast<double>(data.maximum), 2) + " m");
+    const auto [lowest, highest] = data.sourceRange.value_or(std::pair(data.minimum, data.maximum));
+    Line("Lowest, highest",
+         NumberText(static_cast<double>(lowest), 2) + " m, " + NumberText(static_cast<double>(highest), 2) + " m");
 }
 
 void PrintReference(const ElevationData& data)

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 namespace tessara {
@@ -39,6 +40,10 @@ bool IsProjectFile(const std::string& path)
     constexpr std::string_view kApplication = "TSPR";
     constexpr std::size_t kApplicationAt = 68;
     std::array<char, kApplicationAt + kApplication.size()> header{};
+    // To look into a pipe would take away what it holds, or wait for ever.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error))
+        return false;
     std::ifstream file(path, std::ios::binary);
     return file.read(header.data(), header.size()) && std::string_view(header.data(), kFormat.size()) == kFormat &&
            std::string_view(header.data() + kApplicationAt, kApplication.size()) == kApplication;

@@ -188,7 +188,7 @@ TEST(Sculpting, LiftsACameraThatTheGroundReaches)
     EXPECT_NEAR(static_cast<double>(open.Data().minimum), open.viewer.Document().Floor(), 1e-3);
 }
 
-TEST(Sculpting, SavedHeightsComeBackWithTheirPlace)
+TEST(Sculpting, SavedHeightsComeBackWithTheirPlaceAndTheirHoles)
 {
     const ScratchFolder folder;
     ElevationData data = Hills(70, 50, 25.0);
@@ -198,18 +198,26 @@ TEST(Sculpting, SavedHeightsComeBackWithTheirPlace)
     data.stepX = 25.0;
     data.stepY = -25.0;
     data.referenceWkt = "LOCAL_CS[\"Somewhere\",UNIT[\"metre\",1]]";
+    // Without data: the north-west cell, and the middle, where the brush will work.
+    constexpr std::size_t kCentre = 35 + 25 * 70;
+    data.holes.assign(data.metres.size(), 0);
+    data.holes[0] = data.holes[kCentre] = 1;
     OpenViewer open(data, RealTime());
     open.Settle();
     open.viewer.Pointer().BeginStroke(kMiddle);
     open.viewer.Pointer().ContinueStroke(0.1);
     open.viewer.Pointer().EndDrag();
+    EXPECT_TRUE(open.Data().HasData(kCentre));
     TerrainWork& work = open.viewer.Work();
     EXPECT_THROW(work.SaveHeights(folder / "no/such/folder.tif"), std::runtime_error);
     EXPECT_THROW(work.SaveHeights(folder / "heights.doc"), std::runtime_error);
     EXPECT_TRUE(work.IsUnsaved());
     work.SaveHeights(folder / "heights.tif");
     EXPECT_FALSE(work.IsUnsaved());
-    const ElevationData read = ReadElevationFile(folder / "heights.tif", {}, {});
+    ElevationData read = ReadElevationFile(folder / "heights.tif", {}, {});
+    EXPECT_EQ(read.holes, open.Data().holes);
+    EXPECT_EQ(read.missing, 1u);
+    read.metres[0] = data.metres[0];
     EXPECT_EQ(read.metres, open.Data().metres);
     EXPECT_NE(read.metres, data.metres);
     EXPECT_EQ(read.originX, data.originX);
@@ -219,6 +227,7 @@ TEST(Sculpting, SavedHeightsComeBackWithTheirPlace)
     // The file holds what undoing takes away, and what redoing brings back.
     open.viewer.Sculptor().Undo();
     EXPECT_TRUE(work.IsUnsaved());
+    EXPECT_EQ(open.Data().holes, data.holes);
     open.viewer.Sculptor().Redo();
     EXPECT_FALSE(work.IsUnsaved());
     EXPECT_EQ(folder.Files().size(), 1u);

@@ -18,7 +18,7 @@ constexpr double kFirstDetail = 500.0;
 }  // namespace
 
 TerrainDocument::TerrainDocument(std::string path, ElevationData data, double exaggeration)
-    : path_(std::move(path)), data_(std::move(data))
+    : path_(std::move(path)), data_(std::move(data)), madeUp_(data_)
 {
     const double across = std::max(data_.width * data_.spacingX, data_.height * data_.spacingY);
     const double lowest = static_cast<double>(data_.minimum);
@@ -59,6 +59,7 @@ void TerrainDocument::Changed(const GridArea& area)
         data_.minimum = std::min(data_.minimum, *low);
         data_.maximum = std::max(data_.maximum, *high);
     }
+    madeUp_.MarkHoles(data_, area);
     CopyToMatrix(area);
 }
 

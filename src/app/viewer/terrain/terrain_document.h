@@ -2,6 +2,7 @@
 
 #include "app/view/light_map.h"
 #include "app/viewer/terrain/ground_model.h"
+#include "app/viewer/terrain/made_up_heights.h"
 #include "host/elevation/elevation_data.h"
 #include "host/terrain_session.h"
 
@@ -34,7 +35,8 @@ public:
     double Floor() const noexcept { return floor_; }
     double Top() const noexcept { return top_; }
 
-    /// Changes heights. \param change works on the data's heights and returns the area whose cells it has changed
+    /// Changes heights. Cells without data that get another height have data from then on.
+    /// \param change works on the data's heights and returns the area whose cells it has changed
     /// \return that area
     GridArea Edit(const std::function<GridArea(ElevationData&)>& change);
 
@@ -50,6 +52,7 @@ private:
 
     std::string path_;
     ElevationData data_;
+    MadeUpHeights madeUp_;
     double floor_ = 0.0;
     double top_ = 0.0;
     std::unique_ptr<TerrainSession> session_;
