@@ -185,8 +185,7 @@ struct ITessara : IUnknown {
 
     /// Fills the source slot with a white image of resolution x resolution pixels, after giving the old one back.
     /// \return S_OK; E_FAIL for a negative size and without memory, with the slot as it was, and when the texture
-    /// service
-    ///         doesn't make the texture, which leaves the slot empty
+    /// service doesn't make the texture, which leaves the slot empty
     virtual HRESULT STDMETHODCALLTYPE CreateTextureSurface3D(int resolution) = 0;
 
 protected:

@@ -204,16 +204,15 @@ void AddTexturesCommand(CLI::App& program)
         ->option_text("N");
     show.callback([options] { Show(*options); });
 
-    CLI::App& import = *textures.add_subcommand("import", "Put an image file into the user's database");
-    import.add_option("FILE", options->file, "A JPEG, PNG, BMP, TGA, PSD or other image")->required();
-    import.add_option("--name", options->name, "The texture's name")->required()->option_text("NAME");
-    import.add_flag("--replace", options->replace, "Replace the texture that has the name");
-    import.callback([options] { Import(*options);
-});
+    CLI::App& importer = *textures.add_subcommand("import", "Put an image file into the user's database");
+    importer.add_option("FILE", options->file, "A JPEG, PNG, BMP, TGA, PSD or other image")->required();
+    importer.add_option("--name", options->name, "The texture's name")->required()->option_text("NAME");
+    importer.add_flag("--replace", options->replace, "Replace the texture that has the name");
+    importer.callback([options] { Import(*options); });
 
-CLI::App& remove = *textures.add_subcommand("delete", "Delete textures from the user's database");
-remove.add_option("NAME", options->names, "Names or keys")->required();
-remove.callback([options] { Delete(*options); });
-}  // namespace tessara
+    CLI::App& remove = *textures.add_subcommand("delete", "Delete textures from the user's database");
+    remove.add_option("NAME", options->names, "Names or keys")->required();
+    remove.callback([options] { Delete(*options); });
+}
 
 }  // namespace tessara
