@@ -4,7 +4,7 @@
 #include <cstdint>
 
 /// Blocks of one size for the nodes of a tree, handed out from large chunks, with a free list. All blocks can be
-/// dropped at once.
+/// dropped at once, with their memory or to be handed out again.
 class NodePool {
 public:
     /// \param blockSize in bytes, a multiple of the alignment of a pointer and no smaller than one
@@ -40,7 +40,13 @@ public:
         --used_;
     }
 
-    /// Drops every block, handed out or not, and gives the memory back.
+    /// Drops every block and keeps the memory for those to come.
+    void Recycle() noexcept;
+
+    /// Gives back the memory that Recycle has kept and that wasn't needed since.
+    void ReleaseSpare() noexcept;
+
+    /// Drops every block and gives the memory back.
     void Release() noexcept;
 
     std::size_t BlocksUsed() const { return used_; }
@@ -56,6 +62,7 @@ private:
     };
     struct Chunk {
         Chunk* next;
+        std::size_t size;  // with this header
     };
 
     void AddChunk();
@@ -65,7 +72,8 @@ private:
     FreeBlock* freeList_ = nullptr;
     std::byte* fresh_ = nullptr;  // blocks of the newest chunk that were never handed out
     std::byte* freshEnd_ = nullptr;
-    Chunk* chunks_ = nullptr;
+    Chunk* chunks_ = nullptr;  // in use, the newest first
+    Chunk* spare_ = nullptr;   // kept by Recycle, the oldest first
     std::size_t used_ = 0;
     std::size_t held_ = 0;
 };

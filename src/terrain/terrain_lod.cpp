@@ -40,26 +40,21 @@ TerrainLod::~TerrainLod()
 
 void TerrainLod::InitQuadTree(HeightSource source)
 {
-    DropTree();
     Source = source;
-    BuildTree(LevelOf(source));
+    try {
+        RootCorner->Level = LevelOf(source);
+    } catch (...) {
+        DropTree();
+        throw;
+    }
+    Build3D();
 }
 
+/// Nodes own nothing outside of the pool, so the old tree goes without a walk, and the new one takes its memory over.
 void TerrainLod::Build3D()
 {
-    DropTree();
-    BuildTree(RootCorner->Level);
-}
-
-void TerrainLod::ForgetSource() noexcept
-{
-    DropTree();
-    Source = HeightSource();
-}
-
-void TerrainLod::BuildTree(std::int32_t level)
-{
-    RootCorner->Level = level;
+    UnlinkTree();
+    Nodes.Recycle();
     try {
         Root = NewNode(*RootCorner);
         Root->Merge(*RootCorner);
@@ -68,17 +63,28 @@ void TerrainLod::BuildTree(std::int32_t level)
         DropTree();
         throw;
     }
+    Nodes.ReleaseSpare();
+}
+
+void TerrainLod::ForgetSource() noexcept
+{
+    DropTree();
+    Source = HeightSource();
 }
 
 static_assert(sizeof(QuadNode) == 112 || sizeof(void*) != 8, "a terrain has a node for every three samples");
 
-/// Nodes own nothing outside of the pool, so the whole tree goes without a walk.
 void TerrainLod::DropTree() noexcept
+{
+    UnlinkTree();
+    Nodes.Release();
+}
+
+void TerrainLod::UnlinkTree() noexcept
 {
     Root = nullptr;
     RootCorner->Node = nullptr;
     RootDue = Odometer::kDue;
-    Nodes.Release();
 }
 
 QuadNode* TerrainLod::NewNode(QuadCorner& corner)

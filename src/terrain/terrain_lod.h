@@ -120,7 +120,7 @@ public:
 
 private:
     void DropTree() noexcept;
-    void BuildTree(std::int32_t level);
+    void UnlinkTree() noexcept;
     void UpdateForFrame(const Viewer& viewer) noexcept;
     bool HasMultitexture() const;
     std::uint32_t TextureId(std::uint32_t slot) const { return TextureIds ? TextureIds[slot] : 0; }

@@ -235,6 +235,15 @@ TEST(NodePool, ReusesFreedBlocksAndStopsAtItsLimit)
     for (int i = 0; i < 1000; ++i)
         pool.Allocate();
     EXPECT_GE(pool.BytesHeld(), 1002u * 112u);
+    const std::size_t held = pool.BytesHeld();
+    pool.Recycle();
+    for (int i = 0; i < 1002; ++i)
+        pool.Allocate();
+    EXPECT_EQ(pool.BytesHeld(), held);  // in the same memory
+    pool.Recycle();
+    pool.Allocate();
+    pool.ReleaseSpare();
+    EXPECT_LT(pool.BytesHeld(), held / 2);
     pool.Release();
     EXPECT_EQ(pool.BytesHeld() + pool.BlocksUsed(), 0u);
 }
