@@ -114,13 +114,13 @@ void WholeFrame(benchmark::State& state)
 {
     Measure(state, [] { g_scene->Draw(); });
 }
-BENCHMARK(WholeFrame)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly();
+BENCHMARK(WholeFrame)->Unit(benchmark::kMillisecond);
 
 void Floor(benchmark::State& state)
 {
     Measure(state, [] { g_scene->DrawFloor(); });
 }
-BENCHMARK(Floor)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly();
+BENCHMARK(Floor)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -8,8 +8,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstring>
 #include <map>
 #include <memory>
+#include <vector>
 
 extern long long g_drawCalls;
 
@@ -74,21 +76,73 @@ void ReportPer(benchmark::State& state, const char* name, double count)
         benchmark::Counter(count / 1e9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-void Build(benchmark::State& state)
+void ReportTree(benchmark::State& state, const TerrainLod& terrain)
 {
-    const auto side = static_cast<std::int32_t>(state.range(0));
-    const HeightSource source = Grid(side).Source();
-    TerrainLod terrain;
-    for (auto _ : state)
-        terrain.InitQuadTree(source);
+    const auto side = static_cast<double>(state.range(0));
     const auto nodes = static_cast<double>(terrain.Nodes.BlocksUsed());
-    const double samples = static_cast<double>(side) * side;
     ReportPer(state, "ns/node", nodes);
     state.counters["nodes"] = nodes;
     state.counters["bytes/sample"] =
-        (static_cast<double>(terrain.Nodes.BytesHeld()) + samples * sizeof(ElevationElement)) / samples;
+        static_cast<double>(terrain.Nodes.BytesHeld()) / (side * side) + sizeof(ElevationElement);
 }
-BENCHMARK(Build)->Arg(257)->Arg(1025)->Arg(4097)->Unit(benchmark::kMillisecond);
+
+void FirstBuild(benchmark::State& state)
+{
+    const auto side = static_cast<std::int32_t>(state.range(0));
+    const HeightSource source = Grid(side).Source();
+    std::unique_ptr<TerrainLod> terrain;
+    for (auto _ : state) {
+        state.PauseTiming();
+        terrain = std::make_unique<TerrainLod>();
+        state.ResumeTiming();
+        terrain->InitQuadTree(source);
+    }
+    ReportTree(state, *terrain);
+}
+BENCHMARK(FirstBuild)->Arg(257)->Arg(1025)->Arg(4097)->Unit(benchmark::kMillisecond);
+
+void Rebuild(benchmark::State& state)
+{
+    TerrainLod terrain;
+    terrain.InitQuadTree(Grid(static_cast<std::int32_t>(state.range(0))).Source());
+    for (auto _ : state)
+        terrain.Build3D();
+    ReportTree(state, terrain);
+}
+BENCHMARK(Rebuild)->Arg(1025)->Unit(benchmark::kMillisecond);
+
+/// Floor of a first build: as many bytes as the tree has, copied into memory that is as new.
+void CopyTree(benchmark::State& state)
+{
+    TerrainLod terrain;
+    terrain.InitQuadTree(Grid(static_cast<std::int32_t>(state.range(0))).Source());
+    const std::size_t size = terrain.Nodes.BytesHeld();
+    const std::vector<char> tree(size, 'x');
+    for (auto _ : state) {
+        const std::unique_ptr<char[]> copy(new char[size]);
+        std::memcpy(copy.get(), tree.data(), size);
+        benchmark::DoNotOptimize(copy.get());
+    }
+}
+BENCHMARK(CopyTree)->Arg(1025)->Arg(4097)->Unit(benchmark::kMillisecond);
+
+/// The frame after a build, which sheds most of the full tree.
+void FirstUpdate(benchmark::State& state)
+{
+    const auto side = static_cast<std::int32_t>(state.range(0));
+    TerrainLod terrain;
+    terrain.SetElevationScale(static_cast<float>(side) * kHeightScale);
+    terrain.SetLOD(60.0f);
+    terrain.InitQuadTree(Grid(side).Source());
+    const float middle = static_cast<float>(side) * 0.5f;
+    for (auto _ : state) {
+        state.PauseTiming();
+        terrain.Build3D();
+        state.ResumeTiming();
+        terrain.Update({middle, 1.0f, middle});
+    }
+}
+BENCHMARK(FirstUpdate)->Arg(1025)->Unit(benchmark::kMillisecond);
 
 void FreeTree(benchmark::State& state)
 {
@@ -128,6 +182,26 @@ void UpdateMoving(benchmark::State& state)
 }
 BENCHMARK(UpdateMoving)->Arg(257)->Arg(1025)->Arg(4097)->Unit(benchmark::kMicrosecond);
 
+/// A straight flight over the terrain, to and fro, at 176 m a frame over samples that lie 30 m apart.
+void UpdateFlight(benchmark::State& state)
+{
+    const auto side = static_cast<std::int32_t>(state.range(0));
+    Scene scene(side, 200.0f);
+    constexpr float kWay = 176.0f / 30.0f;
+    float x = scene.side * 0.2f;
+    float way = kWay;
+    for (auto _ : state) {
+        x += way;
+        if (x > scene.side * 0.8f || x < scene.side * 0.2f)
+            way = -way;
+        scene.terrain.Update({x, 30.0f, scene.side * 0.45f + 0.1f * x});
+    }
+    const double active = CountActive(*scene.terrain.Root);
+    ReportPer(state, "ns/active", active);
+    state.counters["active"] = active;
+}
+BENCHMARK(UpdateFlight)->Arg(1025)->Arg(4097)->Unit(benchmark::kMicrosecond);
+
 void Emission(benchmark::State& state)
 {
     Scene scene(1025);
@@ -166,6 +240,30 @@ void RealTimeWholeGrid(benchmark::State& state)
     ReportPer(state, "ns/active", CountActive(*terrain.Root));
 }
 BENCHMARK(RealTimeWholeGrid)->Arg(257)->Arg(1025)->Unit(benchmark::kMillisecond);
+
+/// A viewer that stands still in the real-time mode, with one sample changed before each frame, or none.
+void RealTimeEdit(benchmark::State& state)
+{
+    const std::int32_t side = 1025;
+    TestGrid grid(side, side, FractalHeights(side));
+    TerrainLod terrain;
+    terrain.SetElevationScale(static_cast<float>(side) * kHeightScale);
+    terrain.SetLOD(60.0f);
+    terrain.InitQuadTree(grid.Source());
+    terrain.SetRenderMode(1);
+    const Viewer viewer{500.0f, 1.0f, 520.0f};
+    for (int frame = 0; frame < 20; ++frame)
+        terrain.Update(viewer);
+    const auto edit = static_cast<float>(state.range(0)) * 0.01f;
+    int frame = 0;
+    for (auto _ : state) {
+        ++frame;
+        grid.At(504 + frame % 16, 512).value += frame / 16 % 2 ? edit : -edit;
+        terrain.Update(viewer);
+    }
+    ReportPer(state, "ns/active", CountActive(*terrain.Root));
+}
+BENCHMARK(RealTimeEdit)->ArgName("edits")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
