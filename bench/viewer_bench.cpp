@@ -1,5 +1,6 @@
-// What the viewer does in answer to a hand: frames while the brush is held, the end of a stroke, a moved camera. On a
-// terrain of 1025 x 1025 points, in a small picture, so that a renderer in software isn't bound by its pixels.
+// What the viewer does in answer to a hand: frames while the brush is held, the end of a stroke, a moved camera. On
+// terrains of 1025 x 1025 and 4097 x 4097 points, in a small picture, so that a renderer in software isn't bound by its
+// pixels.
 
 #include "app/viewer/open_viewer.h"
 #include "host/process_memory.h"
@@ -20,11 +21,12 @@ using tessara::test::OpenViewer;
 
 constexpr int kSide = 1025;
 
-/// Brushes in metres, on a terrain of 31 km.
+/// Brushes in metres and points along an edge of the terrain, 30 metres apart.
 void Radii(benchmark::internal::Benchmark* benchmark)
 {
     for (const int radius : {100, 400, 3000})
-        benchmark->Arg(radius);
+        benchmark->Args({radius, kSide});
+    benchmark->Args({400, 4097});
     benchmark->Unit(benchmark::kMillisecond);
 }
 
@@ -33,7 +35,8 @@ std::unique_ptr<OpenViewer> Open(benchmark::State& state)
     ViewSettings settings;
     settings.realTime = true;
     settings.brush.radius = static_cast<double>(state.range(0));
-    auto open = std::make_unique<OpenViewer>(tessara::test::Hills(kSide, kSide), settings);
+    auto open = std::make_unique<OpenViewer>(
+        tessara::test::Hills(static_cast<int>(state.range(1)), static_cast<int>(state.range(1))), settings);
     open->Settle();
     return open;
 }
@@ -79,7 +82,7 @@ void EndOfStroke(benchmark::State& state)
         open->viewer.Pointer().EndDrag();
     }
 }
-BENCHMARK(EndOfStroke)->Arg(400)->Unit(benchmark::kMillisecond);
+BENCHMARK(EndOfStroke)->Args({400, kSide})->Args({400, 4097})->Unit(benchmark::kMillisecond);
 
 void MapAfterStroke(benchmark::State& state)
 {
@@ -89,7 +92,7 @@ void MapAfterStroke(benchmark::State& state)
         open->viewer.Map().Draw(200, 200, 1.0, open->text);
     }
 }
-BENCHMARK(MapAfterStroke)->Arg(400)->Unit(benchmark::kMillisecond);
+BENCHMARK(MapAfterStroke)->Args({400, kSide})->Unit(benchmark::kMillisecond);
 
 void OrbitFrame(benchmark::State& state)
 {
@@ -102,7 +105,7 @@ void OrbitFrame(benchmark::State& state)
         open->Draw();
     }
 }
-BENCHMARK(OrbitFrame)->Arg(400)->Unit(benchmark::kMillisecond);
+BENCHMARK(OrbitFrame)->Args({400, kSide})->Unit(benchmark::kMillisecond);
 
 void Orbit(benchmark::State& state)
 {
@@ -112,7 +115,7 @@ void Orbit(benchmark::State& state)
     for (auto _ : state)
         open->viewer.Pointer().Drag(Hand(++frame));
 }
-BENCHMARK(Orbit)->Arg(400)->Unit(benchmark::kMillisecond);
+BENCHMARK(Orbit)->Args({400, kSide})->Unit(benchmark::kMillisecond);
 
 double ThreadMilliseconds()
 {
