@@ -173,8 +173,11 @@ void WhenModal::Look()
         timer_.Stop();
         WxUser(*dialog).Wait(150);
         act_(*dialog);
-        if (leave_ && wxTopLevelWindows.Find(window) && dialog->IsModal())
+        if (leave_ && wxTopLevelWindows.Find(window) && dialog->IsModal()) {
+            // Without a window manager the keyboard goes to the window below the mouse.
+            WxUser(*dialog).MoveTo(*dialog, 0.01, 0.01);
             wxUIActionSimulator().Char(WXK_ESCAPE);
+        }
         return;
     }
 }
