@@ -122,8 +122,12 @@ void WxDialogWindow::Add(const ControlTemplate& form)
         return;
     if (!IsBackdrop(form.kind) && form.kind != ControlKind::Viewport) {
         MakeCompact(*control.window);
+        wxRect place = PlaceOf(form);
+        // Dialog units are rounded, and a label in large letters may need a little more than its own.
+        if (form.kind == ControlKind::Label)
+            place.width = wxMax(place.width, control.window->GetBestSize().x);
         if (form.kind != ControlKind::Spin)
-            control.window->SetSize(PlaceOf(form));
+            control.window->SetSize(place);
     }
     Listen(form, *control.window);
     if (form.id != 0)
