@@ -1,6 +1,5 @@
 #include "support/allocation_failure.h"
 
-#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -11,13 +10,19 @@ namespace {
 constexpr std::size_t kNever = SIZE_MAX;
 
 std::size_t g_refusedSize = kNever;
-std::size_t g_remaining = kNever;
+std::size_t g_remaining = kNever;  // up to the first failure, with that one
+std::size_t g_failures = 0;        // that are to come after it is reached
 
 bool Refused(std::size_t size)
 {
     if (g_remaining != kNever && g_remaining != 0)
         --g_remaining;
-    return size == g_refusedSize || g_remaining == 0;
+    if (g_remaining == 0 && g_failures != 0) {
+        if (g_failures != kNever)
+            --g_failures;
+        return true;
+    }
+    return size == g_refusedSize;
 }
 
 }  // namespace
@@ -32,9 +37,10 @@ RefusedSize::~RefusedSize()
     g_refusedSize = kNever;
 }
 
-MemoryShortage::MemoryShortage(std::size_t n)
+MemoryShortage::MemoryShortage(std::size_t n, std::size_t failures)
 {
     g_remaining = n;
+    g_failures = failures;
 }
 
 MemoryShortage::~MemoryShortage()

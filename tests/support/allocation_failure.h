@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace tessara::test {
 
@@ -14,10 +15,11 @@ public:
     ~RefusedSize();
 };
 
-/// Makes the n-th operator new from now (1 is the next one) and all later ones fail for as long as it lives.
+/// Makes the n-th operator new from now (1 is the next one) and all later ones, or as many as are said, fail for as
+/// long as it lives.
 class MemoryShortage {
 public:
-    explicit MemoryShortage(std::size_t n);
+    explicit MemoryShortage(std::size_t n, std::size_t failures = SIZE_MAX);
     MemoryShortage(const MemoryShortage&) = delete;
     MemoryShortage& operator=(const MemoryShortage&) = delete;
     ~MemoryShortage();
