@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/com/com_object.h"
-#include "services/parser.h"
+#include "../platform/com/com_object.h"
+#include "../services/parser.h"
 
 #include <map>
 #include <string>

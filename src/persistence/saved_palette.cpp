@@ -4,20 +4,22 @@
 #include "textures/elevation_palette.h"
 
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 namespace tessara {
 
 namespace {
 
-/// Truncated towards zero and brought into the table. \param nearest stands in for what is no number
-std::int32_t TableIndex(float saved, std::int32_t nearest)
+/// Truncated towards zero; what no integer can tell becomes the nearest one, and what is no number 0.
+std::int32_t Truncated(float saved)
 {
+    constexpr float kBeyond = 2147483648.0f;
     if (std::isnan(saved))
-        return nearest;
-    if (saved <= 0.0f)
         return 0;
-    return saved >= 255.0f ? 255 : static_cast<std::int32_t>(saved);
+    if (saved >= kBeyond)
+        return INT32_MAX;
+    return saved < -kBeyond ? INT32_MIN : static_cast<std::int32_t>(saved);
 }
 
 /// Gives a palette whose tables were cut to a narrower range all of its entries. \throws std::bad_alloc, before any
@@ -59,12 +61,8 @@ void SavedPalette::GiveTo(ElevationPalette& palette) const
         palette.SetBlue(i, blue[i]);
         palette.SetNode(i, node[i] != 0 ? 1 : 0);
     }
-    palette.minElevation = TableIndex(low, 0);
-    palette.maxElevation = TableIndex(high, 255);
-    if (palette.minElevation > palette.maxElevation) {
-        palette.minElevation = 0;
-        palette.maxElevation = 255;
-    }
+    palette.minElevation = Truncated(low);
+    palette.maxElevation = Truncated(high);
 }
 
 bool SavedPalette::Read(IParser& parser)

@@ -20,7 +20,8 @@ struct SavedPalette {
 
     static SavedPalette Of(const ElevationPalette& palette);
 
-    /// Stores the entries and the range, the latter truncated towards zero, in a palette. Its lines aren't drawn anew.
+    /// Stores the entries and the range, the latter truncated towards zero, in a palette, whatever range that
+    /// is: a palette bears any. Its lines aren't drawn anew.
     /// \throws std::bad_alloc, with the palette as it was
     void GiveTo(ElevationPalette& palette) const;
 

@@ -108,7 +108,7 @@ private:
                            IProgressWindow* progress) const;
 
     // The saved form.
-    bool CreateMatrix(LONG width, LONG height, std::unique_ptr<ElevationPalette> palette);
+    void CreateMatrix(LONG width, LONG height, std::unique_ptr<ElevationPalette> palette);
     tessara::SavedTextureSettings TextureSettings();
     HRESULT LoadSource(tessara::SavedTexturesReader& reader);
     HRESULT LoadDetail();

@@ -157,38 +157,32 @@ HRESULT CoTessara::LoadSerializedMatrix(IUnknown* pIParser)
             m_maxElevation = saved.maximum.value_or(m_maxElevation);
             if (!complete)
                 return E_FAIL;
-            const bool created = CreateMatrix(saved.width, saved.height, std::move(palette));
-            if (!m_pMatrix)
-                return S_OK;
-            if (!created)
-                return E_FAIL;
-            FillMatrix(*m_pMatrix, saved);
+            CreateMatrix(saved.width, saved.height, std::move(palette));
+            if (m_pMatrix)
+                FillMatrix(*m_pMatrix, saved);
             return S_OK;
         },
         E_FAIL);
 }
 
-/// Makes the matrix anew, of this size and with this palette. \return false without a matrix, or with one that couldn't
-/// have its cells
-bool CoTessara::CreateMatrix(LONG width, LONG height, std::unique_ptr<ElevationPalette> palette)
+/// Makes the matrix anew, of this size and with this palette. One that can't have its cells has none afterwards.
+void CoTessara::CreateMatrix(LONG width, LONG height, std::unique_ptr<ElevationPalette> palette)
 {
     if (!m_pMatrix && FAILED(CoCreateInstance(CLSID_ElevationMatrix, nullptr, CLSCTX_INPROC_SERVER,
                                               InterfaceId<IElevationMatrix>, reinterpret_cast<void**>(&m_pMatrix))))
-        return false;
+        return;
     // The tree still points at the grid and the palette that go now.
     if (m_pTerrain)
         m_pTerrain->ForgetSource();
     m_pMatrix->ResetMatrix();
     m_pMatrix->SetElevationRange(m_minElevation, m_maxElevation);
-    if (FAILED(m_pMatrix->SetPalette(palette.get())))
-        return false;
-    palette.release();  // the matrix's from now on
+    if (SUCCEEDED(m_pMatrix->SetPalette(palette.get())))
+        palette.release();  // the matrix's from now on
     m_pMatrix->BeginUpdate(0);
     m_pMatrix->SetWidth(width);
     m_pMatrix->SetHeight(height);
-    const HRESULT allocated = m_pMatrix->AllocateCells();
+    m_pMatrix->AllocateCells();
     m_pMatrix->EndUpdate(0);
-    return SUCCEEDED(allocated);
 }
 
 HRESULT CoTessara::SerializePalette(IUnknown* pIParser)

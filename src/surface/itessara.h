@@ -146,8 +146,9 @@ struct ITessara : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE LoadSerializedSurfaceProperties(IUnknown* pIParser) = 0;
 
     /// Gives the matrix, which is made where there is none, new cells and the default palette. The tree goes.
-    /// \return S_OK, also when no matrix could be made; E_FAIL without size or elevations, with the matrix as it was,
-    ///         and when the matrix couldn't allocate its cells, which leaves it without any
+    /// \return S_OK, also when no matrix could be made, and when the matrix couldn't allocate its cells, which leaves
+    /// it
+    ///         without any; E_FAIL without size or elevations, with the matrix as it was
     virtual HRESULT STDMETHODCALLTYPE LoadSerializedMatrix(IUnknown* pIParser) = 0;
 
     /// Fills the matrix's palette, or leaves it as it is where one of the six values isn't there.

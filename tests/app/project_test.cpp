@@ -119,10 +119,8 @@ TEST_F(Project, HoldsSeveralTerrainsThatCanBeChangedAndTakenOut)
     EXPECT_THAT(Succeed({"project", "info", project, "--values"}).output, HasSubstr("MATRIX_DATA          1920 bytes"));
     Succeed({"project", "set", project, "--terrain", "zwei", "--forget-view"});
     EXPECT_THAT(Succeed({"project", "info", project}).output, Not(HasSubstr("Camera")));
-    Succeed({"project", "create", grid, "-o", project, "--add", "--name", "one", "--palette", "desert"});
-    EXPECT_THAT(ProjectFile(project).Elements(), ElementsAre("zwei", "one")) << "of one name there is one terrain";
-    Succeed({"project", "set", project, "--terrain", "zwei", "--remove"});
-    EXPECT_THAT(ProjectFile(project).Elements(), ElementsAre("one"));
+    Succeed({"project", "set", project, "--terrain", "one", "--remove"});
+    EXPECT_THAT(ProjectFile(project).Elements(), ElementsAre("zwei"));
 }
 
 TEST_F(Project, GivesItsHeightsBack)
@@ -143,9 +141,8 @@ TEST_F(Project, ALostDetailTextureIsLeftOutAndSaidSo)
 {
     Succeed({"project", "create", grid, "-o", project, "--detail", "Rock"});
     {
-        const ProjectFile old(project);
-        ProjectWriter writer(project);
-        writer.CopyElement(*old.Open("grid"))->Write("TEXTURE_DET_NAME", 0x40, "gone", 5);
+        ProjectWriter writer(project, project);
+        writer.Open("grid")->Write("TEXTURE_DET_NAME", 0x40, "gone", 5);
         writer.Commit();
     }
     const Picture without = Draw(project);
@@ -159,6 +156,8 @@ TEST_F(Project, FailuresTellWhyAndChangeNothing)
     const std::string before = ReadText(project);
     const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
         {{"project", "create", grid, "-o", project}, "already"},
+        {{"project", "create", grid, "-o", project, "--add"}, "has a terrain \"grid\" already; --name gives"},
+        {{"project", "info", scratch / ""}, "is a folder and no Tessara project"},
         {{"project", "create", project, "-o", scratch / "copy.tessara"}, "is a project already"},
         {{"project", "create", grid, "-o", grid, "--replace"}, "it is the elevation file itself"},
         {{"project", "create", scratch / "none.tif", "-o", scratch / "new.tessara"}, "none.tif"},
@@ -182,6 +181,10 @@ TEST_F(Project, FailuresTellWhyAndChangeNothing)
     EXPECT_TRUE(ReadText(project) == before);
     EXPECT_THAT(scratch.List(), ElementsAre("grid.asc", "grid.tessara"));
     EXPECT_EQ(RunTessara({"project"}).exitCode, 2);
+    EXPECT_THAT(RunTessara({"project", "create", grid, "-o", project, "--add", "--name", ""}).errors,
+                HasSubstr("the name of a terrain is empty"));
+    EXPECT_THAT(RunTessara({"project", "set", project, "--name", "a\tb"}).errors,
+                HasSubstr("the name of a terrain has a control character"));
     EXPECT_EQ(RunTessara({"project", "create", grid}).exitCode, 2);
     EXPECT_EQ(RunTessara({"project", "create", grid, "-o", project, "--add", "--replace"}).exitCode, 2);
 }

@@ -265,8 +265,8 @@ TEST_F(SavedFormTest, PalettesOfAnyRangeAndLengthGoThrough)
     const struct {
         float low, high;
         std::int32_t first, last;
-    } cases[] = {{0.0f, 255.0f, 0, 255},   {0.9f, 254.9f, 0, 254}, {-7.0f, 1e30f, 0, 255},    {none, none, 0, 255},
-                 {200.0f, 100.0f, 0, 255}, {77.0f, 77.0f, 77, 77}, {300.0f, 400.0f, 255, 255}};
+    } cases[] = {{0.0f, 255.0f, 0, 255},       {0.9f, 254.9f, 0, 254},     {-7.9f, 1e30f, -7, INT32_MAX},
+                 {-1e30f, none, INT32_MIN, 0}, {200.0f, 100.0f, 200, 100}, {300.0f, 400.0f, 300, 400}};
     for (const auto& c : cases) {
         PutProject(*parser);
         parser->Put<LONG>("PALETTE_INFO_ARRAY_NODE", 2, std::vector<LONG>(256, 7));
@@ -277,6 +277,10 @@ TEST_F(SavedFormTest, PalettesOfAnyRangeAndLengthGoThrough)
         EXPECT_EQ(palette.maxElevation, c.last) << c.low << " to " << c.high;
         EXPECT_THAT(palette.red, testing::ElementsAreArray(parser->Get<BYTE>("PALETTE_INFO_RED")));
         EXPECT_THAT(palette.nodes, ElementsAre(0, 50, 200, 255)) << "the lines aren't drawn anew";
+        for (const float height : {-1e30f, -1.0f, 0.0f, 0.5f, 1.0f, 1e30f, none}) {
+            const std::int16_t index = palette.IndexOf(height);
+            EXPECT_THAT(palette.red, Contains(palette.GetRed(index))) << "nothing reads past the tables";
+        }
     }
 }
 
@@ -348,7 +352,7 @@ TEST_F(SavedFormTest, CellsThatCantBeAllocatedLeaveNothingToDraw)
     parser->Put("MATRIX_DATA", 0x10, std::vector<float>(600, 0.5f));
     {
         const RefusedSize refused(600 * sizeof(ElevationElement) + sizeof(std::size_t));
-        EXPECT_EQ(bare->LoadSerializedMatrix(parser.Get()), E_FAIL);
+        EXPECT_EQ(bare->LoadSerializedMatrix(parser.Get()), S_OK);
     }
     LONG width = -1;
     real->GetWidth(&width);

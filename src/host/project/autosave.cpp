@@ -123,7 +123,7 @@ Autosave::~Autosave()
 
 void Autosave::Keep(const std::string& projectPath, const std::function<void(ProjectWriter&)>& write)
 {
-    ProjectWriter writer(path_);
+    ProjectWriter writer(path_, IsProjectFile(projectPath) ? projectPath : std::string());
     write(writer);
     writer.Set(kProjectSetting, projectPath);
     writer.Commit();

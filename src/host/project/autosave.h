@@ -65,7 +65,8 @@ public:
     ~Autosave();
 
     /// Keeps the work as it is now, in place of what was kept before.
-    /// \param projectPath the project that the work is on, or empty \param write adds the elements and settings
+    /// \param projectPath the project that the work is on, with whose content the kept one begins, or empty
+    /// \param write adds or changes elements and settings
     /// \throws StorageError, with the work kept before still there, and what `write` throws
     void Keep(const std::string& projectPath, const std::function<void(ProjectWriter&)>& write);
 

@@ -37,8 +37,14 @@ constexpr std::int64_t kMostRows = 100000;
 std::string Existing(const std::string& path)
 {
     std::error_code error;
-    if (!std::filesystem::exists(path, error))
-        throw StorageError("There is no project \"" + path + "\"" + (error ? ": " + error.message() : ""));
+    const auto type = std::filesystem::status(path, error).type();
+    if (type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::none)
+        throw StorageError("There is no project \"" + path + "\"" +
+                           (type == std::filesystem::file_type::none ? ": " + error.message() : ""));
+    if (type != std::filesystem::file_type::regular)
+        throw StorageError("\"" + path + "\" is a " +
+                           (type == std::filesystem::file_type::directory ? "folder" : "pipe or a device") +
+                           " and no Tessara project");
     return path;
 }
 
@@ -52,10 +58,15 @@ ProjectDatabase::ProjectDatabase(const std::string& path)
 
 ProjectDatabase::ProjectDatabase(const std::string& path, const std::string& shownPath)
 {
+    const bool isNew = std::filesystem::is_empty(path);
     file_.emplace(path, SqliteFile::Access::ReadWrite, kKind, shownPath);
     transaction_.emplace(*file_);
-    for (const auto& table : kTables)
-        file_->Execute(table[1]);
+    if (isNew) {
+        for (const auto& table : kTables)
+            file_->Execute(table[1]);
+    } else {
+        CheckVersion();
+    }
 }
 
 SqliteFile& ProjectDatabase::File()
@@ -95,11 +106,28 @@ std::vector<ProjectDatabase::Element> ProjectDatabase::Elements()
     return elements;
 }
 
+std::int64_t ProjectDatabase::Find(std::string_view name)
+{
+    SqliteStatement row(File(), "SELECT id FROM element WHERE name = ?");
+    return row.Bind(name).Step() ? row.Number(0) : 0;
+}
+
 std::int64_t ProjectDatabase::AddElement(std::string_view name)
 {
     SqliteStatement(File(), "INSERT INTO element (name) VALUES (?)").Bind(name).Step();
-    SqliteStatement row(File(), "SELECT id FROM element WHERE name = ?");
-    return row.Bind(name).Step() ? row.Number(0) : 0;
+    return Find(name);
+}
+
+void ProjectDatabase::RenameElement(std::int64_t element, std::string_view name)
+{
+    SqliteStatement(File(), "UPDATE element SET name = ? WHERE id = ?").Bind(name).Bind(element).Step();
+}
+
+void ProjectDatabase::RemoveElement(std::int64_t element)
+{
+    for (const char* statement : {"DELETE FROM value WHERE element = ?", "DELETE FROM setting WHERE element = ?",
+                                  "DELETE FROM element WHERE id = ?"})
+        SqliteStatement(File(), statement).Bind(element).Step();
 }
 
 std::vector<ProjectValue> ProjectDatabase::Values(std::int64_t element)
@@ -107,6 +135,8 @@ std::vector<ProjectValue> ProjectDatabase::Values(std::int64_t element)
     SqliteStatement rows(File(), "SELECT name, part, type, length(bytes), typeof(bytes) FROM value WHERE element = ?"
                                  " ORDER BY name, part LIMIT ?");
     rows.Bind(element).Bind(kMostRows);
+    // Whatever a damaged file claims: no value is larger than the whole file.
+    const std::int64_t largest = File().Number("PRAGMA page_count") * File().Number("PRAGMA page_size");
     std::vector<ProjectValue> values;
     while (rows.Step()) {
         std::string name = rows.Text(0);
@@ -115,6 +145,8 @@ std::vector<ProjectValue> ProjectDatabase::Values(std::int64_t element)
         ProjectValue& value = values.back();
         const bool whole = value.size >= 0 && rows.Number(1) == value.parts && rows.Text(4) == "blob";
         value.size = whole ? value.size + rows.Number(3) : -1;
+        if (value.size > largest)
+            value.size = -1;
         ++value.parts;
     }
     return values;
@@ -191,19 +223,6 @@ void ProjectDatabase::RemoveSetting(std::int64_t element, std::string_view name)
     SqliteStatement(File(), "DELETE FROM setting WHERE element = ? AND name = ?").Bind(element).Bind(name).Step();
 }
 
-void ProjectDatabase::CopyElement(ProjectDatabase& from, std::int64_t source, std::int64_t target)
-{
-    SqliteStatement rows(from.File(), "SELECT name, part, type, bytes FROM value WHERE element = ?"
-                                      " ORDER BY name, part LIMIT ?");
-    rows.Bind(source).Bind(kMostRows);
-    while (rows.Step()) {
-        const std::string name = rows.Text(0);
-        InsertPart(target, name, rows.Number(1), rows.Number(2), rows.Bytes(3));
-    }
-    for (const auto& [name, value] : from.Settings(source))
-        WriteSetting(target, name, value);
-}
-
 void ProjectDatabase::Close()
 {
     if (failure_)
@@ -212,6 +231,9 @@ void ProjectDatabase::Close()
     if (transaction_)
         transaction_->Commit();
     transaction_.reset();
+    // What was taken out leaves room that the next values take; a file that is mostly room is packed.
+    if (file_->Number("PRAGMA freelist_count") > file_->Number("PRAGMA page_count") / 4)
+        file_->Execute("VACUUM");
     file_.reset();
 }
 

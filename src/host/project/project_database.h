@@ -33,16 +33,26 @@ public:
     /// Opens a project for reading. \throws StorageError for what is no project, or one of a newer version
     explicit ProjectDatabase(const std::string& path);
 
-    /// Makes the tables of a new project in an empty file that nobody else uses.
+    /// Opens a file that nobody else uses for writing: an empty one, whose tables it makes, or the copy of a project.
     /// \param shownPath what messages call the file
     ProjectDatabase(const std::string& path, const std::string& shownPath);
+
+    /// Makes an empty file a copy of this project, with all that is in it.
+    void CopyTo(const std::string& path) { File().CopyTo(path); }
 
     const std::string& Path() const { return File().Path(); }
 
     /// In the order in which they were added.
     std::vector<Element> Elements();
 
+    /// Number of the element of a name, 0 where there is none.
+    std::int64_t Find(std::string_view name);
+
     std::int64_t AddElement(std::string_view name);
+    void RenameElement(std::int64_t element, std::string_view name);
+
+    /// Removes an element with its values and settings.
+    void RemoveElement(std::int64_t element);
 
     /// By name.
     std::vector<ProjectValue> Values(std::int64_t element);
@@ -58,9 +68,6 @@ public:
     ProjectSettings Settings(std::int64_t element);
     void WriteSetting(std::int64_t element, std::string_view name, const ProjectSetting& value);
     void RemoveSetting(std::int64_t element, std::string_view name);
-
-    /// Copies all values and settings of an element of another project.
-    void CopyElement(ProjectDatabase& from, std::int64_t source, std::int64_t target);
 
     /// Keeps the first failure of a caller that can't report it: Close throws it.
     void NoteFailure() noexcept

@@ -4,13 +4,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 
 namespace tessara {
 
-ProjectFile::ProjectFile(const std::string& path) : path_(path), database_(std::make_shared<ProjectDatabase>(path))
+ProjectFile::ProjectFile(const std::string& path)
+    : path_(path), version_(VersionOf(path)), database_(std::make_shared<ProjectDatabase>(path))
 {
     for (ProjectDatabase::Element& element : database_->Elements()) {
         names_.push_back(std::move(element.name));

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "../storage/file_version.h"
 #include "project_place.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +21,9 @@ public:
 
     const std::string& Path() const noexcept { return path_; }
 
+    /// The file as it was when it was opened.
+    const std::optional<FileVersion>& Version() const noexcept { return version_; }
+
     /// Names of the elements, in the order in which they were saved.
     const std::vector<std::string>& Elements() const noexcept { return names_; }
 
@@ -30,6 +35,7 @@ public:
 
 private:
     std::string path_;
+    std::optional<FileVersion> version_;
     std::shared_ptr<ProjectDatabase> database_;
     std::vector<std::string> names_;
     std::vector<std::int64_t> ids_;

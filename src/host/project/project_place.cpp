@@ -181,6 +181,13 @@ void ProjectPlace::Write(std::string_view name, std::int32_t typeCode, const voi
     Reload();
 }
 
+void ProjectPlace::Remove(std::string_view name)
+{
+    RequireWritable();
+    database_->RemoveValue(element_, name);
+    Reload();
+}
+
 ProjectSettings ProjectPlace::Settings() const
 {
     return database_->Settings(element_);

@@ -52,6 +52,9 @@ public:
     /// Adds a value, or replaces the one of that name. \throws StorageError
     void Write(std::string_view name, std::int32_t typeCode, const void* bytes, std::size_t size);
 
+    /// Takes a value away, where there is one. \throws StorageError
+    void Remove(std::string_view name);
+
     ProjectSettings Settings() const;
     void Set(std::string_view name, const ProjectSetting& value);
     void Forget(std::string_view name);
@@ -60,8 +63,6 @@ protected:
     ~ProjectPlace() override;
 
 private:
-    friend class ProjectWriter;
-
     const ProjectValue* Find(std::string_view name) const;
     std::optional<std::int32_t> Integer(std::string_view name) const;
     bool IsDeliverable(const ProjectValue& value) const;

@@ -1,5 +1,6 @@
 #include "host/project/project_terrain.h"
 
+#include "host/project/measured_heights.h"
 #include "host/project/project_place.h"
 #include "host/storage/sqlite_file.h"
 #include "host/terrain_session.h"
@@ -9,6 +10,7 @@
 #include "persistence/saved_properties.h"
 
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -17,6 +19,8 @@ namespace tessara {
 namespace {
 
 constexpr const char* kExaggeration = "exaggeration";
+constexpr const char* kNoData = "height.noData";
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr double kLargestExaggeration = 1000.0;
 constexpr double kLargestSpacing = 1e6;
 constexpr float kLargestMetres = 1e7f;
@@ -91,6 +95,10 @@ void RememberGround(ProjectPlace& place, const ElevationData& data)
         place.Set(name, data.*member ? 1.0 : 0.0);
     for (const auto& [name, member] : kGroundTexts)
         place.Set(name, data.*member);
+    if (data.noDataMark && std::isfinite(*data.noDataMark))
+        place.Set(kNoData, *data.noDataMark);
+    else
+        place.Forget(kNoData);
 }
 
 /// The session's matrix as a surface without a border would save it. The surface knows elevations from 0 to 1 only; a
@@ -140,6 +148,8 @@ ProjectTerrain TerrainOf(ProjectPlace& place, const SavedMatrix& matrix)
         std::swap(data.minimum, data.maximum);
     const ProjectSettings settings = place.Settings();
     ReadGround(place, settings, data);
+    if (const double mark = NumberOf(settings, kNoData, kNone); std::isfinite(mark))
+        data.noDataMark = mark;
     data.sourceWidth = data.width;
     data.sourceHeight = data.height;
     data.format = "Tessara project";
@@ -166,13 +176,14 @@ ProjectTerrain ReadTerrain(ProjectPlace& place)
     if (!matrix.Read(place))
         throw StorageError("The terrain \"" + place.Name() + "\" has no elevations, or they are damaged");
     ProjectTerrain terrain = TerrainOf(place, matrix);
-    terrain.elevations = std::move(matrix.elevations);
     ElevationData& data = terrain.data;
-    data.metres.reserve(terrain.elevations.size());
+    data.metres.reserve(matrix.elevations.size());
     const auto low = static_cast<double>(data.minimum);
     const double range = static_cast<double>(data.maximum) - low;
-    for (const float elevation : terrain.elevations)
+    for (const float elevation : matrix.elevations)
         data.metres.push_back(static_cast<float>(low + static_cast<double>(elevation) * range));
+    ReadMeasured(place, matrix, data);
+    terrain.elevations = std::move(matrix.elevations);
     return terrain;
 }
 
@@ -181,7 +192,9 @@ void WriteTerrain(ProjectPlace& place, const TerrainSession& session, const Elev
 {
     ITessara& surface = session.Surface();
     PropertiesOf(session).Write(place);
-    MatrixOf(session, data).Write(place);
+    const SavedMatrix matrix = MatrixOf(session, data);
+    matrix.Write(place);
+    WriteMeasured(place, matrix, data);
     Check(place, surface.SerializePalette(&place));
     Check(place, surface.SerializeTextures(&place));
     place.Set(kExaggeration, exaggeration);

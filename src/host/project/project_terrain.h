@@ -13,7 +13,7 @@ class TerrainSession;
 
 /// A terrain as a project holds it, for programs.
 struct ProjectTerrain {
-    ElevationData data;             ///< in metres. Its range is what the elevations 0.0 and 1.0 stand for
+    ElevationData data;             ///< in metres, as they were measured. Its range is what 0.0 and 1.0 stand for
     std::vector<float> elevations;  ///< the same normalised, to the bit as they were saved; in the order of data.metres
     double exaggeration = 1.0;
     ElevationPalette palette;
@@ -29,7 +29,8 @@ ProjectTerrain ReadTerrain(ProjectPlace& place);
 ProjectTerrain ReadTerrainFrame(ProjectPlace& place);
 
 /// Writes a terrain: everything that its surface saves, without the border of the session, and what a program remembers
-/// of it. \param data where the terrain lies; its heights play no part \throws StorageError
+/// of it. \param data where the terrain lies, and its heights, which come back to the bit where they are those of the
+/// session; without heights those of the session's elevations do \throws StorageError
 void WriteTerrain(ProjectPlace& place, const TerrainSession& session, const ElevationData& data, double exaggeration,
                   const ProjectView& view);
 

@@ -17,12 +17,21 @@ constexpr const char* kLevelOfDetail = "levelOfDetail";
 constexpr const char* kSunAzimuth = "sun.azimuth";
 constexpr const char* kSunHeight = "sun.height";
 constexpr const char* kColor = "color";
+constexpr const char* kSea = "sea";
+constexpr const char* kSeaLevel = "sea.level";
+constexpr const char* kHoles = "holes";
 constexpr const char* kPalette = "palette";
 
 std::optional<double> Number(const ProjectSettings& settings, const char* name, double lowest, double highest)
 {
     const double number = NumberOf(settings, name, std::numeric_limits<double>::quiet_NaN());
     return number >= lowest && number <= highest ? std::optional(number) : std::nullopt;
+}
+
+std::optional<bool> Switch(const ProjectSettings& settings, const char* name)
+{
+    const std::optional<double> number = Number(settings, name, 0.0, 1.0);
+    return number ? std::optional(*number != 0.0) : std::nullopt;
 }
 
 /// A point whose three coordinates are there, on any planet.
@@ -40,6 +49,12 @@ void Remember(ProjectPlace& place, const char* name, const std::optional<double>
 {
     if (number)
         place.Set(name, *number);
+}
+
+void Remember(ProjectPlace& place, const char* name, const std::optional<bool>& on)
+{
+    if (on)
+        place.Set(name, *on ? 1.0 : 0.0);
 }
 
 void Remember(ProjectPlace& place, const char* const (&names)[3], const std::optional<Vector3>& point)
@@ -78,8 +93,10 @@ ProjectView ViewOf(const ProjectSettings& settings)
     const auto height = Number(settings, kSunHeight, 0.0, 90.0);
     if (azimuth && height)
         view.sun = {*azimuth, *height};
-    if (const auto color = Number(settings, kColor, 0.0, 1.0))
-        view.color = *color != 0.0;
+    view.color = Switch(settings, kColor);
+    view.sea = Switch(settings, kSea);
+    view.seaLevel = Number(settings, kSeaLevel, -1e6, 1e6);
+    view.holes = Switch(settings, kHoles);
     view.palette = TextOf(settings, kPalette);
     return view;
 }
@@ -103,8 +120,10 @@ void RememberView(ProjectPlace& place, const ProjectView& view)
         place.Set(kSunAzimuth, view.sun->first);
         place.Set(kSunHeight, view.sun->second);
     }
-    if (view.color)
-        place.Set(kColor, *view.color ? 1.0 : 0.0);
+    Remember(place, kColor, view.color);
+    Remember(place, kSea, view.sea);
+    Remember(place, kSeaLevel, view.seaLevel);
+    Remember(place, kHoles, view.holes);
     if (!view.palette.empty())
         place.Set(kPalette, view.palette);
 }

@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <filesystem>
+#include <system_error>
+
 namespace tessara {
 
 namespace {
@@ -11,7 +14,7 @@ constexpr int kWaitMilliseconds = 10000;
 }  // namespace
 
 SqliteFile::SqliteFile(const std::string& path, Access access, const Kind& kind, const std::string& shownPath)
-    : path_(shownPath.empty() ? path : shownPath), kind_(kind)
+    : path_(shownPath.empty() ? path : shownPath), file_(path), kind_(kind)
 {
     const int flags = access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     const int result = sqlite3_open_v2(path.c_str(), &handle_, flags | SQLITE_OPEN_FULLMUTEX, nullptr);
@@ -83,6 +86,45 @@ void SqliteFile::Damaged(std::string_view what) const
     throw StorageError("The " + std::string(kind_.name) + " \"" + path_ + "\" is damaged: " + std::string(what));
 }
 
+void SqliteFile::CopyTo(const std::string& path)
+{
+    sqlite3* target = nullptr;
+    int result = sqlite3_open_v2(path.c_str(), &target, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
+    if (result == SQLITE_OK)
+        result = sqlite3_exec(target, "PRAGMA synchronous = OFF; PRAGMA journal_mode = OFF", nullptr, nullptr, nullptr);
+    if (result == SQLITE_OK) {
+        sqlite3_backup* const copy = sqlite3_backup_init(target, "main", handle_, "main");
+        if (copy) {
+            sqlite3_backup_step(copy, -1);
+            result = sqlite3_backup_finish(copy);
+        } else {
+            result = sqlite3_errcode(target);
+        }
+    }
+    // One that keeps its changes in a journal does so in the copy too; nobody else is to have that journal.
+    if (result == SQLITE_OK)
+        result = sqlite3_exec(target, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr);
+    sqlite3_close_v2(target);
+    if (result == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    if (result != SQLITE_OK)
+        throw StorageError("Can't copy the " + std::string(kind_.name) + " \"" + path_ +
+                           "\": " + sqlite3_errstr(result));
+}
+
+/// What is wrong, where it isn't the library's own words that say it best.
+std::string SqliteFile::FailureText() const
+{
+    const std::string journal = JournalBeside(file_);
+    const int code = sqlite3_errcode(handle_) & 0xFF;
+    if (!journal.empty() && (code == SQLITE_READONLY || code == SQLITE_CANTOPEN || code == SQLITE_BUSY))
+        return "a program is changing it, or was interrupted while it did: \"" + journal +
+               "\" holds the rest. Open it once with that program, or with the SQLite shell";
+    if (code == SQLITE_BUSY)
+        return "another program is changing it";
+    return sqlite3_errmsg(handle_);
+}
+
 void SqliteFile::Fail() const
 {
     const int code = sqlite3_errcode(handle_) & 0xFF;
@@ -92,7 +134,37 @@ void SqliteFile::Fail() const
         throw StorageError("\"" + path_ + "\" is not a " + kind_.name);
     if (code == SQLITE_CORRUPT || code == SQLITE_ERROR)
         Damaged(sqlite3_errmsg(handle_));
-    throw StorageError("Can't use the " + std::string(kind_.name) + " \"" + path_ + "\": " + sqlite3_errmsg(handle_));
+    throw StorageError("Can't use the " + std::string(kind_.name) + " \"" + path_ + "\": " + FailureText());
+}
+
+std::string JournalBeside(const std::string& database)
+{
+    for (const char* ending : {"-wal", "-journal"}) {
+        std::error_code error;
+        const auto size = std::filesystem::file_size(database + ending, error);
+        if (!error && size != 0)
+            return database + ending;
+    }
+    return {};
+}
+
+void TakeInJournal(const std::string& database)
+{
+    if (JournalBeside(database).empty())
+        return;
+    sqlite3* handle = nullptr;
+    if (sqlite3_open_v2(database.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr) ==
+        SQLITE_OK) {
+        sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+        sqlite3_exec(handle, "SELECT count(*) FROM sqlite_schema; PRAGMA journal_mode = DELETE", nullptr, nullptr,
+                     nullptr);
+    }
+    sqlite3_close_v2(handle);
+    const std::string left = JournalBeside(database);
+    if (!left.empty())
+        throw StorageError("Another program has \"" + database + "\" open: \"" + left +
+                           "\" holds changes of it that would be lost. Close it there first");
 }
 
 SqliteStatement::SqliteStatement(SqliteFile& file, std::string_view text) : file_(file)

@@ -39,6 +39,10 @@ public:
     /// First column of a query's first row, 0 where there is none. \throws StorageError
     std::int64_t Number(const char* query);
 
+    /// Makes an empty file a copy of this database as it is at the moment, whole and with all that only others
+    /// understand. \throws StorageError
+    void CopyTo(const std::string& path);
+
     /// Number of rows that the last statement wrote or removed.
     int ChangedRows() const;
 
@@ -50,14 +54,24 @@ public:
 private:
     friend class SqliteStatement;
 
+    std::string FailureText() const;
     void Configure();
     void CheckKind(Access access);
     [[noreturn]] void Fail() const;
 
     std::string path_;
+    std::string file_;
     const Kind& kind_;
     sqlite3* handle_ = nullptr;
 };
+
+/// A journal that lies beside a database: changes that aren't in the file itself yet, or not all of them. Who puts
+/// another file in the database's place would mix the two. \return its path, empty where there is none
+std::string JournalBeside(const std::string& database);
+
+/// Takes what such a journal holds into the database, as any program does that opens it for writing.
+/// \throws StorageError where that can't be, because another program has the database open
+void TakeInJournal(const std::string& database);
 
 /// One statement, for one run.
 class SqliteStatement {

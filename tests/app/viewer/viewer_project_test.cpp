@@ -123,10 +123,9 @@ TEST_F(ViewerProject, OtherTerrainsAndOtherProgramsValuesStay)
     viewer_->Open(Hills());
     viewer_->Work().SaveProject(path_);
     {
-        ProjectWriter writer(path_);
-        const ProjectFile old(path_);
-        writer.AddElement("first");
-        const auto place = writer.CopyElement(*old.Open("hills"));
+        ProjectWriter writer(path_, path_);
+        writer.AddElement("second");
+        const auto place = writer.Open("hills");
         place->Set("somebody's", 7.0);
         place->Write("FOREIGN", 1, "abc", 3);
         writer.Set("whole", std::string("project"));
@@ -138,7 +137,7 @@ TEST_F(ViewerProject, OtherTerrainsAndOtherProgramsValuesStay)
     EXPECT_TRUE(viewer_->HasUnsavedWork());
     viewer_->Work().SaveProject(folder_ / "copy.tessara");
     const ProjectFile copy(folder_ / "copy.tessara");
-    EXPECT_EQ(copy.Elements(), (std::vector<std::string>{"first", "hills"}));
+    EXPECT_EQ(copy.Elements(), (std::vector<std::string>{"hills", "second"}));
     const auto place = copy.Open("hills");
     EXPECT_EQ(NumberOf(place->Settings(), "somebody's", 0.0), 7.0);
     EXPECT_EQ(NumberOf(place->Settings(), "fog", 0.0), 0.9);
@@ -206,9 +205,8 @@ TEST_F(ViewerProject, ADetailTextureThatWasChosenDuringTheLoadIsWork)
     viewer_->Open(Read(path_));
     EXPECT_FALSE(viewer_->HasUnsavedWork());
     {
-        ProjectWriter writer(path_);
-        const ProjectFile old(path_);
-        writer.CopyElement(*old.Open("hills"))->Write("TEXTURE_DET_NAME", 8, "gone", 5);
+        ProjectWriter writer(path_, path_);
+        writer.Open("hills")->Write("TEXTURE_DET_NAME", 8, "gone", 5);
         writer.Commit();
     }
     // The project names another one than the surface has.
@@ -266,9 +264,8 @@ TEST_F(ViewerProject, ForeignColoursShowAsTheyAre)
     viewer_->Work().SaveProject(path_);
     const ProjectTerrain before = ReadTerrain(*ProjectFile(path_).Open("hills"));
     {
-        const ProjectFile old(path_);
-        ProjectWriter writer(path_);
-        writer.CopyElement(*old.Open("hills"))->Forget("palette");
+        ProjectWriter writer(path_, path_);
+        writer.Open("hills")->Forget("palette");
         writer.Commit();
     }
     viewer_->Open(Read(path_));

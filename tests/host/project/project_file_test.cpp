@@ -3,10 +3,11 @@
 #include "host/storage/sqlite_file.h"
 #include "platform/com/bstr.h"
 #include "support/scratch_folder.h"
+#include "support/sqlite_shell.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <cstring>
 #include <fstream>
@@ -22,17 +23,6 @@ using testing::IsEmpty;
 BSTR Name(const char* text)
 {
     return MakeBstr(text);
-}
-
-/// Runs statements on a file, as somebody with the database shell does.
-void RunSql(const std::string& path, const std::string& statements)
-{
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
-    char* error = nullptr;
-    EXPECT_EQ(sqlite3_exec(database, statements.c_str(), nullptr, nullptr, &error), SQLITE_OK) << error;
-    sqlite3_free(error);
-    sqlite3_close(database);
 }
 
 std::string FailureOf(const std::string& path)
@@ -156,24 +146,6 @@ TEST_F(ProjectFileTest, LargeValuesComeBackThroughTheParser)
     EXPECT_TRUE(loaded == elevations);
 }
 
-TEST_F(ProjectFileTest, CopiesATerrainIntoANewVersion)
-{
-    Save();
-    {
-        const ProjectFile old(path_);
-        ProjectWriter writer(path_);
-        writer.CopyElement(*old.Open("south"));
-        writer.AddElement("new");
-        EXPECT_THROW(writer.CopyElement(*old.Open("south")), StorageError) << "the name is taken";
-        EXPECT_THROW(writer.AddElement(""), StorageError);
-        writer.Commit();
-    }
-    const ProjectFile project(path_);
-    EXPECT_THAT(project.Elements(), ElementsAre("south", "new"));
-    EXPECT_EQ(project.Open("south")->Values().size(), 2u);
-    EXPECT_EQ(NumberOf(project.Open("south")->Settings(), "camera.x", 0.0), 2.6);
-}
-
 TEST_F(ProjectFileTest, NeverDeliversAValueOfAnotherSizeThanItsNameCallsFor)
 {
     const LONG two = 2;
@@ -207,9 +179,43 @@ TEST_F(ProjectFileTest, NeverDeliversAValueOfAnotherSizeThanItsNameCallsFor)
     EXPECT_EQ(place->FindNode(nullptr, Name("MATRIX_DATA"), -1, &node), E_FAIL) << "nobody is to make room for it";
 }
 
+TEST_F(ProjectFileTest, BelievesNoSizeBeyondTheFile)
+{
+    const std::vector<char> block(70000);
+    {
+        ProjectWriter writer(path_);
+        writer.AddElement("terrain")->Write("BLOCK", 0x80, block.data(), block.size());
+        writer.Commit();
+    }
+    std::string file = ReadBytes(path_);
+    const std::string size = "\x88\xC5\x6C";  // of a row's last column: 70000 bytes
+    const std::size_t at = file.find(size, file.find("BLOCK") - 10);
+    ASSERT_NE(at, std::string::npos);
+    // A number in three groups of seven bits grows. The row's size stands before its columns' ones.
+    const auto grow = [&file](std::size_t from, unsigned by) {
+        unsigned number = by;
+        for (std::size_t i = 0; i < 3; ++i)
+            number += (static_cast<unsigned>(file[from + i]) & 0x7Fu) << (14 - 7 * i);
+        for (std::size_t i = 0; i < 3; ++i)
+            file[from + i] = static_cast<char>((number >> (14 - 7 * i) & 0x7Fu) | (i < 2 ? 0x80u : 0u));
+    };
+    constexpr unsigned kMore = 29 * (32768 - 4);  // pages of the row that aren't there
+    grow(at, 2 * kMore);
+    grow(at - 9, kMore);
+    std::ofstream(path_, std::ios::binary) << file;
+    const auto place = ProjectFile(path_).Open("terrain");
+    EXPECT_THAT(place->Values(), IsEmpty());
+    EXPECT_FALSE(place->Read("BLOCK")) << "nobody makes room for a megabyte out of 100 KB";
+}
+
 TEST_F(ProjectFileTest, SaysWhyAFileIsNoProjectForIt)
 {
     EXPECT_EQ(FailureOf(path_), "There is no project \"" + path_ + "\"");
+    EXPECT_EQ(FailureOf(folder_ / ""), "\"" + (folder_ / "") + "\" is a folder and no Tessara project");
+    const std::string pipe = folder_ / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
+    EXPECT_FALSE(IsProjectFile(pipe)) << "and nobody waits for it";
+    EXPECT_EQ(FailureOf(pipe), "\"" + pipe + "\" is a pipe or a device and no Tessara project");
     std::ofstream(path_) << "something else entirely, and long enough to be looked at: " << std::string(2000, '.');
     EXPECT_EQ(FailureOf(path_), "\"" + path_ + "\" is not a Tessara project");
     std::filesystem::remove(path_);

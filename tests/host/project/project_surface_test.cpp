@@ -52,11 +52,14 @@ TEST_F(ProjectSurfaceTest, ASurfaceThatIsSavedTwiceIntoAPlaceIsTheLastOne)
     ProjectWriter writer(path_);
     const auto place = writer.AddElement("terrain");
     for (const LONG side : {50, 10}) {
+        textures_->image = {side, 2, side == 50 ? 24 : 32, std::vector<BYTE>(side == 50 ? 300 : 80), S_OK};
         const auto surface = NewTerrain(side, side, 4);
         Save(*surface, *place);
         surface->StopServer();
     }
     EXPECT_EQ(place->Read("MATRIX_DATA")->size(), 400u);
+    EXPECT_EQ(ValuesOf(*place).at("TEXTURE_SRC_DATA").size(), 80u);
+    EXPECT_FALSE(place->Read("TEXTURE_SRC_BITS")) << "the depth of the image before";
 }
 
 }  // namespace

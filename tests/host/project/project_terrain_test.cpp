@@ -5,6 +5,7 @@
 #include "host/storage/sqlite_file.h"
 #include "host/terrain_session.h"
 #include "host/test_elevation.h"
+#include "persistence/saved_value.h"
 #include "support/scratch_folder.h"
 
 #include <gmock/gmock.h>
@@ -36,7 +37,7 @@ protected:
             writer.Commit();
         }
         for (const ProjectPlace::Value& value : Place()->Values())
-            EXPECT_TRUE(value.deliverable) << value.name;
+            EXPECT_EQ(value.deliverable, FindSavedValue(value.name).has_value()) << value.name;
         return ReadTerrain(*Place());
     }
     ComPtr<ProjectPlace> Place() const { return ProjectFile(path_).Open("terrain"); }
@@ -73,7 +74,11 @@ protected:
 
 TEST_F(ProjectTerrainTest, ATerrainComesBackWithItsPlaceAndItsView)
 {
-    ElevationData data = MakeElevation(17, 9, 25.0, 30.0, [](int x, int y) { return 100 + 13 * x * y % 50 + x; });
+    ElevationData data =
+        MakeElevation(17, 9, 25.0, 30.0, [](int x, int y) { return 100 + 13 * x * y % 50 + x + 0.1 * y; });
+    data.holes.resize(data.metres.size());
+    data.holes[3] = data.holes[20] = data.holes[152] = 1;
+    data.noDataMark = -32768.0;
     data.georeferenced = true;
     data.geographic = true;
     data.originX = 7.123456789012345;
@@ -89,6 +94,9 @@ TEST_F(ProjectTerrainTest, ATerrainComesBackWithItsPlaceAndItsView)
     view.levelOfDetail = 40.0;
     view.sun = {120.0, 15.0};
     view.color = false;
+    view.sea = true;
+    view.seaLevel = -12.5;
+    view.holes = false;
     view.palette = "desert";
     const TerrainSession direct(data, {.exaggeration = 1.5, .levelOfDetail = 40.0}, host_);
     for (const int border : {0, 2}) {
@@ -111,18 +119,56 @@ TEST_F(ProjectTerrainTest, ATerrainComesBackWithItsPlaceAndItsView)
         for (std::size_t i = 0; i < data.metres.size(); ++i) {
             const auto at = static_cast<LONG>(i);
             EXPECT_EQ(loaded.elevations[i], direct.Matrix().ElementAt(at % 17, at / 17)->value) << "to the bit";
-            EXPECT_NEAR(loaded.data.metres[i], data.metres[i], 1e-4f);
         }
+        EXPECT_EQ(loaded.data.metres, data.metres) << "to the bit as well";
+        EXPECT_EQ(loaded.data.holes, data.holes);
+        EXPECT_EQ(loaded.data.noDataMark, -32768.0);
         EXPECT_EQ(loaded.view.camera->z, 3000.25);
         EXPECT_EQ(loaded.view.target->x, 4.0);
         EXPECT_FALSE(loaded.view.azimuth);
         EXPECT_EQ(loaded.view.sun, view.sun);
         EXPECT_EQ(loaded.view.color, false);
+        EXPECT_EQ(loaded.view.sea, true);
+        EXPECT_EQ(loaded.view.seaLevel, -12.5);
+        EXPECT_EQ(loaded.view.holes, false);
         EXPECT_EQ(loaded.view.palette, "desert");
         const auto place = Place();
         EXPECT_EQ(Float(*place, "KVOxml_LOD"), 40.0f);
         EXPECT_EQ(Float(*place, "ELEVATION_SCALE"), static_cast<float>(direct.Ground().ElevationScale()));
         EXPECT_THAT(*place->Read("TRANSLATION"), testing::Each(0)) << "the border is the session's own";
+    }
+}
+
+TEST_F(ProjectTerrainTest, AHeightCountsAsMeasuredOnlyAsLongAsItsElevationIsItsOwn)
+{
+    ElevationData data = MakeElevation(40, 30, 25.0, 30.0, [](int x, int y) { return 0.1 * x * x + 0.37 * y; });
+    data.holes.assign(data.metres.size(), 0);
+    data.holes[7] = data.holes[8] = 1;
+    ASSERT_EQ(Trip(data, {}).data.metres, data.metres);
+    {
+        // As a program does that knows of elevations alone.
+        ProjectWriter writer(path_, path_);
+        const auto place = writer.Open("terrain");
+        std::vector<float> elevations(data.metres.size());
+        std::memcpy(elevations.data(), place->Read("MATRIX_DATA")->data(), elevations.size() * sizeof(float));
+        elevations[8] = 0.5f;
+        elevations[100] = 1.0f;
+        place->Write("MATRIX_DATA", 16, elevations.data(), elevations.size() * sizeof(float));
+        writer.Commit();
+    }
+    const ElevationData changed = ReadTerrain(*Place()).data;
+    EXPECT_EQ(changed.metres[8], data.minimum + (data.maximum - data.minimum) / 2);
+    EXPECT_EQ(changed.metres[100], data.maximum);
+    EXPECT_TRUE(!changed.HasData(7) && changed.HasData(8)) << "who gives a hole a height fills it";
+    EXPECT_EQ(changed.missing, 1u);
+    EXPECT_EQ(changed.metres[101], data.metres[101]);
+    for (const std::size_t size : {0, 1, 100, 160}) {
+        ProjectWriter writer(path_, path_);
+        const auto place = writer.Open("terrain");
+        const std::vector<char> bytes(size, '\x7F');
+        place->Write("MATRIX_METRES", 0x80, bytes.data(), size);
+        place->Write("MATRIX_HOLES", 0x80, bytes.data(), size);
+        EXPECT_NEAR(ReadTerrain(*place).data.metres[100], data.maximum, 1e-4f) << size;
     }
 }
 
@@ -180,9 +226,8 @@ TEST_F(ProjectTerrainTest, APlaceWithoutElevationsIsNoTerrain)
 TEST_F(ProjectTerrainTest, ChangesReachTheSurfacesValues)
 {
     Trip(MakeElevation(5, 5, 10.0, 10.0, [](int x, int) { return 25 * x; }), {});
-    const ProjectFile old(path_);
-    ProjectWriter writer(path_);
-    const auto place = writer.CopyElement(*old.Open("terrain"), "renamed");
+    ProjectWriter writer(path_, path_);
+    const auto place = writer.Open("terrain");
     WriteExaggeration(*place, 3.0);
     WriteLevelOfDetail(*place, 99.0);
     WritePalette(*place, ElevationPalette());

@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
 #include "app/commands/project/project_commands.h"
+#include "host/project/element_name.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -21,6 +22,15 @@ elevation file.)");
     AddProjectInfo(project);
     AddProjectSet(project);
     AddProjectExport(project);
+}
+
+CLI::Validator GoodTerrainName()
+{
+    const auto check = [](const std::string& name) {
+        const std::string problem = NameProblem(name);
+        return problem.empty() ? std::string() : "the name of a terrain " + problem;
+    };
+    return {check, ""};
 }
 
 }  // namespace tessara

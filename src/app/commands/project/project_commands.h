@@ -2,7 +2,8 @@
 
 namespace CLI {
 class App;
-}
+class Validator;
+}  // namespace CLI
 
 namespace tessara {
 
@@ -11,5 +12,8 @@ void AddProjectCreate(CLI::App& project);
 void AddProjectInfo(CLI::App& project);
 void AddProjectSet(CLI::App& project);
 void AddProjectExport(CLI::App& project);
+
+/// Accepts the names that a terrain can have.
+CLI::Validator GoodTerrainName();
 
 }  // namespace tessara

@@ -7,6 +7,7 @@
 #include "app/view/palettes.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
+#include "host/project/element_name.h"
 #include "host/project/project_file.h"
 #include "host/project/project_terrain.h"
 #include "host/project/project_writer.h"
@@ -39,9 +40,14 @@ struct CreateOptions {
 
 std::string TerrainName(const CreateOptions& options)
 {
-    if (!options.name.empty())
-        return options.name;
-    return options.input.file.empty() ? "sample" : std::filesystem::path(options.input.file).stem().string();
+    return options.name.empty() ? NameFromFile(options.input.file) : options.name;
+}
+
+/// What the new version begins with.
+std::string Beginning(const CreateOptions& options)
+{
+    std::error_code error;
+    return options.add && std::filesystem::exists(options.project, error) ? options.project : std::string();
 }
 
 void CheckOptions(const CreateOptions& options)
@@ -54,20 +60,9 @@ void CheckOptions(const CreateOptions& options)
     if (!options.add && !options.replace && std::filesystem::exists(options.project, error))
         throw std::runtime_error("There is a file " + options.project +
                                  " already; --add adds the terrain to it, --replace puts a new project in its place.");
-}
-
-/// What the project has had, but for a terrain of the name.
-void CopyOthers(const CreateOptions& options, const std::string& name, ProjectWriter& writer)
-{
-    if (!options.add || !std::filesystem::exists(options.project))
-        return;
-    const ProjectFile old(options.project);
-    for (const auto& [setting, value] : old.Settings())
-        writer.Set(setting, value);
-    for (const std::string& element : old.Elements()) {
-        if (element != name)
-            writer.CopyElement(*old.Open(element));
-    }
+    if (!Beginning(options).empty() && ProjectFile(options.project).Open(TerrainName(options)))
+        throw std::runtime_error("The project " + options.project + " has a terrain \"" + TerrainName(options) +
+                                 "\" already; --name gives the new one another name.");
 }
 
 void Create(CreateOptions options)
@@ -90,8 +85,7 @@ void Create(CreateOptions options)
                                  ComPtr<IKvoHost>(host.Get()));
     progress->Show("Saving", 0.5);
     const std::string name = TerrainName(options);
-    ProjectWriter writer(options.project);
-    CopyOthers(options, name, writer);
+    ProjectWriter writer(options.project, Beginning(options));
     const auto place = writer.AddElement(name);
     WriteTerrain(*place, terrain, loaded.data, loaded.exaggeration, remembered);
     SaveTextures(*place, options.textures);
@@ -112,6 +106,7 @@ void AddProjectCreate(CLI::App& project)
         ->required()
         ->option_text("PROJECT.tessara");
     command.add_option("--name", options->name, "Name of the terrain in the project [that of the file]")
+        ->check(GoodTerrainName())
         ->option_text("NAME");
     CLI::Option* add = command.add_flag("--add", options->add, "Add the terrain to a project that is there");
     command.add_flag("--replace", options->replace, "Put the new project in the place of one that is there")

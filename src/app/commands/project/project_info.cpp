@@ -86,10 +86,11 @@ void PrintElement(ProjectPlace& place, bool withValues)
     PrintView(terrain);
     PrintTextures(place);
     for (const ProjectPlace::Value& value : place.Values()) {
+        const bool isDamaged = !value.deliverable && FindSavedValue(value.name);
         if (withValues)
             Line(value.name.c_str(), " " + std::to_string(value.size) + " bytes, type " +
-                                         std::to_string(value.typeCode) + (value.deliverable ? "" : ", not loaded"));
-        else if (!value.deliverable)
+                                         std::to_string(value.typeCode) + (isDamaged ? ", not loaded" : ""));
+        else if (isDamaged)
             Line("Not loaded", value.name + ", which has " + std::to_string(value.size) + " bytes");
     }
     if (withValues) {

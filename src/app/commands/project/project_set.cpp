@@ -5,7 +5,6 @@
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
 #include "app/view/palettes.h"
-#include "host/project/project_file.h"
 #include "host/project/project_terrain.h"
 #include "host/project/project_writer.h"
 
@@ -13,7 +12,6 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -53,21 +51,20 @@ void Change(ProjectPlace& place, const SetOptions& options)
 
 void Set(const SetOptions& options)
 {
-    const ProjectFile old(options.project);
     const std::string chosen = OpenElement(options.project, options.element)->Name();
-    if (options.remove && old.Elements().size() == 1)
-        throw std::runtime_error("The project \"" + options.project + "\" has no other terrain.");
-    ProjectWriter writer(options.project);
-    for (const auto& [setting, value] : old.Settings())
-        writer.Set(setting, value);
-    for (const std::string& element : old.Elements()) {
-        const bool isChosen = element == chosen;
-        if (isChosen && options.remove)
-            continue;
-        const auto place =
-            writer.CopyElement(*old.Open(element), isChosen && !options.name.empty() ? options.name : element);
-        if (isChosen)
-            Change(*place, options);
+    ProjectWriter writer(options.project, options.project);
+    if (options.remove) {
+        if (writer.Elements().size() == 1)
+            throw std::runtime_error("The project \"" + options.project + "\" has no other terrain.");
+        writer.Remove(chosen);
+    } else {
+        const std::string name = options.name.empty() ? chosen : options.name;
+        writer.Rename(chosen, name);
+        const auto place = writer.Open(name);
+        if (!place)
+            throw std::runtime_error("The project \"" + options.project + "\" has no terrain \"" + name +
+                                     "\" any more.");
+        Change(*place, options);
     }
     writer.Commit();
     std::cout << options.project << '\n';
@@ -84,7 +81,9 @@ void AddProjectSet(CLI::App& project)
     command.add_option("--exaggeration", options->exaggeration, "Factor on heights; 1 shows true proportions")
         ->check(NumberBetween(0.001, 1000.0))
         ->option_text("FACTOR");
-    command.add_option("--name", options->name, "A new name for the terrain")->option_text("NAME");
+    command.add_option("--name", options->name, "A new name for the terrain")
+        ->check(GoodTerrainName())
+        ->option_text("NAME");
     command.add_flag("--forget-view", options->forgetView, "Leave camera, detail and sun to the program again");
     command.add_flag("--remove", options->remove, "Take the terrain out of the project");
     AddViewOptions(command, options->view);

@@ -68,6 +68,7 @@ ElevationData Coarse(const ElevationData& data, int side)
 {
     ElevationData coarse = data;
     coarse.metres.clear();
+    coarse.holes.clear();
     // The outermost points stay where they are.
     const auto fit = [side](int& count, double& spacing, double& step) {
         const int fewer = std::min(count, side);

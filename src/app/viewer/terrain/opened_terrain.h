@@ -5,6 +5,7 @@
 #include "app/viewer/terrain/terrain_document.h"
 #include "host/project/project_place.h"
 #include "host/project/project_terrain.h"
+#include "host/storage/file_version.h"
 
 #include <memory>
 #include <optional>
@@ -20,7 +21,8 @@ struct SavedTerrain {
     std::string project;  ///< path; empty for recovered work that was never saved
     ComPtr<ProjectPlace> place;
     ProjectTerrain terrain;
-    bool recovered = false;  ///< the project doesn't hold what was read
+    std::optional<FileVersion> version{};  ///< of the project, unless the work was recovered
+    bool recovered = false;                ///< the project doesn't hold what was read
 };
 
 /// A terrain with everything that takes long to work out for it, and that needs no OpenGL.

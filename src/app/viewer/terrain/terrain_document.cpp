@@ -86,13 +86,12 @@ void TerrainDocument::Rescan()
     ScanHeights(data_);
 }
 
-ElevationData TerrainDocument::Frame() const
+ElevationData TerrainDocument::AsInSession() const
 {
-    ElevationData frame = data_;
-    frame.metres.clear();
-    frame.minimum = static_cast<float>(floor_);
-    frame.maximum = static_cast<float>(top_);
-    return frame;
+    ElevationData data = data_;
+    data.minimum = static_cast<float>(floor_);
+    data.maximum = static_cast<float>(top_);
+    return data;
 }
 
 }  // namespace tessara

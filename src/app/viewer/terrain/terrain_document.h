@@ -43,8 +43,8 @@ public:
     /// Works out how low and how high the terrain is, exactly: Edit lets the range only grow.
     void Rescan();
 
-    /// Where the heights lie and what the component's elevations 0.0 and 1.0 stand for, without the heights.
-    ElevationData Frame() const;
+    /// The heights, with the range that the component's elevations 0.0 and 1.0 stand for.
+    ElevationData AsInSession() const;
 
 private:
     void CopyToMatrix(const GridArea& area);

@@ -59,6 +59,8 @@ ElevationData TerrainLoader::ReadProject()
     saved.terrain = ReadTerrain(*saved.place);
     saved.project = request_.recoveredFor.value_or(request_.path);
     saved.recovered = request_.recoveredFor.has_value();
+    if (!saved.recovered)
+        saved.version = project.Version();
     saved.terrain.elevations = {};
     ElevationData data = saved.terrain.data;
     saved.terrain.data.metres = {};

@@ -5,23 +5,14 @@
 #include "app/viewer/terrain/sculptor.h"
 #include "app/viewer/terrain/terrain_document.h"
 #include "host/elevation/elevation_writer.h"
+#include "host/project/element_name.h"
 #include "host/project/project_file.h"
 #include "host/project/project_writer.h"
+#include "host/storage/storage_error.h"
 
-#include <filesystem>
 #include <utility>
 
 namespace tessara {
-
-namespace {
-
-std::string NameFor(const std::string& path)
-{
-    const std::string stem = std::filesystem::path(path).stem().string();
-    return stem.empty() ? "sample" : stem;
-}
-
-}  // namespace
 
 TerrainWork::TerrainWork(TerrainDocument& document, const Sculptor& sculptor, const CameraController& camera,
                          const ViewSettings& settings, const HeightColors& colors, const ViewerListener& changed)
@@ -31,7 +22,7 @@ TerrainWork::TerrainWork(TerrainDocument& document, const Sculptor& sculptor, co
       settings_(settings),
       colors_(colors),
       changed_(changed),
-      element_(NameFor(document.Path()))
+      element_(NameFromFile(document.Path()))
 {
 }
 
@@ -39,6 +30,7 @@ void TerrainWork::Begin(const std::optional<SavedTerrain>& saved)
 {
     if (saved) {
         project_ = saved->project;
+        version_ = saved->version;
         element_ = saved->place->Name();
     }
     saved_ = State();
@@ -65,30 +57,27 @@ bool TerrainWork::IsUnsaved() const
 
 void TerrainWork::WriteProject(ProjectWriter& writer) const
 {
-    ComPtr<ProjectPlace> place;
-    if (!project_.empty() && IsProjectFile(project_)) {
-        const ProjectFile old(project_);
-        for (const auto& [name, value] : old.Settings())
-            writer.Set(name, value);
-        for (const std::string& name : old.Elements()) {
-            auto copy = writer.CopyElement(*old.Open(name));
-            if (name == element_)
-                place = std::move(copy);
-        }
-    }
+    ComPtr<ProjectPlace> place = writer.Open(element_);
     if (!place)
-        place = writer.AddElement(element_);
+        place = writer.AddElement(UsableName(element_));
     const GroundFrame& ground = document_.Session().Ground();
     const ProjectLook look{settings_, colors_};
-    WriteTerrain(*place, document_.Session(), document_.Frame(), ground.Exaggeration(), ViewFor(look, camera_, ground));
+    WriteTerrain(*place, document_.Session(), document_.AsInSession(), ground.Exaggeration(),
+                 ViewFor(look, camera_, ground));
     RememberLook(*place, look);
 }
 
 void TerrainWork::SaveProject(const std::string& path)
 {
-    ProjectWriter writer(path);
+    const bool goesOn = !project_.empty() && IsProjectFile(project_);
+    ProjectWriter writer(path, goesOn ? project_ : std::string());
+    if (path == project_ && version_ && writer.Replaced() && writer.Replaced() != version_)
+        throw StorageError("Another program has changed \"" + path +
+                           "\" since it was opened here, and what it changed would be lost; save under another name, "
+                           "or open the project again");
     WriteProject(writer);
     writer.Commit();
+    version_ = VersionOf(path);
     project_ = path;
     saved_ = State();
     recovered_ = false;

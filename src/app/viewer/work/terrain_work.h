@@ -3,6 +3,7 @@
 #include "app/viewer/viewer_change.h"
 #include "app/viewer/work/project_look.h"
 #include "app/viewer/work/texture_state.h"
+#include "host/storage/file_version.h"
 
 #include <cstdint>
 #include <optional>
@@ -52,11 +53,12 @@ public:
     /// Whether something would be lost with the terrain: every change that a project would keep, but for the camera's.
     bool IsUnsaved() const;
 
-    /// Adds the terrain, and all other terrains of the project that it belongs to, to a project that is being written.
+    /// Puts the terrain into a project that is being written, which began with the one that it belongs to.
     /// \throws std::runtime_error for the user
     void WriteProject(ProjectWriter& writer) const;
 
-    /// Saves the terrain into a project, which it belongs to from now on. \throws std::runtime_error for the user
+    /// Saves the terrain into a project, which it belongs to from now on. Its own project isn't written over where
+    /// another program has changed it. \throws std::runtime_error for the user
     void SaveProject(const std::string& path);
 
     /// Writes the heights as a GeoTIFF, or what else the name's ending asks for.
@@ -71,6 +73,7 @@ private:
     const HeightColors& colors_;
     const ViewerListener& changed_;
     std::string project_;
+    std::optional<FileVersion> version_;  // of the project, as it was read or saved
     std::string element_;
     unsigned images_ = 0;     // counts what was imported or chosen
     WorkState saved_;         // what files hold
