@@ -4,6 +4,7 @@
 #include "platform/com/guard.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace tessara {
@@ -49,6 +50,7 @@ HRESULT ElevationMatrix::AllocateCells()
         return E_INVALIDARG;
     DropCells();
     const HRESULT result = Guard([this] {
+        ++generation_;
         grid_.SetWidth(wantedWidth_);
         grid_.SetHeight(wantedHeight_);
         return grid_.Allocate(nullptr) ? S_OK : E_OUTOFMEMORY;
@@ -63,16 +65,17 @@ HRESULT ElevationMatrix::GetCell(LONG x, LONG y, IElevationCell** cell)
     if (!cell)
         return E_POINTER;
     *cell = nullptr;
-    if (!grid_.ElementAt(x, y))
+    ElevationElement* element = grid_.ElementAt(x, y);
+    if (!element)
         return E_INVALIDARG;
-    return Guard([&] {
-        auto found = spareCell_ ? std::move(spareCell_) : std::make_unique<ElevationCell>(*this);
-        found->MoveTo(x, y);
-        found->AddRef();
-        ++cellsOut_;
-        *cell = found.release();
-        return S_OK;
-    });
+    if (!spareCell_)
+        spareCell_.reset(new (std::nothrow) ElevationCell(*this));
+    if (!spareCell_)
+        return E_OUTOFMEMORY;
+    spareCell_->HandOut(x, y, element, generation_);
+    ++cellsOut_;
+    *cell = spareCell_.release();
+    return S_OK;
 }
 
 HRESULT ElevationMatrix::SetElevationRange(float minimum, float maximum)
@@ -144,10 +147,11 @@ HRESULT ElevationMatrix::GetGrid(ElevationElement** grid)
 
 void ElevationMatrix::TakeBack(ElevationCell* cell) noexcept
 {
-    std::unique_ptr<ElevationCell> returned(cell);
     --cellsOut_;
-    if (!spareCell_)
-        spareCell_ = std::move(returned);
+    if (spareCell_)
+        delete cell;
+    else
+        spareCell_.reset(cell);
     if (released_ && cellsOut_ == 0)
         delete this;
 }
@@ -161,6 +165,7 @@ void ElevationMatrix::FinalRelease() noexcept
 
 void ElevationMatrix::DropCells()
 {
+    ++generation_;
     grid_.Free();
     grid_.SetWidth(0);
     grid_.SetHeight(0);

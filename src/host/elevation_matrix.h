@@ -57,6 +57,9 @@ public:
     /// \return null for a place that has no cell
     ElevationElement* ElementAt(LONG x, LONG y) { return grid_.ElementAt(x, y); }
 
+    /// Tells whether the cells are still the ones that they were.
+    ULONG Generation() const noexcept { return generation_; }
+
     /// Takes a cell that nobody refers to any more.
     void TakeBack(ElevationCell* cell) noexcept;
 
@@ -74,6 +77,7 @@ private:
     std::unique_ptr<ElevationCell> spareCell_;  // the cell that came back last, for the next GetCell
     LONG wantedWidth_ = 0;
     LONG wantedHeight_ = 0;
+    ULONG generation_ = 0;  // counts the times that cells were made or dropped
     ULONG openUpdates_ = 0;
     ULONG cellsOut_ = 0;     // they keep this object alive in place of a reference each
     bool released_ = false;  // the last reference has gone, cells are still out
