@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
 #include "host/host_classes.h"
+#include "platform/system/terminal_text.h"
 #include "platform/system/unfinished_files.h"
 #include "platform/ui/window_system.h"
 
@@ -92,7 +93,7 @@ int main(int argc, char** argv)
     } catch (const std::bad_alloc&) {
         std::cerr << "tessara: There is not enough memory.\n";
     } catch (const std::exception& error) {
-        std::cerr << "tessara: " << error.what() << '\n';
+        std::cerr << "tessara: " << tessara::TerminalText(error.what()) << '\n';
     }
     return EXIT_FAILURE;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/com/bstr.h"
 #include "platform/com/guard.h"
+#include "platform/system/terminal_text.h"
 
 #include <unistd.h>
 
@@ -122,7 +123,7 @@ void ConsoleProgress::Clear()
 void ConsoleProgress::Say(std::string_view message)
 {
     Clear();
-    output_ << message << '\n' << std::flush;
+    output_ << TerminalText(message) << '\n' << std::flush;
 }
 
 void ConsoleProgress::DrawSteps()

@@ -1,6 +1,7 @@
 #include "app/output/report.h"
 
 #include "host/elevation/elevation_data.h"
+#include "platform/system/terminal_text.h"
 
 #include <charconv>
 #include <cmath>
@@ -25,7 +26,7 @@ std::string MebibytesText(double bytes)
 
 void Line(const char* name, const std::string& text)
 {
-    std::cout << std::left << std::setw(20) << name << text << '\n';
+    std::cout << std::left << std::setw(20) << TerminalText(name) << TerminalText(text) << '\n';
 }
 
 void PrintGrid(const ElevationData& data)

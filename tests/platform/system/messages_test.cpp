@@ -1,3 +1,4 @@
+#include "platform/system/terminal_text.h"
 #include "platform/ui/window_system.h"
 #include "support/message_capture.h"
 
@@ -39,6 +40,14 @@ TEST(Messages, GoToStandardErrorAsOneLineEachWithoutWindows)
     tessara::ShowMessageBox("text", "title");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "ended \nopen %s\ntext\ntitle: text\n");
     SetWindowSystem(previous);
+}
+
+TEST(TerminalTextTest, ShowsControlCharactersAsEscapes)
+{
+    using tessara::TerminalText;
+    EXPECT_EQ(TerminalText("Grimsel \u00e4\n2"), "Grimsel \u00e4\n2");
+    EXPECT_EQ(TerminalText("a\x1b[2Jb\r\t\x7f"), "a\\x1b[2Jb\\x0d\\x09\\x7f");
+    EXPECT_EQ(TerminalText("a\u009bb\u00c2\xc2"), "a\\x9bb\u00c2\xc2");
 }
 
 }  // namespace

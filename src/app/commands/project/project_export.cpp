@@ -3,6 +3,7 @@
 #include "app/output/output_check.h"
 #include "host/elevation/elevation_writer.h"
 #include "host/project/project_terrain.h"
+#include "platform/system/terminal_text.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -27,7 +28,8 @@ void Export(const ExportOptions& options)
     const auto place = OpenElement(options.project, options.element);
     const ProjectTerrain terrain = ReadTerrain(*place);
     WriteElevationFile(terrain.data, options.output);
-    std::cout << place->Name() << ": " << terrain.data.width << " x " << terrain.data.height << " heights\n"
+    std::cout << TerminalText(place->Name()) << ": " << terrain.data.width << " x " << terrain.data.height
+              << " heights\n"
               << options.output << '\n';
 }
 
