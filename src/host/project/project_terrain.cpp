@@ -30,6 +30,7 @@ constexpr std::pair<const char*, double ElevationData::*> kGroundNumbers[] = {
     {"spacing.east", &ElevationData::spacingX},  {"spacing.south", &ElevationData::spacingY},
     {"origin.x", &ElevationData::originX},       {"origin.y", &ElevationData::originY},
     {"step.x", &ElevationData::stepX},           {"step.y", &ElevationData::stepY},
+    {"turn.x", &ElevationData::turnX},           {"turn.y", &ElevationData::turnY},
     {"height.unit", &ElevationData::heightUnit},
 };
 constexpr std::pair<const char*, bool ElevationData::*> kGroundSwitches[] = {

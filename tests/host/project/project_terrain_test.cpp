@@ -85,6 +85,8 @@ TEST_F(ProjectTerrainTest, ATerrainComesBackWithItsPlaceAndItsView)
     data.originY = 46.5;
     data.stepX = 0.1;
     data.stepY = -0.2;
+    data.turnX = 0.05;
+    data.turnY = 0.03;
     data.referenceSystem = "Erde";
     data.referenceWkt = "GEOGCS[...]";
     ProjectView view;
@@ -110,6 +112,8 @@ TEST_F(ProjectTerrainTest, ATerrainComesBackWithItsPlaceAndItsView)
         EXPECT_TRUE(loaded.data.georeferenced && loaded.data.geographic);
         EXPECT_EQ(loaded.data.originX, data.originX);
         EXPECT_EQ(loaded.data.stepY, -0.2);
+        EXPECT_EQ(loaded.data.turnX, 0.05);
+        EXPECT_EQ(loaded.data.turnY, 0.03);
         EXPECT_EQ(loaded.data.referenceSystem, "Erde");
         EXPECT_EQ(loaded.data.referenceWkt, "GEOGCS[...]");
         EXPECT_EQ(loaded.exaggeration, 1.5);
