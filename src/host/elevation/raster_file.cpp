@@ -135,6 +135,9 @@ void RasterFile::Open()
     std::error_code error;
     if (std::filesystem::is_directory(name_, error))
         Fail("it is a folder that holds no elevations");
+    VSIStatBufL status{};
+    if (name_.starts_with("/vsi") && VSIStatExL(name_.c_str(), &status, VSI_STAT_EXISTS_FLAG) != 0)
+        Fail(input_.IsOnNetwork() ? "nothing could be fetched from there" : "there is no such file");
     FailWithReport(session_.HasFailed() ? "it is not an elevation file, or a damaged one"
                                         : "it is not in a format that holds elevations");
 }

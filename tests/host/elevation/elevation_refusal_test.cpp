@@ -62,7 +62,7 @@ TEST_F(ElevationRefusalTest, WhatIsNoFileToReadIsNamed)
     ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
     ExpectRefused(Path("pipe"), "a pipe that nobody writes to");
     ExpectRefused("/dev/null", "neither a file nor a folder nor a pipe");
-    ExpectRefused("/vsizip/" + Path("nowhere.zip") + "/heights.tif", "it is not");
+    ExpectRefused("/vsizip/" + Path("nowhere.zip") + "/heights.tif", "there is no such file");
 }
 
 TEST_F(ElevationRefusalTest, AFileThatCantBeOpenedSaysWhy)
@@ -179,7 +179,7 @@ TEST_F(ElevationRefusalTest, OnlyWhatTheUserNamesIsFetchedOverANetwork)
                 }
             }
         });
-        ExpectRefused(named, "it is not");
+        ExpectRefused(named, "nothing could be fetched");
         enough = true;
         server.join();
         EXPECT_GT(calls, 0) << named;
