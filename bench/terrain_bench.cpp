@@ -226,6 +226,8 @@ void RealTimeWholeGrid(benchmark::State& state)
     terrain.InitQuadTree(grid.Source());
     terrain.SetRenderMode(1);
     const float middle = static_cast<float>(side) * 0.5f;
+    for (int frame = 0; frame < 20; ++frame)
+        terrain.Update({middle, 1.0f, middle});
     float lift = 0.001f;
     for (auto _ : state) {
         state.PauseTiming();

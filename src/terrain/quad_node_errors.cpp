@@ -35,13 +35,11 @@ float CenterError(const QuadCorner& corner, const QuadSample* samples)
 
 // A pass has the results of one over the whole subtree, but goes only where they can be other than those of the last
 // pass. That stands as long as no corner and no height of a node has changed, nothing below it was made or freed, and
-// no pass began below it. A changed corner of a node is a corner of one child and no more, so it leads down a single
-// line.
+// no pass began below it: Resample marks the way up before it orders one. A changed corner of a node is a corner of one
+// child and no more, so it leads down a single line.
 
 float QuadNode::ComputeErrors(QuadCorner& corner)
 {
-    if (corner.Parent)
-        MarkStale(corner.Parent);
     MarkDue(corner);
     return RenewErrors(corner);
 }
