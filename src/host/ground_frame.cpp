@@ -5,12 +5,17 @@
 namespace tessara {
 
 GroundFrame::GroundFrame(const ElevationData& data, double exaggeration)
+    : GroundFrame(data, exaggeration, {data.minimum, data.maximum})
+{
+}
+
+GroundFrame::GroundFrame(const ElevationData& data, double exaggeration, const std::pair<float, float>& range)
     : columns_(data.width),
       rows_(data.height),
       spacingX_(data.spacingX),
       spacingY_(data.spacingY),
-      minimum_(static_cast<double>(data.minimum)),
-      range_(static_cast<double>(data.maximum) - static_cast<double>(data.minimum)),
+      minimum_(static_cast<double>(range.first)),
+      range_(static_cast<double>(range.second) - static_cast<double>(range.first)),
       exaggeration_(exaggeration)
 {
 }

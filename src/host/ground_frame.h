@@ -2,6 +2,8 @@
 
 #include "vector3.h"
 
+#include <utility>
+
 namespace tessara {
 
 struct ElevationData;
@@ -16,6 +18,9 @@ class GroundFrame {
 public:
     /// \param exaggeration 1 shows true proportions
     GroundFrame(const ElevationData& data, double exaggeration);
+
+    /// \param range heights in metres that the normalised elevations 0 and 1 stand for, in place of the data's
+    GroundFrame(const ElevationData& data, double exaggeration, const std::pair<float, float>& range);
 
     void SetExaggeration(double exaggeration) noexcept { exaggeration_ = exaggeration; }
     double Exaggeration() const noexcept { return exaggeration_; }

@@ -50,12 +50,14 @@ ComPtr<ITessara> CreateSurface()
 }  // namespace
 
 TerrainSession::TerrainSession(const ElevationData& data, const TerrainOptions& options, const ComPtr<IKvoHost>& host)
-    : ground_(data, options.exaggeration),
+    : ground_(data, options.exaggeration, options.range.value_or(std::pair(data.minimum, data.maximum))),
       matrix_(MakeObject<ElevationMatrix>()),
       surface_(CreateSurface()),
       border_(options.border),
       levelOfDetail_(options.levelOfDetail)
 {
+    const auto [minimum, maximum] = options.range.value_or(std::pair(data.minimum, data.maximum));
+    matrix_->SetElevationRange(minimum, maximum);
     FillMatrix(data, options.elevations);
     if (options.palette) {
         auto palette = std::make_unique<ElevationPalette>(*options.palette);
@@ -81,7 +83,6 @@ void TerrainSession::FillMatrix(const ElevationData& data, const std::vector<flo
 {
     columns_ = data.width + 2 * border_;
     rows_ = data.height + 2 * border_;
-    matrix_->SetElevationRange(data.minimum, data.maximum);
     matrix_->SetWidth(columns_);
     matrix_->SetHeight(rows_);
     ElevationElement* element = nullptr;

@@ -8,8 +8,10 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tessara {
@@ -33,6 +35,9 @@ struct TerrainOptions {
 
     /// False leaves the tree out: the terrain can be saved but not drawn.
     bool buildTree = true;
+
+    /// Heights in metres that the elevations 0.0 and 1.0 stand for; without them those of the data's range.
+    std::optional<std::pair<float, float>> range{};
 };
 
 /// A terrain of the component, made of elevation data: from the load of the module to a built quadtree, and down again.

@@ -64,7 +64,7 @@ TEST_F(Cover, AnImageLiesNorthUpAndIsNotMirrored)
     const Picture::Pixel southWest = at(65, 135);
     EXPECT_GT(southWest.blue, southWest.red + 60);
     const Picture::Pixel southEast = at(135, 135);
-    EXPECT_LT(southEast.red + southEast.green + southEast.blue, 90);
+    EXPECT_LT(southEast.red + southEast.green + southEast.blue, 100);
 }
 
 TEST_F(Cover, ADetailTextureShowsAndHighBrightnessBrightens)

@@ -1,5 +1,6 @@
 #include "app/picture.h"
 #include "app/view/framing.h"
+#include "app/view/height_span.h"
 #include "app/view/light_map.h"
 #include "app/view/palettes.h"
 #include "app/view/scene.h"
@@ -161,7 +162,7 @@ protected:
         camera->SetViewport(160, 120);
         camera->SetLens(40.0, 1.0, 5000.0);
         camera->SetDirection({0.0, -1.0, -1.0});
-        FramePoints(*camera, OutlineOf(data, terrain.Ground()), 0.05);
+        FramePoints(*camera, OutlineOf(data, SpanOf(data), terrain.Ground()).points, 0.05);
     }
 
     static TerrainOptions Options()
@@ -171,14 +172,13 @@ protected:
         return options;
     }
 
-    Picture Draw(const SceneOptions& options)
+    Picture Draw(const SceneStyle& style, bool withShaders = true)
     {
-        const LightMap light = MakeLightMap(data, 1.0, options.atmosphere.sunDirection, 512);
-        const Scene scene(gl, data, terrain, light, OutlineOf(data, terrain.Ground()), options);
+        const LightMap light = MakeLightMap(data, 1.0, style.atmosphere.sunDirection, 512);
+        Scene scene(gl, data, terrain, light, style, withShaders);
         const RenderTarget target(gl, 160, 120, false);
         target.Bind();
-        for (int i = 0; i < 10; ++i)
-            triangles = scene.Adapt(*camera);
+        triangles = scene.Settle(*camera, *camera);
         scene.Draw(*camera);
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
         return {160, 120, target.ReadPixels()};
@@ -194,11 +194,8 @@ protected:
 
 TEST_F(SceneTest, LightsTheSameSidesWithAndWithoutShaders)
 {
-    SceneOptions options;
-    options.atmosphere = SunlitAtmosphere(270.0, 35.0);
     for (const bool withShaders : {true, false}) {
-        options.withShaders = withShaders;
-        const Picture picture = Draw(options);
+        const Picture picture = Draw({.atmosphere = SunlitAtmosphere(270.0, 35.0)}, withShaders);
         const auto green = [&](int x) { return picture.Mean(x - 4, 56, 8, 8).green; };
         EXPECT_GT(green(36), green(124) + 40) << "with shaders: " << withShaders;
         EXPECT_GT(triangles, 20u);
@@ -210,10 +207,7 @@ TEST_F(SceneTest, LeavesOpenGlAsItFoundIt)
     GLint before[2] = {};
     GLint after[2] = {};
     glGetIntegerv(GL_POLYGON_MODE, before);
-    SceneOptions options;
-    options.atmosphere = SunlitAtmosphere(300.0, 40.0);
-    options.wireframe = true;
-    Draw(options);
+    Draw({.atmosphere = SunlitAtmosphere(300.0, 40.0), .fill = FillMode::Wireframe});
     glGetIntegerv(GL_POLYGON_MODE, after);
     EXPECT_EQ(before[0], after[0]);
     EXPECT_EQ(before[1], after[1]);

@@ -4,7 +4,6 @@
 #include "app/output/frame_dump.h"
 #include "app/output/mesh_file.h"
 #include "app/output/output_check.h"
-#include "app/view/framing.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
 #include "host/terrain_session.h"
@@ -37,10 +36,10 @@ void Dump(const DumpOptions& options)
     const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
     const TerrainSession terrain(data,
                                  {.exaggeration = loaded.exaggeration,
-                                  .levelOfDetail = LevelOfDetailOf(view),
+                                  .levelOfDetail = LevelOfDetailOf(view, loaded.look.errorPixels),
                                   .elevations = loaded.SavedElevations()},
                                  ComPtr<IKvoHost>(host.Get()));
-    const auto camera = MakeCamera(view, terrain.Ground(), OutlineOf(data, terrain.Ground()));
+    const auto camera = MakeCamera(view, data, loaded.span, terrain.Ground());
 
     progress->Show("Writing the triangles", 0.5);
     const PolygonText polygons = DumpFrame(terrain, *camera, view.frames);

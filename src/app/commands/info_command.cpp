@@ -3,7 +3,6 @@
 #include "app/options/view_options.h"
 #include "app/output/frame_dump.h"
 #include "app/output/report.h"
-#include "app/view/framing.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
 #include "host/terrain_session.h"
@@ -48,10 +47,10 @@ void Info(const InfoOptions& options)
     const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
     const TerrainSession terrain(data,
                                  {.exaggeration = loaded.exaggeration,
-                                  .levelOfDetail = LevelOfDetailOf(view),
+                                  .levelOfDetail = LevelOfDetailOf(view, loaded.look.errorPixels),
                                   .elevations = loaded.SavedElevations()},
                                  ComPtr<IKvoHost>(host.Get()));
-    const auto camera = MakeCamera(view, terrain.Ground(), OutlineOf(data, terrain.Ground()));
+    const auto camera = MakeCamera(view, data, loaded.span, terrain.Ground());
     progress->Show("Counting the triangles", 0.5);
     const std::uint64_t triangles = DumpFrame(terrain, *camera, view.frames).Triangles();
     progress->Clear();

@@ -5,8 +5,8 @@
 #include "app/options/view_options.h"
 #include "app/output/output_check.h"
 #include "app/output/png_file.h"
+#include "app/view/height_colors.h"
 #include "app/view/light_map.h"
-#include "app/view/palettes.h"
 #include "app/view/scene.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
@@ -19,10 +19,8 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <cmath>
 #include <iostream>
 #include <memory>
-#include <numbers>
 #include <stdexcept>
 #include <utility>
 
@@ -30,14 +28,8 @@ namespace tessara {
 
 namespace {
 
-/// Cells around the grid: enough for what the surface draws at the corner to lie outside.
-constexpr int kBorder = 2;
-
 /// Edges of triangles whose errors are smaller than a pixel would fill the picture.
 constexpr double kWirePixels = 6.0;
-
-constexpr int kLightMapSide = 2048;
-constexpr int kMostFrames = 200;
 
 struct RenderOptions {
     TerrainInput input;
@@ -49,37 +41,47 @@ struct RenderOptions {
     bool antialias = true;
 };
 
-Atmosphere AtmosphereOf(const RenderOptions& options, const Camera& camera)
+/// The look that a project has, with what was asked for in its place.
+Look LookFor(const RenderOptions& options, const LoadedTerrain& loaded)
 {
+    Look look = loaded.look;
+    look.exaggeration = loaded.exaggeration;
     if (options.look.sun)
-        return SunlitAtmosphere(options.look.sun->first, options.look.sun->second);
-    const Vector3 left = camera.Right() * -1.0;
-    const double azimuth = std::atan2(left.x, -left.z) * 180.0 / std::numbers::pi;
-    return SunlitAtmosphere(azimuth + 10.0, 38.0);
+        look.sun = options.look.sun;
+    if (options.wireframe) {
+        look.fill = FillMode::Wireframe;
+        look.errorPixels = kWirePixels;
+    }
+    if (!options.look.palette.empty())
+        look.colors = {options.look.palette, static_cast<double>(loaded.span.lowest),
+                       static_cast<double>(loaded.span.highest)};
+    look.vertexColors = options.textures.color.value_or(look.vertexColors);
+    return look;
 }
 
-/// Adapts the terrain to the camera. \return the triangles of the frame
-std::uint32_t Settle(const Scene& scene, Camera& camera, int frames)
+/// The terrain as it is drawn, with room below it and a border around it.
+TerrainSession MakeTerrain(const LoadedTerrain& loaded, const Look& look, double detail, const ComPtr<IKvoHost>& host)
 {
-    std::uint32_t triangles = scene.Adapt(camera);
-    for (int frame = 1; frame < (frames > 0 ? frames : kMostFrames); ++frame) {
-        const std::uint32_t before = std::exchange(triangles, scene.Adapt(camera));
-        if (frames == 0 && before == triangles)
-            break;
-    }
-    return triangles;
+    ElevationPalette palette;
+    const HeightSpan& span = loaded.span;
+    ColorPalette(palette, static_cast<double>(span.floor), static_cast<double>(span.top), look.colors);
+    return TerrainSession(loaded.data,
+                          {.exaggeration = look.exaggeration,
+                           .levelOfDetail = detail,
+                           .palette = &palette,
+                           .border = kDrawnBorder,
+                           .range = std::pair(span.floor, span.top)},
+                          host);
 }
 
 void Render(RenderOptions options)
 {
     RequireWritable(options.output, options.input.file);
     const auto progress = MakeObject<ConsoleProgress>();
-    const LoadedTerrain loaded = LoadTerrain(options.input, options.view, *progress);
-    const ElevationData& data = loaded.data;
-    if (!options.look.sun)
-        options.look.sun = loaded.view.sun;
-    if (!options.textures.color)
-        options.textures.color = loaded.view.color;
+    LoadedTerrain loaded = LoadTerrain(options.input, options.view, *progress);
+    const Look look = LookFor(options, loaded);
+    ScanHeights(loaded.data);
+    options.textures.color = look.vertexColors;
 
     OffscreenContext context;
     GlFunctions gl;
@@ -90,21 +92,19 @@ void Render(RenderOptions options)
     progress->Show("Building the terrain", 0.0);
     const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(MakeObject<TextureService>().Get()),
                                           ComPtr<IProgressWindow>(progress.Get()));
-    const auto palette = loaded.Colours(options.look.palette, PaletteNames().front());
-    const double detail =
-        options.wireframe ? LevelOfDetailOf(options.view, kWirePixels) : LevelOfDetailOf(options.view);
-    const TerrainSession terrain(data, {loaded.exaggeration, detail, palette.get(), kBorder, loaded.SavedElevations()},
-                                 ComPtr<IKvoHost>(host.Get()));
+    const TerrainSession terrain =
+        MakeTerrain(loaded, look, LevelOfDetailOf(options.view, look.errorPixels), ComPtr<IKvoHost>(host.Get()));
     ApplyTextures(terrain.Surface(), loaded.place.Get(), options.textures, *progress);
-    const auto outline = OutlineOf(data, terrain.Ground());
-    const auto camera = MakeCamera(options.view, terrain.Ground(), outline);
-    const Atmosphere atmosphere = AtmosphereOf(options, *camera);
+    const auto camera = MakeCamera(options.view, loaded.data, loaded.span, terrain.Ground());
+    const auto [azimuth, height] = look.sun.value_or(SunBeside(AzimuthOf(*camera)));
+    const SceneStyle style{SunlitAtmosphere(azimuth, height), look.fill, look.fog};
     progress->Show("Lighting", 0.3);
-    const LightMap light = MakeLightMap(data, loaded.exaggeration, atmosphere.sunDirection, kLightMapSide);
+    const LightMap light =
+        MakeLightMap(loaded.data, look.exaggeration, style.atmosphere.sunDirection, LightMap::kMostSide);
     progress->Show("Drawing", 0.6);
-    const Scene scene(gl, data, terrain, light, outline, {atmosphere, options.wireframe});
+    Scene scene(gl, loaded.data, terrain, light, style);
     target.Bind();
-    const std::uint32_t triangles = Settle(scene, *camera, options.view.frames);
+    const std::uint32_t triangles = scene.Settle(*camera, *camera, options.view.frames);
     scene.Draw(*camera);
     progress->Show("Writing", 0.9);
     WritePng(options.output, target.Width(), target.Height(), target.ReadPixels());

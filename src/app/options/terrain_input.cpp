@@ -86,6 +86,8 @@ LoadedTerrain ReadProject(const TerrainInput& input)
     LoadedTerrain loaded;
     loaded.place = OpenElement(input.file, input.element);
     ProjectTerrain terrain = ReadTerrain(*loaded.place);
+    loaded.span = MeasureSpan(terrain.data);
+    loaded.look = LookIn(terrain, loaded.place->Settings(), loaded.span);
     loaded.data = std::move(terrain.data);
     loaded.exaggeration = terrain.exaggeration;
     loaded.elevations = std::move(terrain.elevations);
@@ -110,12 +112,16 @@ ComPtr<ProjectPlace> OpenElement(const std::string& project, const std::string& 
 LoadedTerrain LoadTerrain(const TerrainInput& input, ViewOptions& view, ConsoleProgress& progress)
 {
     LoadedTerrain loaded;
-    if (!input.file.empty() && IsProjectFile(input.file))
+    if (!input.file.empty() && IsProjectFile(input.file)) {
         loaded = ReadProject(input);
-    else
+    } else {
         loaded.data = ReadElevations(input, progress);
+        loaded.span = MeasureSpan(loaded.data);
+        loaded.look.colors = {PaletteNames().front(), static_cast<double>(loaded.span.lowest),
+                              static_cast<double>(loaded.span.highest)};
+    }
     loaded.exaggeration = input.exaggeration.value_or(loaded.exaggeration);
-    FillIn(view, loaded.view);
+    FillIn(view.aim, AimOf(loaded.view));
     return loaded;
 }
 

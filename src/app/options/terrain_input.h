@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/view/height_span.h"
+#include "app/view/look.h"
 #include "host/elevation/elevation_file.h"
 #include "host/project/project_place.h"
 #include "host/project/project_view.h"
@@ -30,7 +32,9 @@ struct TerrainInput {
 /// A terrain that was read, from an elevation file or from a project.
 struct LoadedTerrain {
     ElevationData data;
+    HeightSpan span;
     double exaggeration = 1.0;
+    Look look;  ///< as a project says, or as every program shows a terrain
 
     // Of a project only.
     ComPtr<ProjectPlace> place;

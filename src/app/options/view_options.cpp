@@ -3,8 +3,8 @@
 #include "app/options/number_list.h"
 #include "app/options/number_range.h"
 #include "app/view/framing.h"
+#include "host/elevation/elevation_data.h"
 #include "host/ground_frame.h"
-#include "host/project/project_view.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -12,7 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
+#include <limits>
 
 namespace tessara {
 
@@ -20,25 +20,6 @@ namespace {
 
 constexpr int kMaximumSide = 16384;
 constexpr double kMaximumPixels = 8192.0 * 8192.0;
-
-/// Share of the picture that stays free around a terrain shown whole.
-constexpr double kMargin = 0.04;
-
-constexpr double kAzimuth = 24.0;
-constexpr double kTilt = 30.0;
-constexpr double kFieldOfView = 36.0;
-
-double Radians(double degrees)
-{
-    return degrees * std::numbers::pi / 180.0;
-}
-
-/// The direction of a compass bearing and a downward tilt, in degrees.
-Vector3 Direction(double azimuth, double tilt)
-{
-    const double level = std::cos(Radians(tilt));
-    return {level * std::sin(Radians(azimuth)), -std::sin(Radians(tilt)), -level * std::cos(Radians(azimuth))};
-}
 
 void AddPoint(CLI::App& command, const char* name, std::optional<Vector3>& point, const char* description)
 {
@@ -77,22 +58,23 @@ void AddSize(CLI::App& command, ViewOptions& view)
         ->option_text("WxH");
 }
 
-void Aim(Camera& camera, const ViewOptions& view, const GroundFrame& ground, const std::vector<Vector3>& outline)
+/// Height of an eye above the highest ground next to it, in true space.
+double HeightAbove(const Vector3& eye, const ElevationData& data, const GroundFrame& ground)
 {
-    const auto place = [&](const Vector3& map) { return ground.FromMap(map.x, map.y, map.z); };
-    const Vector3 middle{ground.Width() / 2.0, ground.Relief() / 3.0, ground.Depth() / 2.0};
-    camera.SetDirection(Direction(view.azimuth.value_or(kAzimuth), view.tilt.value_or(kTilt)));
-    if (view.camera) {
-        camera.SetPosition(place(*view.camera));
-        camera.LookAt(view.target ? place(*view.target) : middle);
-        return;
+    const auto cell = [](double place, double unit, int count) {
+        return static_cast<int>(std::clamp(place / unit, 0.0, count - 1.0));
+    };
+    const int column = cell(eye.x, ground.DrawUnits().x, data.width);
+    const int row = cell(eye.z, ground.DrawUnits().z, data.height);
+    double highest = std::numeric_limits<double>::lowest();
+    for (const int y : {row, std::min(row + 1, data.height - 1)}) {
+        for (const int x : {column, std::min(column + 1, data.width - 1)}) {
+            const auto index =
+                static_cast<std::size_t>(x) + static_cast<std::size_t>(y) * static_cast<std::size_t>(data.width);
+            highest = std::max(highest, ground.FromGrid(x, y, static_cast<double>(data.metres[index])).y);
+        }
     }
-    FramePoints(camera, outline, kMargin);
-    if (view.target) {
-        const Vector3 target = place(*view.target);
-        const double distance = Dot(middle - camera.Position(), camera.Forward());
-        camera.SetPosition(target - camera.Forward() * distance);
-    }
+    return eye.y - highest;
 }
 
 }  // namespace
@@ -100,28 +82,28 @@ void Aim(Camera& camera, const ViewOptions& view, const GroundFrame& ground, con
 void AddViewOptions(CLI::App& command, ViewOptions& view)
 {
     AddSize(command, view);
-    AddPoint(command, "--camera", view.camera,
+    AddPoint(command, "--camera", view.aim.camera,
              "Where the camera stands: metres east and north of the terrain's\n"
              "south-west corner, and the height in metres as in the file\n"
              "[where it sees all of the terrain]");
-    AddPoint(command, "--look-at", view.target, "The point in the middle of the picture [the terrain's middle]");
+    AddPoint(command, "--look-at", view.aim.target, "The point in the middle of the picture [the terrain's middle]");
     command
-        .add_option("--azimuth", view.azimuth,
-                    "Compass direction that a camera without a place looks in:\n"
-                    "0 is north, 90 east [24]")
+        .add_option("--azimuth", view.aim.azimuth,
+                    "Compass direction that the camera looks in where no point to\n"
+                    "look at says otherwise: 0 is north, 90 east [24]")
         ->check(NumberBetween(-360.0, 360.0))
         ->option_text("DEGREES");
     command
-        .add_option("--tilt", view.tilt,
+        .add_option("--tilt", view.aim.tilt,
                     "How far it looks down: 90 gives a map, with north at the top\n"
                     "for azimuth 0 [30]")
         ->check(NumberBetween(-90.0, 90.0))
         ->option_text("DEGREES");
-    command.add_option("--fov", view.fieldOfView, "Field of view across the picture [36]")
+    command.add_option("--fov", view.aim.fieldOfView, "Field of view across the picture [36]")
         ->check(NumberBetween(1.0, 170.0))
         ->option_text("DEGREES");
     command
-        .add_option("--lod", view.levelOfDetail,
+        .add_option("--lod", view.aim.levelOfDetail,
                     "Level of detail: a height that would be 1 m off is put right out\n"
                     "to this distance [such that errors stay below a pixel]")
         ->check(NumberBetween(0.0, 1e9))
@@ -134,55 +116,41 @@ void AddViewOptions(CLI::App& command, ViewOptions& view)
         ->option_text("N");
 }
 
-ProjectView ToRemember(const ViewOptions& view)
-{
-    ProjectView remembered;
-    remembered.camera = view.camera;
-    remembered.target = view.target;
-    remembered.azimuth = view.azimuth;
-    remembered.tilt = view.tilt;
-    remembered.fieldOfView = view.fieldOfView;
-    remembered.levelOfDetail = view.levelOfDetail;
-    return remembered;
-}
-
-void FillIn(ViewOptions& view, const ProjectView& remembered)
+void FillIn(Aim& aim, const Aim& remembered)
 {
     const auto fill = [](auto& option, const auto& value) {
         if (!option)
             option = value;
     };
-    const bool aimed = view.camera || view.target || view.azimuth || view.tilt;
+    const bool aimed = aim.camera || aim.target || aim.azimuth || aim.tilt;
     if (!aimed) {
-        view.camera = remembered.camera;
-        view.target = remembered.target;
+        aim.camera = remembered.camera;
+        aim.target = remembered.target;
     }
-    if (!view.camera) {
-        fill(view.azimuth, remembered.azimuth);
-        fill(view.tilt, remembered.tilt);
+    if (!aimed || !aim.camera) {
+        fill(aim.azimuth, remembered.azimuth);
+        fill(aim.tilt, remembered.tilt);
     }
-    fill(view.fieldOfView, remembered.fieldOfView);
-    fill(view.levelOfDetail, remembered.levelOfDetail);
+    fill(aim.fieldOfView, remembered.fieldOfView);
+    fill(aim.levelOfDetail, remembered.levelOfDetail);
 }
 
-ComPtr<Camera> MakeCamera(const ViewOptions& view, const GroundFrame& ground, const std::vector<Vector3>& outline)
+ComPtr<Camera> MakeCamera(const ViewOptions& view, const ElevationData& data, const HeightSpan& span,
+                          const GroundFrame& ground)
 {
-    const double fieldOfView = view.fieldOfView.value_or(kFieldOfView);
+    const Outline outline = OutlineOf(data, span, ground);
+    const Pose pose = PoseOf(view.aim, ground, outline, view.width, view.height);
     auto camera = MakeObject<Camera>();
     camera->SetDrawUnits(ground.DrawUnits());
     camera->SetViewport(view.width, view.height);
-    camera->SetLens(fieldOfView, 1.0, 2.0);
-    Aim(*camera, view, ground, outline);
-    const DepthRange depth = DepthOf(*camera, outline);
-    const double farthest = std::max(depth.farthest, ground.DrawUnits().x) * 1.01;
-    camera->SetLens(fieldOfView, std::max(depth.nearest * 0.9, farthest / 20000.0), farthest);
+    Place(*camera, pose, outline, HeightAbove(pose.position, data, ground));
     return camera;
 }
 
 double LevelOfDetailOf(const ViewOptions& view, double pixels)
 {
-    const double pixelsAtOne = view.width / (2.0 * std::tan(Radians(view.fieldOfView.value_or(kFieldOfView)) / 2.0));
-    return view.levelOfDetail.value_or(pixelsAtOne / pixels);
+    return view.aim.levelOfDetail.value_or(
+        LevelOfDetailFor(view.aim.fieldOfView.value_or(kFieldOfView), view.width, pixels));
 }
 
 }  // namespace tessara

@@ -1,5 +1,6 @@
 #include "app/output/frame_dump.h"
 
+#include "app/view/detail_camera.h"
 #include "host/camera.h"
 #include "host/terrain_session.h"
 
@@ -11,29 +12,13 @@ namespace {
 constexpr int kBlindSteps = 6;
 constexpr int kMostLooks = 20;
 
-/// Stands where another camera stands and sees nothing: a dump for it adapts the terrain and writes no triangle.
-class BlindCamera final : public ComObject<ICameraObject> {
-public:
-    explicit BlindCamera(Camera& camera) : camera_(camera) { frustum_.WorldPlanes[0] = {0.0f, 0.0f, 0.0f, 1.0f}; }
-
-    HRESULT STDMETHODCALLTYPE GetPosition(float* position) override { return camera_.GetPosition(position); }
-
-    HRESULT STDMETHODCALLTYPE GetFrustum(TerrainFrustum** frustum) override
-    {
-        *frustum = &frustum_;
-        return S_OK;
-    }
-
-private:
-    Camera& camera_;
-    TerrainFrustum frustum_;
-};
-
 }  // namespace
 
 PolygonText DumpFrame(const TerrainSession& terrain, Camera& camera, int frames)
 {
-    const auto blind = MakeObject<BlindCamera>(camera);
+    const auto blind = MakeObject<DetailCamera>();
+    blind->Follow(camera);
+    blind->SeeNothing();
     const auto look = [&](int steps) {
         for (int step = 0; step < steps; ++step)
             terrain.ReadPolygons(*blind, [](std::string_view) {});

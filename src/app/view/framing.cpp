@@ -1,12 +1,13 @@
 #include "app/view/framing.h"
 
-#include "app/view/plinth.h"
+#include "app/view/height_span.h"
 #include "host/camera.h"
 #include "host/elevation/elevation_data.h"
 #include "host/ground_frame.h"
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace tessara {
 
@@ -32,7 +33,20 @@ struct Axis {
 
 }  // namespace
 
-std::vector<Vector3> OutlineOf(const ElevationData& data, const GroundFrame& ground)
+double SizeOf(const HeightSpan& span, const GroundFrame& ground)
+{
+    const double relief =
+        (static_cast<double>(span.highest) - static_cast<double>(span.lowest)) * ground.Exaggeration();
+    return std::max({ground.Width(), ground.Depth(), relief, ground.DrawUnits().x});
+}
+
+double BaseOf(const HeightSpan& span, const GroundFrame& ground)
+{
+    constexpr double kBelowFloor = 0.008;
+    return ground.FromMap(0.0, 0.0, static_cast<double>(span.floor)).y - kBelowFloor * SizeOf(span, ground);
+}
+
+Outline OutlineOf(const ElevationData& data, const HeightSpan& span, const GroundFrame& ground)
 {
     std::vector<Vector3> points;
     const auto next = [](int index, int count) {
@@ -47,9 +61,11 @@ std::vector<Vector3> OutlineOf(const ElevationData& data, const GroundFrame& gro
     const Vector3 half = ground.DrawUnits() * 0.5;
     for (const double x : {-half.x, ground.Width() + half.x}) {
         for (const double z : {-half.z, ground.Depth() + half.z})
-            points.push_back({x, PlinthBase(ground), z});
+            points.push_back({x, BaseOf(span, ground), z});
     }
-    return points;
+    const double low = static_cast<double>(span.lowest);
+    const double third = low + (static_cast<double>(span.highest) - low) / 3.0;
+    return {std::move(points), ground.FromMap(ground.Width() / 2.0, ground.Depth() / 2.0, third), SizeOf(span, ground)};
 }
 
 void FramePoints(Camera& camera, const std::vector<Vector3>& points, double margin)

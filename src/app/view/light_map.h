@@ -21,6 +21,9 @@ struct LightMap {
         std::uint16_t skylight;  ///< share of the sky that no other ground hides
     };
 
+    /// Texels along an edge that a picture needs at most.
+    static constexpr int kMostSide = 2048;
+
     int width = 0;
     int height = 0;
     std::vector<Texel> texels;        ///< rows from north to south

@@ -53,22 +53,10 @@ Vector3 WallTop(const Side& side, int index, const ElevationData& data, const Gr
 
 }  // namespace
 
-double PlinthBase(const GroundFrame& ground)
+Plinth::Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere, double base)
 {
     const Vector3 units = ground.DrawUnits();
-    const double across = std::max(ground.Width() + units.x, ground.Depth() + units.z);
-    return -std::max(0.015 * across, 0.10 * ground.Relief());
-}
-
-Plinth::Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere)
-    : Plinth(data, ground, atmosphere, PlinthBase(ground))
-{
-}
-
-Plinth::Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere, double floor)
-{
-    const Vector3 units = ground.DrawUnits();
-    const double base = floor / units.y;
+    const double bottom = base / units.y;
     const auto add = [&](const Vector3& at, const Vector3& albedo, const Vector3& light) {
         const auto shade = [](double reflected) { return static_cast<float>(EncodeLight(reflected)); };
         faces_.back().strip.push_back(
@@ -83,13 +71,13 @@ Plinth::Plinth(const ElevationData& data, const GroundFrame& ground, const Atmos
         for (int index = -1; index <= count; ++index) {
             const Vector3 top = WallTop(side, index, data, ground);
             add(top, kTopEarth, light);
-            add({top.x, base, top.z}, kDeepEarth, light);
+            add({top.x, bottom, top.z}, kDeepEarth, light);
         }
     }
     faces_.push_back({{0.0, -1.0, 0.0}, {}, {}});
     for (const double x : {-0.5, data.width - 0.5}) {
         for (const double z : {-0.5, data.height - 0.5})
-            add({x, base, z}, kDeepEarth, LightOn(faces_.back().outward, atmosphere));
+            add({x, bottom, z}, kDeepEarth, LightOn(faces_.back().outward, atmosphere));
     }
 }
 

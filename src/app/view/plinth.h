@@ -11,16 +11,11 @@ class GroundFrame;
 struct Atmosphere;
 struct ElevationData;
 
-/// Height of the base of a plinth in true space: a little below the lowest point.
-double PlinthBase(const GroundFrame& ground);
-
 /// The walls and the floor under a terrain, down to a level base, that make it look like a solid model.
 class Plinth {
 public:
-    Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere);
-
-    /// \param floor its height in true space
-    Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere, double floor);
+    /// \param base its height in true space
+    Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere, double base);
 
     /// Draws the faces that are turned to the camera, whose matrices are loaded. The others can't be seen, but for the
     /// edge of a wall behind terrain that is drawn in less detail.

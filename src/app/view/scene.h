@@ -1,47 +1,64 @@
 #pragma once
 
 #include "app/view/atmosphere.h"
-#include "app/view/framing.h"
+#include "app/view/look.h"
 #include "app/view/plinth.h"
 #include "app/view/sky.h"
 #include "app/view/terrain_painter.h"
+#include "app/view/triangle_counter.h"
 
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 namespace tessara {
 
 struct LightMap;
 
-struct SceneOptions {
+/// What may change from one picture of a scene to the next.
+struct SceneStyle {
     Atmosphere atmosphere;
-    bool wireframe = false;   ///< the triangles' edges before a dark ground, without plinth and sky
-    bool withShaders = true;  ///< false lights the terrain by OpenGL's own light
+    FillMode fill = FillMode::Filled;  ///< edges and points are drawn before a dark ground, without plinth and sky
+    double fog = 0.3;                  ///< 0 for none to 1
 };
 
 /// A whole picture of a terrain: sky, plinth and terrain, drawn into the frame that is bound. Belongs to the OpenGL
-/// context that was current when it was made.
+/// context that was current when it was made, and needs it in every method.
 class Scene {
 public:
-    /// \param gl,terrain outlive this object \param outline points that bound the terrain, as OutlineOf gives them
+    /// \param gl,data,terrain outlive this object; the data's range is exact
+    /// \param withShaders false lights the terrain by OpenGL's own light
     Scene(const GlFunctions& gl, const ElevationData& data, const TerrainSession& terrain, const LightMap& light,
-          std::vector<Vector3> outline, const SceneOptions& options);
+          const SceneStyle& style, bool withShaders = true);
 
-    /// Draws one frame over the whole viewport.
-    void Draw(Camera& camera) const;
+    void SetStyle(const SceneStyle& style);
+    const SceneStyle& Style() const noexcept { return style_; }
 
-    /// Takes the level of detail one step towards the camera, without a picture: the frame holds nothing of use
-    /// afterwards. \return the triangles that the camera sees
-    std::uint32_t Adapt(Camera& camera) const;
+    /// The heights along the terrain's edge, or its exaggeration, have changed.
+    void EdgesChanged() { plinth_ = nullptr; }
+
+    TerrainPainter& Painter() noexcept { return painter_; }
+
+    /// Draws one frame over the whole viewport. \param camera whose matrices stay loaded
+    /// \param detail for whom the terrain is adapted and culled, the camera or another \return the terrain's triangles
+    std::uint32_t Draw(Camera& camera, ICameraObject& detail);
+    std::uint32_t Draw(Camera& camera) { return Draw(camera, camera); }
+
+    /// Takes the level of detail towards a camera, without a picture: the frame holds nothing of use afterwards.
+    /// \param frames to adapt for; 0 goes on until the triangles stay the same \return the triangles that it sees
+    std::uint32_t Settle(Camera& camera, ICameraObject& detail, int frames = 0);
 
 private:
-    const GlFunctions& gl_;
+    std::uint32_t Adapt(Camera& camera, ICameraObject& detail);
+    double ClearDistance(const Camera& camera) const;
+    double HazeLength() const;
+
+    const ElevationData& data_;
     const TerrainSession& terrain_;
-    SceneOptions options_;
-    std::vector<Vector3> outline_;
+    SceneStyle style_;
     Sky sky_;
-    Plinth plinth_;
+    std::unique_ptr<Plinth> plinth_;  // null until it is wanted
     TerrainPainter painter_;
+    TriangleCounter counter_;
 };
 
 }  // namespace tessara

@@ -30,15 +30,10 @@ public:
 
     bool HasShaders() const noexcept { return program_ != nullptr; }
 
-    /// Draws the terrain as the camera, whose matrices are loaded, sees it. \param haze distance in metres over which
-    /// the air takes away about two thirds of a colour \param clear distance over which it takes away nothing
-    void Draw(Camera& camera, double clear, double haze) const { Draw(camera, camera, clear, haze); }
-
-    /// The same with the detail that another camera needs, and without what that one doesn't see.
+    /// Draws the terrain as the camera, whose matrices are loaded, sees it. \param detail for whom it is adapted and
+    /// culled \param haze distance in metres over which the air takes away about two thirds of a colour \param clear
+    /// distance over which it takes away nothing
     void Draw(const Camera& camera, ICameraObject& detail, double clear, double haze) const;
-
-    /// Draws the edges of the triangles that the camera sees, in the colours of the palette.
-    void DrawWires(ICameraObject& camera) const { DrawUnlit(camera, GL_LINE); }
 
     /// Cuts off whatever is drawn outside the terrain's outermost grid points from here on, by the first four clip
     /// planes. The camera's matrices are loaded.

@@ -1,6 +1,6 @@
 #include "app/viewer/viewer.h"
 
-#include "app/view/framing.h"
+#include "app/view/height_span.h"
 #include "app/view/saved_textures.h"
 #include "surface/itessara.h"
 
@@ -56,13 +56,15 @@ std::unique_ptr<Viewer::Parts> Viewer::MakeParts(OpenedTerrain& terrain, ViewSet
 {
     settings.frozen = false;
     if (terrain.saved)
-        settings = WithLook(settings, terrain.saved->terrain, terrain.saved->place->Settings());
+        settings = terrain.saved->settings;
     terrain.document->Serve(*host_);
     auto parts = std::make_unique<Parts>(terrain, settings, *this);
     parts->controller.SetOutline(std::move(terrain.outline));
     if (parts_)
         parts->controller.Resize(parts_->camera->Width(), parts_->camera->Height());
-    parts->controller.ShowAll();
+    const Aim aim = terrain.saved ? terrain.saved->aim : Aim();
+    parts->controller.Follow(aim);
+    parts->picture.View().FixDetail(aim.levelOfDetail);
     return parts;
 }
 
@@ -73,8 +75,10 @@ void Viewer::Enter(std::unique_ptr<Parts> parts, OpenedTerrain& terrain, const V
     pointer_.Attach(&parts->controller, IsCoarse() ? nullptr : &parts->sculptor);
     parts_ = std::move(parts);
     ResetColors();
-    if (terrain.saved)
-        TakeProject(*terrain.saved);
+    if (terrain.saved) {
+        colors_ = terrain.saved->look.colors;
+        SetColors(colors_.low, colors_.high);
+    }
     Work().Begin(terrain.saved);
     light_.Begin(terrain.conditions);
     FollowSun();
@@ -128,21 +132,13 @@ void Viewer::GiveUp()
 /// Whoever has moved over the coarse terrain goes on from there.
 void Viewer::TakeCamera(const CameraController& coarse)
 {
-    if (!coarse.ShowsAll())
+    if (coarse.HasMoved())
         Camera().Place(coarse.Position(), coarse.Azimuth(), coarse.Tilt());
-}
-
-/// Colours and camera of a project.
-void Viewer::TakeProject(const SavedTerrain& saved)
-{
-    colors_ = ColorsOf(saved.terrain, saved.place->Settings(), colors_.low, colors_.high);
-    SetColors(colors_.low, colors_.high);
-    Aim(Camera(), saved.terrain.view, Document().Session().Ground());
 }
 
 void Viewer::SetOutline()
 {
-    Camera().SetOutline(OutlineOf(Document().Data(), Document().Session().Ground()));
+    Camera().SetOutline(OutlineOf(Document().Data(), SpanOf(Document().Data()), Document().Session().Ground()));
 }
 
 /// The light follows the sun and the heights; while a stroke goes on it waits.

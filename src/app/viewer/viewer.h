@@ -97,7 +97,6 @@ private:
     void Enter(std::unique_ptr<Parts> parts, OpenedTerrain& terrain, const ViewSettings& settings);
     void TakeCamera(const CameraController& coarse);
     void Restyle(const ViewSettings& before);
-    void TakeProject(const SavedTerrain& saved);
     void HeightsChanged(const GridArea& cells, bool finished);
     void SetOutline();
     void FollowSun();

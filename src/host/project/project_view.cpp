@@ -137,4 +137,9 @@ void ForgetView(ProjectPlace& place)
         place.Forget(name);
 }
 
+void ForgetLevelOfDetail(ProjectPlace& place)
+{
+    place.Forget(kLevelOfDetail);
+}
+
 }  // namespace tessara

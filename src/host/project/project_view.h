@@ -38,4 +38,7 @@ void RememberView(ProjectPlace& place, const ProjectView& view);
 /// Leaves the whole view to the program again. \throws StorageError
 void ForgetView(ProjectPlace& place);
 
+/// Leaves the level of detail to the program again. \throws StorageError
+void ForgetLevelOfDetail(ProjectPlace& place);
+
 }  // namespace tessara

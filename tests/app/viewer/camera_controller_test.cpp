@@ -189,10 +189,10 @@ TEST(CameraController, ShowsAllAtEverySizeOfThePicture)
     constexpr std::array<std::array<int, 2>, 6> kSizes = {
         {{1, 1}, {900, 600}, {40, 1500}, {3000, 50}, {7, 5}, {4000, 4000}}};
     CameraOverGround view(RoughElevation(3, 120, 70, 30.0, 30.0), 2.0);
-    const auto outline = OutlineOf(view.data, view.frame);
+    const Outline outline = OutlineOf(view.data, SpanOf(view.data), view.frame);
     for (const auto& [width, height] : kSizes) {
         view.controller.Resize(width, height);
-        for (const Vector3& point : outline) {
+        for (const Vector3& point : outline.points) {
             double x = 0.0;
             double y = 0.0;
             ASSERT_TRUE(view.camera->Project(point, x, y));

@@ -1,5 +1,6 @@
 #include "app/picture.h"
 #include "app/view/framing.h"
+#include "app/view/height_span.h"
 #include "app/viewer/open_viewer.h"
 #include "host/terrain_session.h"
 #include "support/scratch_folder.h"
@@ -189,7 +190,7 @@ TEST(ViewerPicture, FiguresAreThoseOfTheFrame)
         camera->SetLens(open.viewer.Camera().FieldOfView(), 1.0, 1e6);
         CameraController controller(*camera, open.viewer.Document().Ground(), session.Ground());
         controller.Resize(size.first, size.second);
-        controller.SetOutline(OutlineOf(open.Data(), session.Ground()));
+        controller.SetOutline(OutlineOf(open.Data(), SpanOf(open.Data()), session.Ground()));
         controller.ShowAll();
         ASSERT_LT(Length(controller.Position() - open.viewer.Camera().Position()), 1e-6);
         session.DumpPolygons(folder / "frame.txt", *camera);

@@ -1,5 +1,5 @@
+#include "app/view/height_colors.h"
 #include "app/view/palettes.h"
-#include "app/viewer/picture/height_colors.h"
 #include "app/viewer/picture/map_view.h"
 #include "app/viewer/picture/view_text.h"
 #include "app/viewer/test_ground.h"
@@ -212,7 +212,7 @@ TEST(MapView, TheConePointsWhereTheCameraLooks)
     view.controller.Resize(800, 400);
     for (const double azimuth : {0.0, 90.0, 200.0}) {
         view.controller.Place({600.0, 300.0, 600.0}, azimuth, 30.0);
-        const auto cone = ViewCone(view.controller, 2.0);
+        const auto cone = ViewCone(view.controller);
         EXPECT_EQ(cone[0].x, 600.0);
         EXPECT_EQ(cone[0].z, 600.0);
         // What appears at the picture's left and right border on the horizon lies on the cone's sides.
@@ -226,7 +226,7 @@ TEST(MapView, TheConePointsWhereTheCameraLooks)
         }
     }
     view.controller.Place({600.0, 300.0, 600.0}, 0.0, 90.0);
-    const auto cone = ViewCone(view.controller, 2.0);
+    const auto cone = ViewCone(view.controller);
     EXPECT_GT(Length(cone[1] - cone[0]), 10.0);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/view/framing.h"
+#include "app/view/height_span.h"
 #include "app/viewer/camera/camera_controller.h"
 #include "host/ground_frame.h"
 #include "host/test_elevation.h"
@@ -29,7 +30,7 @@ struct CameraOverGround {
     explicit CameraOverGround(ElevationData elevation, double exaggeration = 1.0)
         : data(std::move(elevation)), frame(Deeper(data), exaggeration)
     {
-        controller.SetOutline(OutlineOf(data, frame));
+        controller.SetOutline(OutlineOf(data, SpanOf(data), frame));
         controller.ShowAll();
     }
 

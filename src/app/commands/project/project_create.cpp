@@ -69,7 +69,8 @@ void Create(CreateOptions options)
 {
     CheckOptions(options);
     const auto progress = MakeObject<ConsoleProgress>();
-    ProjectView remembered = ToRemember(options.view);
+    ProjectView remembered;
+    Remember(options.view.aim, remembered);
     Remember(options.look, remembered);
     remembered.color = options.textures.color;
     if (remembered.palette.empty())

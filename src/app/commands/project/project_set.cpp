@@ -36,15 +36,16 @@ void Change(ProjectPlace& place, const SetOptions& options)
 {
     if (options.forgetView)
         ForgetView(place);
-    ProjectView remembered = ToRemember(options.view);
+    ProjectView remembered;
+    Remember(options.view.aim, remembered);
     Remember(options.look, remembered);
     remembered.color = options.textures.color;
     RememberView(place, remembered);
     SaveTextures(place, options.textures);
     if (options.exaggeration)
         WriteExaggeration(place, *options.exaggeration);
-    if (options.view.levelOfDetail)
-        WriteLevelOfDetail(place, *options.view.levelOfDetail);
+    if (options.view.aim.levelOfDetail)
+        WriteLevelOfDetail(place, *options.view.aim.levelOfDetail);
     if (!options.look.palette.empty())
         WritePalette(place, *MakePalette(options.look.palette));
 }

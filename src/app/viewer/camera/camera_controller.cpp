@@ -1,6 +1,5 @@
 #include "app/viewer/camera/camera_controller.h"
 
-#include "app/view/framing.h"
 #include "host/ground_frame.h"
 
 #include <algorithm>
@@ -13,7 +12,6 @@ namespace tessara {
 namespace {
 
 constexpr double kLowestTilt = -80.0;   // degrees, looking up
-constexpr double kMargin = 0.04;        // share of the picture that stays free around the whole terrain
 constexpr double kOrbitDegrees = 0.35;  // for a pixel
 constexpr double kZoomStep = 0.85;      // of the distance that is left after a step of the wheel
 constexpr double kFlySpeed = 0.9;       // heights above ground in a second
@@ -55,11 +53,12 @@ CameraController::CameraController(Camera& camera, const GroundModel& ground, co
     : camera_(camera), ground_(ground), frame_(frame)
 {
     camera_.SetDrawUnits(frame.DrawUnits());
-    outline_ = {{0.0, 0.0, 0.0}, {frame.Width(), frame.Relief(), frame.Depth()}};
-    ShowAll();
+    const Vector3 corner{frame.Width(), frame.Relief(), frame.Depth()};
+    outline_ = {{{0.0, 0.0, 0.0}, corner}, corner * 0.5, Size()};
+    Follow({});
 }
 
-void CameraController::SetOutline(std::vector<Vector3> outline)
+void CameraController::SetOutline(Outline outline)
 {
     outline_ = std::move(outline);
     GroundChanged();
@@ -77,22 +76,19 @@ void CameraController::Resize(int width, int height)
         return;
     width_ = std::max(width, 1);
     height_ = std::max(height, 1);
-    if (showsAll_)
-        ShowAll();
-    else
-        Apply();
+    TakePose();
 }
 
 void CameraController::ScaleHeights(double factor)
 {
-    const double before = ground_.HeightAt(position_.x, position_.z) / factor;
-    MoveTo(position_ + Vector3{0.0, ground_.HeightAt(position_.x, position_.z) - before, 0.0}, kReach);
+    const double before = ground_.HeightAt(pose_.position.x, pose_.position.z) / factor;
+    MoveTo(pose_.position + Vector3{0.0, ground_.HeightAt(pose_.position.x, pose_.position.z) - before, 0.0}, kReach);
     Apply();
 }
 
 double CameraController::HeightAboveGround() const
 {
-    return position_.y - ground_.HeightAt(position_.x, position_.z);
+    return pose_.position.y - ground_.HeightAt(pose_.position.x, pose_.position.z);
 }
 
 Vector3 CameraController::RayThrough(const PicturePoint& point) const
@@ -104,7 +100,7 @@ Vector3 CameraController::RayThrough(const PicturePoint& point) const
 
 std::optional<Vector3> CameraController::PointAt(const PicturePoint& point) const
 {
-    return ground_.Pick(position_, RayThrough(point));
+    return ground_.Pick(pose_.position, RayThrough(point));
 }
 
 Vector3 CameraController::Focus() const
@@ -113,24 +109,24 @@ Vector3 CameraController::Focus() const
         return *point;
     const Vector3 middle{frame_.Width() * 0.5, ground_.HeightAt(frame_.Width() * 0.5, frame_.Depth() * 0.5),
                          frame_.Depth() * 0.5};
-    const double distance = std::max(Dot(middle - position_, camera_.Forward()), 0.1 * Size());
-    return position_ + camera_.Forward() * distance;
+    const double distance = std::max(Dot(middle - pose_.position, camera_.Forward()), 0.1 * Size());
+    return pose_.position + camera_.Forward() * distance;
 }
 
 void CameraController::Grab(const PicturePoint& point)
 {
     grabbedAt_ = point;
-    const double distance = Length(Focus() - position_);
-    grabbed_ = PointAt(point).value_or(position_ + RayThrough(point) * distance);
+    const double distance = Length(Focus() - pose_.position);
+    grabbed_ = PointAt(point).value_or(pose_.position + RayThrough(point) * distance);
 }
 
 /// Turns around the grabbed point, and then moves so that it stands where the mouse has gone.
 void CameraController::OrbitTo(const PicturePoint& point)
 {
-    const double distance = Length(grabbed_ - position_);
-    azimuth_ = Wrapped(azimuth_ + (point.x - grabbedAt_.x) * kOrbitDegrees);
+    const double distance = Length(grabbed_ - pose_.position);
+    pose_.azimuth = Wrapped(pose_.azimuth + (point.x - grabbedAt_.x) * kOrbitDegrees);
     // A camera that looks up, as one that flies may, isn't jerked down.
-    tilt_ = std::clamp(tilt_ + (point.y - grabbedAt_.y) * kOrbitDegrees, std::min(tilt_, 0.0), 90.0);
+    pose_.tilt = std::clamp(pose_.tilt + (point.y - grabbedAt_.y) * kOrbitDegrees, std::min(pose_.tilt, 0.0), 90.0);
     grabbedAt_ = point;
     Apply();
     MoveHolding(grabbed_ - RayThrough(point) * distance, point, grabbed_);
@@ -140,16 +136,16 @@ void CameraController::OrbitTo(const PicturePoint& point)
 void CameraController::PanTo(const PicturePoint& point)
 {
     const Vector3 ray = RayThrough(point);
-    const bool level = ray.y < -kShallow && grabbed_.y < position_.y;
-    const double depth = std::max(Dot(grabbed_ - position_, camera_.Forward()), Clearance());
+    const bool level = ray.y < -kShallow && grabbed_.y < pose_.position.y;
+    const double depth = std::max(Dot(grabbed_ - pose_.position, camera_.Forward()), Clearance());
     const double across = depth / std::max(Dot(ray, camera_.Forward()), 1e-6);
     grabbedAt_ = point;
-    Vector3 place = grabbed_ - ray * (level ? (grabbed_.y - position_.y) / ray.y : across);
+    Vector3 place = grabbed_ - ray * (level ? (grabbed_.y - pose_.position.y) / ray.y : across);
     for (int lifts = 0; level && lifts < kMostLifts; ++lifts) {
         MoveTo(place, kReach);
-        if (position_.y <= place.y)
+        if (pose_.position.y <= place.y)
             break;
-        place = grabbed_ - ray * ((grabbed_.y - position_.y) / ray.y);  // from higher up, over higher ground
+        place = grabbed_ - ray * ((grabbed_.y - pose_.position.y) / ray.y);  // from higher up, over higher ground
     }
     MoveHolding(place, point, grabbed_);
 }
@@ -158,8 +154,8 @@ void CameraController::Zoom(const PicturePoint& point, double steps)
 {
     const Vector3 ray = RayThrough(point);
     const auto picked = PointAt(point);
-    const Vector3 target = picked ? *picked : position_ + ray * Length(Focus() - position_);
-    const double distance = Length(position_ - target);
+    const Vector3 target = picked ? *picked : pose_.position + ray * Length(Focus() - pose_.position);
+    const double distance = Length(pose_.position - target);
     const double nearest = std::min(distance, kZoomEnd * Clearance());
     const double farthest = std::max(distance, kReach * Size());
     const double moved = std::clamp(distance * std::pow(kZoomStep, steps), nearest, farthest);
@@ -168,9 +164,9 @@ void CameraController::Zoom(const PicturePoint& point, double steps)
 
 void CameraController::Step(double right, double forward, double up)
 {
-    const double distance = Length(Focus() - position_);
-    const double compass = Radians(azimuth_);
-    MoveTo(position_ + Vector3{std::cos(compass), 0.0, std::sin(compass)} * (right * distance) +
+    const double distance = Length(Focus() - pose_.position);
+    const double compass = Radians(pose_.azimuth);
+    MoveTo(pose_.position + Vector3{std::cos(compass), 0.0, std::sin(compass)} * (right * distance) +
                Vector3{std::sin(compass), 0.0, -std::cos(compass)} * (forward * distance) +
                Vector3{0.0, up * distance, 0.0},
            kReach);
@@ -179,84 +175,103 @@ void CameraController::Step(double right, double forward, double up)
 
 void CameraController::Look(double right, double down)
 {
-    showsAll_ = false;
-    azimuth_ = Wrapped(azimuth_ + right);
-    tilt_ = std::clamp(tilt_ + down, kLowestTilt, 90.0);
+    Moved();
+    pose_.azimuth = Wrapped(pose_.azimuth + right);
+    pose_.tilt = std::clamp(pose_.tilt + down, kLowestTilt, 90.0);
     Apply();
 }
 
 void CameraController::Fly(const FlyInput& input, double seconds)
 {
     // Beside the terrain it is the way back that counts.
-    const double outside = std::hypot(position_.x - std::clamp(position_.x, 0.0, frame_.Width()),
-                                      position_.z - std::clamp(position_.z, 0.0, frame_.Depth()));
+    const double outside = std::hypot(pose_.position.x - std::clamp(pose_.position.x, 0.0, frame_.Width()),
+                                      pose_.position.z - std::clamp(pose_.position.z, 0.0, frame_.Depth()));
     const double height = std::max({HeightAboveGround(), 4.0 * Clearance(), 0.5 * outside});
     const double speed = kFlySpeed * height * (input.fast ? kFast : 1.0);
     const Vector3 move = camera_.Forward() * input.forward + camera_.Right() * input.right +
                          Vector3{0.0, static_cast<double>(input.up), 0.0};
-    MoveTo(position_ + Normalised(move) * (speed * seconds), kFlyReach);
+    MoveTo(pose_.position + Normalised(move) * (speed * seconds), kFlyReach);
     Apply();
 }
 
-void CameraController::ShowAll(double azimuth, double tilt)
+void CameraController::Follow(const Aim& aim)
 {
-    azimuth_ = Wrapped(azimuth);
-    tilt_ = std::clamp(tilt, kLowestTilt, 90.0);
+    aim_ = aim;
+    moved_ = false;
+    TakePose();
+}
+
+void CameraController::ShowAll()
+{
+    Follow(
+        {.camera = {}, .target = {}, .azimuth = {}, .tilt = {}, .fieldOfView = pose_.fieldOfView, .levelOfDetail = {}});
+    moved_ = true;
+}
+
+/// The pose of the aim for the picture's size, while there is one.
+void CameraController::TakePose()
+{
+    if (aim_) {
+        pose_ = PoseOf(*aim_, frame_, outline_, width_, height_);
+        pose_.azimuth = Wrapped(pose_.azimuth);
+    }
     Apply();
-    FramePoints(camera_, outline_, kMargin);
-    position_ = camera_.Position();
-    KeepAboveGround();
-    Apply();
-    showsAll_ = true;
+}
+
+void CameraController::Moved()
+{
+    aim_.reset();
+    moved_ = true;
 }
 
 void CameraController::NorthUp()
 {
-    TurnAround(Focus(), 0.0, tilt_);
+    TurnAround(Focus(), 0.0, pose_.tilt);
 }
 
 void CameraController::FromTop()
 {
-    TurnAround(Focus(), azimuth_, 90.0);
+    TurnAround(Focus(), pose_.azimuth, 90.0);
 }
 
 void CameraController::GoTo(double x, double z)
 {
     const Vector3 focus = Focus();
     const Vector3 target{x, ground_.HeightAt(x, z), z};
-    MoveHolding(position_ + (target - focus), {width_ * 0.5, height_ * 0.5}, target);
+    MoveHolding(pose_.position + (target - focus), {width_ * 0.5, height_ * 0.5}, target);
 }
 
 void CameraController::Place(const Vector3& position, double azimuth, double tilt)
 {
     if (!std::isfinite(Length(position)) || !std::isfinite(azimuth) || !std::isfinite(tilt))
         return;
-    showsAll_ = false;
-    position_ = position;
-    azimuth_ = Wrapped(azimuth);
-    tilt_ = std::clamp(tilt, kLowestTilt, 90.0);
+    Moved();
+    pose_.position = position;
+    pose_.azimuth = Wrapped(azimuth);
+    pose_.tilt = std::clamp(tilt, kLowestTilt, 90.0);
     KeepAboveGround();
     Apply();
 }
 
 void CameraController::TurnAround(const Vector3& pivot, double azimuth, double tilt)
 {
-    const double distance = Length(pivot - position_);
-    azimuth_ = azimuth;
-    tilt_ = tilt;
-    MoveHolding(pivot - DirectionOf(azimuth_, tilt_) * distance, {width_ * 0.5, height_ * 0.5}, pivot);
+    const double distance = Length(pivot - pose_.position);
+    pose_.azimuth = azimuth;
+    pose_.tilt = tilt;
+    MoveHolding(pivot - DirectionOf(pose_.azimuth, pose_.tilt) * distance, {width_ * 0.5, height_ * 0.5}, pivot);
 }
 
 /// Goes to a place, or as near to it as the ground and the reach allow. \param reach lengths of the terrain around it;
 /// a camera that is farther away may stay there
 void CameraController::MoveTo(const Vector3& place, double reach)
 {
-    showsAll_ = false;
+    Moved();
     const auto within = [room = reach * Size()](double to, double from, double extent) {
         return std::clamp(to, std::min(-room, from), std::max(extent + room, from));
     };
-    position_ = {within(place.x, position_.x, frame_.Width()), within(place.y, position_.y, frame_.Relief()),
-                 within(place.z, position_.z, frame_.Depth())};
+    pose_.position = {within(place.x, pose_.position.x, frame_.Width()),
+                      within(place.y, pose_.position.y, frame_.Relief()),
+                      within(place.z, pose_.position.z, frame_.Depth())};
     KeepAboveGround();
 }
 
@@ -265,7 +280,7 @@ void CameraController::MoveTo(const Vector3& place, double reach)
 void CameraController::MoveHolding(const Vector3& place, const PicturePoint& point, const Vector3& target)
 {
     MoveTo(place, kReach);
-    if (Length(position_ - place) > 0.0)
+    if (Length(pose_.position - place) > 0.0)
         AimAt(point, target);
     Apply();
 }
@@ -275,7 +290,7 @@ void CameraController::AimAt(const PicturePoint& point, const Vector3& target)
 {
     const double x = (2.0 * point.x / width_ - 1.0) * camera_.HalfWidth();
     const double y = (1.0 - 2.0 * point.y / height_) * camera_.HalfHeight();
-    const Vector3 direction = Normalised(target - position_);
+    const Vector3 direction = Normalised(target - pose_.position);
     // Upright: y cos(tilt) - sin(tilt) = rise.
     const double rise = direction.y * std::sqrt(x * x + y * y + 1.0);
     const double share = rise / std::hypot(1.0, y);
@@ -284,15 +299,9 @@ void CameraController::AimAt(const PicturePoint& point, const Vector3& target)
     const double tilt = std::acos(share) - std::atan2(1.0, y);
     if (Degrees(tilt) < kLowestTilt || Degrees(tilt) > 90.0)
         return;
-    tilt_ = Degrees(tilt);
+    pose_.tilt = Degrees(tilt);
     const double across = std::atan2(x, std::cos(tilt) + y * std::sin(tilt));
-    azimuth_ = Wrapped(Degrees(std::atan2(direction.x, -direction.z) - across));
-}
-
-Vector3 CameraController::DirectionOf(double azimuth, double tilt) const
-{
-    const double level = std::cos(Radians(tilt));
-    return {level * std::sin(Radians(azimuth)), -std::sin(Radians(tilt)), -level * std::cos(Radians(azimuth))};
+    pose_.azimuth = Wrapped(Degrees(std::atan2(direction.x, -direction.z) - across));
 }
 
 double CameraController::Size() const
@@ -308,32 +317,21 @@ double CameraController::Clearance() const
 
 void CameraController::KeepAboveGround()
 {
-    const double floor = ground_.Contains(position_.x, position_.z) ? ground_.HeightAt(position_.x, position_.z) : 0.0;
-    position_.y = std::max(position_.y, floor + Clearance());
+    const double floor = ground_.Contains(pose_.position.x, pose_.position.z)
+                             ? ground_.HeightAt(pose_.position.x, pose_.position.z)
+                             : 0.0;
+    if (pose_.position.y >= floor + Clearance())
+        return;
+    pose_.position.y = floor + Clearance();
+    Moved();
 }
 
-/// "Up" follows the azimuth, so that it has a meaning when the camera looks straight down too.
 void CameraController::Apply()
 {
     camera_.SetViewport(width_, height_);
-    camera_.SetUp(DirectionOf(azimuth_, tilt_ - 90.0));
-    camera_.SetDirection(DirectionOf(azimuth_, tilt_));
-    camera_.SetPosition(position_);
-    SetLens();
-    if (moved_)
-        moved_();
-}
-
-void CameraController::SetLens()
-{
-    // The angle holds across the longer side of the picture.
-    const double half = std::tan(Radians(fieldOfView_) * 0.5);
-    const double across = width_ >= height_ ? half : half * width_ / height_;
-    const double degrees = Degrees(2.0 * std::atan(across));
-    const DepthRange depth = DepthOf(camera_, outline_);
-    const double farthest = std::max(depth.farthest, Size() * 0.01) * 1.01;
-    const double nearest = std::max(std::min(depth.nearest * 0.9, HeightAboveGround() * 0.5), farthest / 30000.0);
-    camera_.SetLens(degrees, std::max(nearest, Clearance() * 0.25), farthest);
+    tessara::Place(camera_, pose_, outline_, HeightAboveGround());
+    if (onMove_)
+        onMove_();
 }
 
 }  // namespace tessara

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "app/view/aim.h"
+#include "app/view/framing.h"
 #include "app/viewer/terrain/ground_model.h"
 #include "host/camera.h"
 
 #include <functional>
 #include <optional>
 #include <utility>
-#include <vector>
 
 namespace tessara {
 
@@ -33,29 +34,26 @@ public:
     CameraController(Camera& camera, const GroundModel& ground, const GroundFrame& frame);
 
     /// Hears of every movement from now on. \param moved may be empty
-    void OnMove(std::function<void()> moved) { moved_ = std::move(moved); }
+    void OnMove(std::function<void()> moved) { onMove_ = std::move(moved); }
 
-    /// Points of true space that bound the terrain; at least one. What "all" means, and how near and far the lens
-    /// reaches.
-    void SetOutline(std::vector<Vector3> outline);
+    /// What bounds the terrain: what "all" means, and how near and far the lens reaches.
+    void SetOutline(Outline outline);
 
     /// The ground was changed: it may have risen above the camera.
     void GroundChanged();
 
-    /// A camera that shows all of the terrain goes on doing so. \param width,height of the picture in pixels, positive
+    /// A camera that nobody has moved keeps to its aim: one that shows all of the terrain goes on doing so. \param
+    /// width,height of the picture in pixels, positive
     void Resize(int width, int height);
 
     /// The factor on heights changed by this much: the camera stays over the same point of the ground at the same
     /// height above it.
     void ScaleHeights(double factor);
 
-    /// Whether it shows all of the terrain, and nobody has moved it since.
-    bool ShowsAll() const noexcept { return showsAll_; }
-
-    double Azimuth() const noexcept { return azimuth_; }
-    double Tilt() const noexcept { return tilt_; }
-    const Vector3& Position() const noexcept { return position_; }
-    double FieldOfView() const noexcept { return fieldOfView_; }
+    double Azimuth() const noexcept { return pose_.azimuth; }
+    double Tilt() const noexcept { return pose_.tilt; }
+    const Vector3& Position() const noexcept { return pose_.position; }
+    double FieldOfView() const noexcept { return pose_.fieldOfView; }
 
     /// Width of the picture for a height of 1.
     double Aspect() const noexcept { return static_cast<double>(width_) / height_; }
@@ -89,10 +87,18 @@ public:
     /// Flies on for a time. Its speed grows with the height above the ground.
     void Fly(const FlyInput& input, double seconds);
 
-    void ShowAll() { ShowAll(24.0, 30.0); }  ///< all of the terrain, from the south-west and above
-    void ShowAll(double azimuth, double tilt);
+    void ShowAll();  ///< all of the terrain, from the south-west and above
     void NorthUp();  ///< turns around the focus until north is at the top
     void FromTop();  ///< turns around the focus until it looks straight down
+
+    /// Takes an aim as it is, below the ground too, and keeps to it until somebody moves the camera.
+    void Follow(const Aim& aim);
+
+    /// Whether somebody has moved the camera since it took an aim.
+    bool HasMoved() const noexcept { return moved_; }
+
+    /// The aim of what the picture shows now.
+    Aim CurrentAim() const { return AimOf(pose_, Focus(), frame_); }
 
     /// Moves until the focus stands at a place, at the same distance.
     void GoTo(double x, double z);
@@ -105,27 +111,25 @@ private:
     void MoveTo(const Vector3& place, double reach);
     void MoveHolding(const Vector3& place, const PicturePoint& point, const Vector3& target);
     void AimAt(const PicturePoint& point, const Vector3& target);
+    void Moved();
+    void TakePose();
     void KeepAboveGround();
     void Apply();
-    void SetLens();
     double Size() const;
     double Clearance() const;
-    Vector3 DirectionOf(double azimuth, double tilt) const;
 
     Camera& camera_;
     const GroundModel& ground_;
     const GroundFrame& frame_;
-    std::function<void()> moved_;
-    std::vector<Vector3> outline_;
-    Vector3 position_;
-    double azimuth_ = 24.0;
-    double tilt_ = 30.0;
-    double fieldOfView_ = 46.0;
+    std::function<void()> onMove_;
+    Outline outline_;
+    Pose pose_;
+    std::optional<Aim> aim_;  // what the camera keeps to
+    bool moved_ = false;
     int width_ = 1;
     int height_ = 1;
     Vector3 grabbed_;         // the point under the mouse
     PicturePoint grabbedAt_;  // where the mouse was last
-    bool showsAll_ = false;   // nobody has moved the camera since ShowAll
 };
 
 }  // namespace tessara

@@ -1,6 +1,6 @@
 #include "app/viewer/picture/frame_probe.h"
 
-#include "app/viewer/camera/detail_camera.h"
+#include "app/view/detail_camera.h"
 #include "surface/itessara.h"
 
 #include <algorithm>
@@ -52,9 +52,8 @@ struct FrameProbe::Functions {
     }
 };
 
-FrameProbe::FrameProbe(const GlFunctions& gl, GlLookup lookup) : gl_(gl)
+FrameProbe::FrameProbe(const GlFunctions& gl, GlLookup lookup) : gl_(gl), counter_(gl)
 {
-    gl_.GenQueries(1, &query_);
     auto functions = std::make_unique<Functions>();
     if (!functions->Load(lookup))
         return;
@@ -78,24 +77,10 @@ FrameProbe::FrameProbe(const GlFunctions& gl, GlLookup lookup) : gl_(gl)
 
 FrameProbe::~FrameProbe()
 {
-    gl_.DeleteQueries(1, &query_);
     if (program_ != 0)
         gl_.DeleteProgram(program_);
     if (feedback_)
         feedback_->deleteBuffers(1, &buffer_);
-}
-
-void FrameProbe::BeginCount()
-{
-    gl_.BeginQuery(GL_PRIMITIVES_GENERATED, query_);
-}
-
-std::uint32_t FrameProbe::EndCount()
-{
-    GLuint count = 0;
-    gl_.EndQuery(GL_PRIMITIVES_GENERATED);
-    gl_.GetQueryObjectuiv(query_, GL_QUERY_RESULT, &count);
-    return count;
 }
 
 std::vector<DrawnVertex> FrameProbe::Capture(ITessara& surface, DetailCamera& camera, std::uint32_t expected)
@@ -121,11 +106,11 @@ std::uint32_t FrameProbe::CaptureInto(std::vector<DrawnVertex>& vertices, ITessa
     gl_.UseProgram(program_);
     glPushAttrib(GL_ENABLE_BIT | GL_POLYGON_BIT);
     glEnable(GL_RASTERIZER_DISCARD);
-    BeginCount();
+    counter_.Begin();
     feedback_->beginTransformFeedback(GL_TRIANGLES);
     surface.Draw3D(&camera);
     feedback_->endTransformFeedback();
-    const std::uint32_t drawn = EndCount();
+    const std::uint32_t drawn = counter_.End();
     glDisable(GL_RASTERIZER_DISCARD);
     glPopAttrib();
     gl_.UseProgram(0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/view/triangle_counter.h"
 #include "app/viewer/picture/node_survey.h"
 #include "platform/gl/gl_functions.h"
 
@@ -13,8 +14,8 @@ namespace tessara {
 
 class DetailCamera;
 
-/// Looks at what a terrain draws, through OpenGL: how many triangles, and which. Belongs to the context that was
-/// current when it was made.
+/// Looks at the triangles that a terrain draws, through OpenGL. Belongs to the context that was current when it was
+/// made.
 class FrameProbe {
 public:
     /// \param gl outlives this object
@@ -22,10 +23,6 @@ public:
     FrameProbe(const FrameProbe&) = delete;
     FrameProbe& operator=(const FrameProbe&) = delete;
     ~FrameProbe();
-
-    /// Counts the triangles between the two calls.
-    void BeginCount();
-    std::uint32_t EndCount();
 
     /// Draws the terrain for a camera without touching the frame. \param expected triangles at most, or so
     /// \return three vertices for each triangle in tree units; none where the context can't deliver them
@@ -37,8 +34,8 @@ private:
                               std::uint32_t capacity);
 
     const GlFunctions& gl_;
+    TriangleCounter counter_;
     std::unique_ptr<Functions> feedback_;  // null where the context has no transform feedback
-    GLuint query_ = 0;
     GLuint buffer_ = 0;
     GLuint program_ = 0;
 };

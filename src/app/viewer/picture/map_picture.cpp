@@ -121,7 +121,7 @@ void MapPicture::DrawCone(const MapView& map, int width, int height, double fact
 {
     const GroundFrame& ground = document_.Session().Ground();
     const Vector3 units = ground.DrawUnits();
-    const auto cone = ViewCone(camera_, camera_.Aspect());
+    const auto cone = ViewCone(camera_);
     const auto place = [&](const Vector3& point) {
         return map.ToPane(point.x + units.x * 0.5, point.z + units.z * 0.5);
     };

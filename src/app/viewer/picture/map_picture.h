@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/view/height_colors.h"
 #include "app/view/texture.h"
-#include "app/viewer/picture/height_colors.h"
 #include "app/viewer/picture/map_view.h"
 
 #include <chrono>

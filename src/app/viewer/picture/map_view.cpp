@@ -30,12 +30,12 @@ std::array<double, 4> MapView::Frame() const noexcept
     return {left_, top_, left_ + across_ / scale_, top_ + down_ / scale_};
 }
 
-std::array<Vector3, 3> ViewCone(const CameraController& camera, double aspect)
+std::array<Vector3, 3> ViewCone(const CameraController& camera)
 {
     const Vector3 eye = camera.Position();
     const Vector3 focus = camera.Focus();
     const double reach = 1.5 * std::max(std::hypot(focus.x - eye.x, focus.z - eye.z), 0.2 * Length(focus - eye));
-    const double half = std::atan(std::tan(camera.FieldOfView() * std::numbers::pi / 360.0) * std::min(aspect, 1.0));
+    const double half = camera.FieldOfView() * std::numbers::pi / 360.0;
     const double compass = camera.Azimuth() * std::numbers::pi / 180.0;
     const auto corner = [&](double angle) {
         return Vector3{eye.x + reach * std::sin(compass + angle), 0.0, eye.z - reach * std::cos(compass + angle)};

@@ -34,6 +34,6 @@ private:
 };
 
 /// What a camera sees, on a map: where it stands, and the two far corners of its view, as points of the ground.
-std::array<Vector3, 3> ViewCone(const CameraController& camera, double aspect);
+std::array<Vector3, 3> ViewCone(const CameraController& camera);
 
 }  // namespace tessara

@@ -14,8 +14,6 @@ namespace tessara {
 
 namespace {
 
-constexpr int kMostSettling = 60;
-
 GLuint BoundFrame()
 {
     GLint bound = 0;
@@ -90,7 +88,7 @@ void TerrainPicture::Draw(int width, int height, double factor, TextPainter& tex
     glViewport(0, 0, width, height);
     controller_.Resize(width, height);
     view_.Draw(camera_, Ring());
-    DrawScaleBar(width, height, MetresPerPixel(controller_, width, height), factor, text);
+    DrawScaleBar(width, height, MetresPerPixel(controller_, width), factor, text);
     DrawCompass(width, height, controller_.Azimuth(), factor, text);
 }
 
@@ -100,11 +98,7 @@ void TerrainPicture::Save(const std::string& path, int width, int height)
     std::vector<std::uint8_t> pixels;
     {
         const OtherFrame frame(gl_, camera_, controller_, width, height);
-        for (int drawn = 0; drawn < kMostSettling; ++drawn) {
-            view_.Draw(camera_, std::nullopt);
-            if (view_.Figures().settled)
-                break;
-        }
+        view_.DrawSettled(camera_);
         pixels = frame.ReadPixels();
     }
     WritePng(path, width, height, pixels);
@@ -113,8 +107,7 @@ void TerrainPicture::Save(const std::string& path, int width, int height)
 
 std::uint64_t TerrainPicture::ExportTriangles(const std::string& path)
 {
-    const double pixels = camera_.Width() / (2.0 * camera_.HalfWidth());
-    return tessara::ExportTriangles(document_, path, camera_, pixels / settings_.errorPixels);
+    return tessara::ExportTriangles(document_, path, camera_, view_.LevelOfDetail(camera_));
 }
 
 }  // namespace tessara

@@ -1,6 +1,5 @@
 #include "app/viewer/picture/terrain_view.h"
 
-#include "app/view/framing.h"
 #include "app/viewer/terrain/terrain_document.h"
 #include "host/camera.h"
 #include "host/tree_size.h"
@@ -21,16 +20,6 @@ double Milliseconds(Clock::duration time)
 {
     return std::chrono::duration<double, std::milli>(time).count();
 }
-
-/// Frames with the same triangles, one after the other, after which the detail counts as settled.
-constexpr int kSteadyFrames = 2;
-
-/// The air takes away two thirds of a colour over this many times the terrain's length at full fog.
-constexpr double kFogLengths = 1.8;
-constexpr double kNoFog = 1e12;
-
-/// Base of the plinth below the deepest ground that can be dug, in lengths of the terrain.
-constexpr double kPlinth = -0.008;
 
 /// Colours of the levels from the smallest nodes up, from warm to cold.
 constexpr std::array<std::array<float, 3>, 8> kLevelColors = {{{0.84f, 0.19f, 0.15f},
@@ -68,23 +57,19 @@ void DrawBox(const DrawnNode& node)
     }
 }
 
-/// Metres over which the air takes away two thirds of a colour.
-double HazeLength(const ViewSettings& settings, double size)
+SceneStyle StyleOf(const ViewSettings& settings)
 {
-    return settings.fog > 0.0 ? kFogLengths / settings.fog * size : kNoFog;
+    return {SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight), settings.fill, settings.fog};
 }
 
 }  // namespace
 
 TerrainView::TerrainView(const GlFunctions& gl, GlLookup lookup, TerrainDocument& document, LightMap light,
                          const ViewSettings& settings)
-    : gl_(gl),
-      document_(document),
+    : document_(document),
       settings_(settings),
       light_(std::move(light)),
-      atmosphere_(SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight)),
-      sky_(gl, true),
-      painter_(gl, document.Session(), atmosphere_, light_, true),
+      scene_(gl, document.Data(), document.Session(), light_, StyleOf(settings)),
       probe_(gl, lookup),
       detail_(MakeObject<DetailCamera>())
 {
@@ -96,21 +81,21 @@ void TerrainView::Apply(const ViewSettings& settings)
     ITessara& surface = document_.Session().Surface();
     if (settings.frozen && !settings_.frozen)
         frozen_ = nullptr;  // frozen at the next frame, for the camera of then
+    if (settings.errorPixels != settings_.errorPixels)
+        fixedDetail_.reset();
     settings_ = settings;
     RenewDetail();
     if (document_.Session().Ground().Exaggeration() != settings.exaggeration)
         document_.Session().SetExaggeration(settings.exaggeration);
-    atmosphere_ = SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight);
-    painter_.SetAtmosphere(atmosphere_);
+    scene_.SetStyle(StyleOf(settings));
     surface.UseColor(settings.vertexColors ? 1 : 0);
     surface.SetRenderMode(settings.realTime ? TESSARA_RENDER_MODE_REALTIME : TESSARA_RENDER_MODE_NORMAL);
-    plinth_ = nullptr;
     Unsettle();
 }
 
 void TerrainView::Unsettle()
 {
-    steadyFrames_ = 0;
+    settling_.Restart();
     figures_.settled = false;
 }
 
@@ -122,7 +107,7 @@ void TerrainView::UseSource(bool use)
 void TerrainView::SetLight(LightMap light)
 {
     light_ = std::move(light);
-    painter_.SetLight(light_);
+    scene_.Painter().SetLight(light_);
 }
 
 /// Outside of the real-time mode a tree knows the heights and the detail of its build.
@@ -139,10 +124,10 @@ void TerrainView::HeightsChanged(const GridArea& cells)
     treeIsStale_ = true;
     RenewDetail();
     const double exaggeration = document_.Session().Ground().Exaggeration();
-    painter_.UpdateLight(light_, RenewNormals(light_, document_.Data(), exaggeration, cells));
+    scene_.Painter().UpdateLight(light_, RenewNormals(light_, document_.Data(), exaggeration, cells));
     const ElevationData& data = document_.Data();
     if (cells.left == 0 || cells.top == 0 || cells.right == data.width || cells.bottom == data.height)
-        plinth_ = nullptr;
+        scene_.EdgesChanged();
     Unsettle();
 }
 
@@ -154,47 +139,41 @@ void TerrainView::SetColors(const HeightColors& colors)
         ColorPalette(*palette, document_.Floor(), document_.Top(), colors);
 }
 
-double TerrainView::Size() const
+void TerrainView::FixDetail(std::optional<double> metres)
 {
-    const GroundFrame& ground = document_.Session().Ground();
-    return std::max({ground.Width(), ground.Depth(), ground.DrawUnits().x});
+    fixedDetail_ = metres;
+    Unsettle();
+}
+
+double TerrainView::LevelOfDetail(const Camera& camera) const
+{
+    return fixedDetail_ ? *fixedDetail_ : camera.Width() / (2.0 * camera.HalfWidth()) / settings_.errorPixels;
 }
 
 /// How fine the terrain is, and for whom.
-void TerrainView::SetDetail(Camera& camera)
+ICameraObject& TerrainView::TakeDetail(Camera& camera)
 {
     if (!settings_.frozen)
         frozen_ = nullptr;
     if (frozen_)
-        return;
-    const double pixels = camera.Width() / (2.0 * camera.HalfWidth());
-    const double levelOfDetail = pixels / settings_.errorPixels;
+        return *frozen_;
+    const double levelOfDetail = LevelOfDetail(camera);
     if (std::exchange(levelOfDetail_, levelOfDetail) != levelOfDetail)
-        steadyFrames_ = 0;
+        settling_.Restart();
     document_.Session().SetLevelOfDetail(levelOfDetail);
-    if (settings_.frozen) {
-        frozen_ = MakeObject<DetailCamera>();
-        frozen_->Follow(camera);
-    }
+    if (!settings_.frozen)
+        return camera;
+    frozen_ = MakeObject<DetailCamera>();
+    frozen_->Follow(camera);
+    return *frozen_;
 }
 
 void TerrainView::Draw(Camera& camera, const std::optional<GroundRing>& ring)
 {
     const Clock::time_point start = Clock::now();
-    const TerrainSession& session = document_.Session();
-    SetDetail(camera);
-    ICameraObject& detail = frozen_ ? static_cast<ICameraObject&>(*frozen_) : camera;
-    if (!plinth_)
-        plinth_ = std::make_unique<Plinth>(document_.Data(), session.Ground(), atmosphere_, kPlinth * Size());
-
-    glClearColor(0.035f, 0.045f, 0.06f, 1.0f);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    if (settings_.fill == FillMode::Filled)
-        sky_.Draw(atmosphere_, camera);
-    camera.LoadMatrices();
-    if (settings_.fill == FillMode::Filled)
-        plinth_->Draw(camera);
-    DrawGround(camera, detail);
+    ICameraObject& detail = TakeDetail(camera);
+    figures_.triangles = scene_.Draw(camera, detail);
+    settling_.Saw(figures_.triangles);
     if (settings_.levelColors || settings_.nodeBoxes)
         DrawNodes(detail);
     if (ring)
@@ -204,35 +183,14 @@ void TerrainView::Draw(Camera& camera, const std::optional<GroundRing>& ring)
     lastPosition_ = camera.Position();
     figures_.draw = std::max(Milliseconds(Clock::now() - start) - figures_.update, 0.0);
     if (moved && !frozen_)
-        steadyFrames_ = 0;
-    figures_.settled = steadyFrames_ >= kSteadyFrames;
+        settling_.Restart();
+    figures_.settled = settling_.IsDone();
 }
 
-/// How far away the terrain begins, about: the air is clear up to there.
-double TerrainView::NearestDistance(const Camera& camera) const
+void TerrainView::DrawSettled(Camera& camera)
 {
-    const GroundFrame& ground = document_.Session().Ground();
-    std::vector<Vector3> corners;
-    for (const double x : {0.0, ground.Width()}) {
-        for (const double y : {0.0, ground.Relief()}) {
-            for (const double z : {0.0, ground.Depth()})
-                corners.push_back({x, y, z});
-        }
-    }
-    return std::max(DepthOf(camera, corners).nearest, 0.0);
-}
-
-void TerrainView::DrawGround(Camera& camera, ICameraObject& detail)
-{
-    probe_.BeginCount();
-    if (settings_.fill == FillMode::Filled)
-        painter_.Draw(camera, detail, NearestDistance(camera), HazeLength(settings_, Size()));
-    else
-        painter_.DrawUnlit(detail, settings_.fill == FillMode::Wireframe ? GL_LINE : GL_POINT);
-    // Edges and vertices are drawn after what hides them.
-    const std::uint32_t triangles = probe_.EndCount() / (settings_.fill == FillMode::Filled ? 1 : 2);
-    steadyFrames_ = triangles == figures_.triangles ? steadyFrames_ + 1 : 0;
-    figures_.triangles = triangles;
+    scene_.Settle(camera, TakeDetail(camera));
+    Draw(camera, std::nullopt);
 }
 
 void TerrainView::Measure(Camera& camera)
@@ -278,7 +236,7 @@ void TerrainView::DrawNodes(ICameraObject& detail)
                  GL_POLYGON_BIT | GL_TRANSFORM_BIT);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
-    painter_.CutEdges();
+    scene_.Painter().CutEdges();
     EnterTreeSpace();
     if (settings_.levelColors && settings_.fill == FillMode::Filled) {
         glEnable(GL_BLEND);

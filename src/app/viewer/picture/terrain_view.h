@@ -1,11 +1,11 @@
 #pragma once
 
-#include "app/view/plinth.h"
-#include "app/view/sky.h"
-#include "app/view/terrain_painter.h"
-#include "app/viewer/camera/detail_camera.h"
+#include "app/view/detail_camera.h"
+#include "app/view/height_colors.h"
+#include "app/view/light_map.h"
+#include "app/view/scene.h"
+#include "app/view/settling.h"
 #include "app/viewer/picture/frame_probe.h"
-#include "app/viewer/picture/height_colors.h"
 #include "app/viewer/work/view_settings.h"
 
 #include <chrono>
@@ -56,36 +56,37 @@ public:
     /// Draws the terrain as the camera sees it. \param ring drawn on the ground, if any
     void Draw(Camera& camera, const std::optional<GroundRing>& ring);
 
+    /// Draws it in the detail in which it comes to rest.
+    void DrawSettled(Camera& camera);
+
+    /// Keeps a level of detail, in metres, whatever the camera, until another error is allowed.
+    void FixDetail(std::optional<double> metres);
+
+    /// The level of detail for a camera.
+    double LevelOfDetail(const Camera& camera) const;
+
     /// Measures what a frame costs beyond its drawing: nodes and the time of the update.
     void Measure(Camera& camera);
 
     const FrameFigures& Figures() const noexcept { return figures_; }
-    const Atmosphere& Air() const noexcept { return atmosphere_; }
 
     /// Puts the source picture on or off, as far as there is one.
     void UseSource(bool use);
 
 private:
-    void SetDetail(Camera& camera);
+    ICameraObject& TakeDetail(Camera& camera);
     void RenewDetail();
     void Unsettle();
-    void DrawGround(Camera& camera, ICameraObject& detail);
     void DrawNodes(ICameraObject& detail);
     void DrawRing(const GroundRing& ring) const;
     void Survey(ICameraObject& detail);
     void EnterTreeSpace() const;
     int RootHalf() const;
-    double Size() const;
-    double NearestDistance(const Camera& camera) const;
 
-    const GlFunctions& gl_;
     TerrainDocument& document_;
     ViewSettings settings_;
     LightMap light_;
-    Atmosphere atmosphere_;
-    Sky sky_;
-    std::unique_ptr<Plinth> plinth_;
-    TerrainPainter painter_;
+    Scene scene_;
     FrameProbe probe_;
     ComPtr<DetailCamera> detail_;  // for measuring, and what the detail is frozen for
     ComPtr<DetailCamera> frozen_;
@@ -94,7 +95,8 @@ private:
     FrameFigures figures_;
     Vector3 lastPosition_;
     double levelOfDetail_ = 0.0;
-    int steadyFrames_ = 0;
+    std::optional<double> fixedDetail_;
+    Settling settling_;
     bool treeIsStale_ = false;  // heights have changed since the tree was built
 };
 

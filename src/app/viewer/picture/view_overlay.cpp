@@ -115,11 +115,11 @@ void DrawCompass(int width, int height, double azimuth, double factor, TextPaint
                static_cast<int>(y - std::cos(angle) * distance - text.LineHeight() * 0.5), label);
 }
 
-double MetresPerPixel(const CameraController& camera, int width, int height)
+double MetresPerPixel(const CameraController& camera, int width)
 {
     const double distance = Length(camera.Focus() - camera.Position());
     const double across = 2.0 * distance * std::tan(camera.FieldOfView() * std::numbers::pi / 360.0);
-    return across / std::max({width, height, 1});
+    return across / std::max(width, 1);
 }
 
 }  // namespace tessara

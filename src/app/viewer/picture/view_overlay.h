@@ -22,6 +22,6 @@ void DrawScaleBar(int width, int height, double metresPerPixel, double factor, T
 void DrawCompass(int width, int height, double azimuth, double factor, TextPainter& text);
 
 /// Metres across a pixel in the middle of a camera's picture.
-double MetresPerPixel(const CameraController& camera, int width, int height);
+double MetresPerPixel(const CameraController& camera, int width);
 
 }  // namespace tessara

@@ -1,10 +1,9 @@
 #include "app/viewer/terrain/opened_terrain.h"
 
 #include "app/view/atmosphere.h"
-#include "app/view/framing.h"
+#include "app/view/detail_camera.h"
+#include "app/view/height_span.h"
 #include "app/viewer/camera/camera_controller.h"
-#include "app/viewer/camera/detail_camera.h"
-#include "app/viewer/work/view_settings.h"
 #include "host/kvo_host.h"
 #include "platform/com/bstr.h"
 
@@ -22,7 +21,7 @@ constexpr int kFirstSteps = 4;
 
 /// A tree is built in full. This takes off what a view of the whole terrain doesn't need: the dump of triangles adapts
 /// the tree without OpenGL, and a camera that sees nothing makes it write none.
-void AdaptToFirstView(TerrainDocument& document, const std::vector<Vector3>& outline, const ViewSettings& settings,
+void AdaptToFirstView(TerrainDocument& document, const Outline& outline, const ViewSettings& settings,
                       const PictureSize& size)
 {
     const TerrainSession& session = document.Session();
@@ -54,7 +53,7 @@ OpenedTerrain PrepareTerrain(std::string path, ElevationData data, const ViewSet
     terrain.document = std::make_unique<TerrainDocument>(std::move(path), std::move(data), settings.exaggeration);
     report(kBuilt);
     const ElevationData& heights = terrain.document->Data();
-    terrain.outline = OutlineOf(heights, terrain.document->Session().Ground());
+    terrain.outline = OutlineOf(heights, SpanOf(heights), terrain.document->Session().Ground());
     AdaptToFirstView(*terrain.document, terrain.outline, settings, size);
     report(kAdapted);
     terrain.conditions = {0, settings.exaggeration,

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "app/view/aim.h"
+#include "app/view/framing.h"
 #include "app/view/light_map.h"
+#include "app/view/look.h"
 #include "app/viewer/picture/background_light.h"
 #include "app/viewer/terrain/terrain_document.h"
+#include "app/viewer/work/view_settings.h"
 #include "host/project/project_place.h"
 #include "host/project/project_terrain.h"
 #include "host/storage/file_version.h"
@@ -10,17 +14,17 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace tessara {
-
-struct ViewSettings;
 
 /// What a project says of a terrain beside its heights, which the terrain's own data and elevations no longer hold.
 struct SavedTerrain {
     std::string project;  ///< path; empty for recovered work that was never saved
     ComPtr<ProjectPlace> place;
     ProjectTerrain terrain;
+    Look look;
+    Aim aim;
+    ViewSettings settings{};               ///< with the look
     std::optional<FileVersion> version{};  ///< of the project, unless the work was recovered
     bool recovered = false;                ///< the project doesn't hold what was read
 };
@@ -28,7 +32,7 @@ struct SavedTerrain {
 /// A terrain with everything that takes long to work out for it, and that needs no OpenGL.
 struct OpenedTerrain {
     std::unique_ptr<TerrainDocument> document;
-    std::vector<Vector3> outline;
+    Outline outline;
     LightMap light;
     LightConditions conditions;           ///< of the light
     std::optional<SavedTerrain> saved{};  ///< of a project

@@ -1,7 +1,10 @@
 #include "app/viewer/terrain/terrain_loader.h"
 
+#include "app/view/framing.h"
+#include "app/view/height_span.h"
 #include "app/viewer/work/project_look.h"
 #include "app/viewer/work/work_keeper.h"
+#include "host/ground_frame.h"
 #include "host/project/project_file.h"
 #include "samples/country/sample_terrain.h"
 
@@ -65,7 +68,12 @@ ElevationData TerrainLoader::ReadProject()
     ElevationData data = saved.terrain.data;
     saved.terrain.data.metres = {};
     ScanHeights(data);
-    request_.settings = WithLook(request_.settings, saved.terrain, saved.place->Settings());
+    const HeightSpan span = SpanOf(data);
+    saved.look = LookIn(saved.terrain, saved.place->Settings(), span);
+    saved.aim = AimOf(saved.terrain.view);
+    const GroundFrame ground(data, saved.look.exaggeration);
+    const double azimuth = PoseOf(saved.aim, ground, OutlineOf(data, span, ground), 1, 1).azimuth;
+    request_.settings = saved.settings = WithLook(request_.settings, saved.look, azimuth);
     saved_ = std::move(saved);
     return data;
 }

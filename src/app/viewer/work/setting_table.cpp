@@ -141,47 +141,40 @@ Setting Logarithmic(Setting setting, double mark = 0.0)
     return setting;
 }
 
-Setting InProject(const char* name, Setting setting)
-{
-    setting.inProject = name;
-    return setting;
-}
-
 using V = ViewSettings;
 
 std::vector<Setting> MakeTable()
 {
     return {
-        InProject("detail.pixels",
-                  Logarithmic(Slider<&V::errorPixels>(
-                      "View/ErrorPixels", Kept::Work, Group::Terrain, "Error allowed",
-                      "Level of detail: height errors smaller than this stay. To the left it is finer.", 0.25, 32.0,
-                      200, &PixelsText))),
-        Logarithmic(Slider<&V::exaggeration>("View/Exaggeration", Kept::Work, Group::Terrain, "Exaggeration",
+        Logarithmic(
+            Slider<&V::errorPixels>("View/ErrorPixels", Kept::Program, Group::Terrain, "Error allowed",
+                                    "Level of detail: height errors smaller than this stay. To the left it is finer.",
+                                    0.25, 32.0, 200, &PixelsText)),
+        Logarithmic(Slider<&V::exaggeration>("View/Exaggeration", Kept::Program, Group::Terrain, "Exaggeration",
                                              "Factor on the heights; 1 shows true proportions", 0.1, 10.0, 200,
                                              &FactorText),
                     1.0),
-        InProject("fill", Choice<&V::fill>("View/Fill", Kept::Work, Group::Terrain, "Draw",
-                                           "Surface, edges or corners of the triangles",
-                                           {{"filled", "Filled"}, {"wireframe", "Wireframe"}, {"points", "Points"}})),
-        Slider<&V::sunAzimuth>("Light/SunAzimuth", Kept::Work, Group::Light, "Sun from",
+        Choice<&V::fill>("View/Fill", Kept::Program, Group::Terrain, "Draw",
+                         "Surface, edges or corners of the triangles",
+                         {{"filled", "Filled"}, {"wireframe", "Wireframe"}, {"points", "Points"}}),
+        Slider<&V::sunAzimuth>("Light/SunAzimuth", Kept::Program, Group::Light, "Sun from",
                                "Compass direction that the sun shines from", 0.0, 360.0, 72, &DegreesText),
-        Slider<&V::sunHeight>("Light/SunHeight", Kept::Work, Group::Light, "Height of the sun",
+        Slider<&V::sunHeight>("Light/SunHeight", Kept::Program, Group::Light, "Height of the sun",
                               "Degrees above the horizon", 1.0, 90.0, 89, &DegreesText),
-        InProject("fog", Slider<&V::fog>("Light/Fog", Kept::Work, Group::Light, "Fog", "How much of what is far fades",
-                                         0.0, 1.0, 100, &PercentText)),
-        Switch<&V::vertexColors>("View/VertexColors", Kept::Work, Group::HeightColors, "Colour by height",
+        Slider<&V::fog>("Light/Fog", Kept::Program, Group::Light, "Fog", "How much of what is far fades", 0.0, 1.0, 100,
+                        &PercentText),
+        Switch<&V::vertexColors>("View/VertexColors", Kept::Program, Group::HeightColors, "Colour by height",
                                  "Without, it is white"),
         {.name = "Colors/Ramp",
          .kind = Kind::Choice,
-         .kept = Kept::Program,  // a project keeps it with the heights that the colours stand for
+         .kept = Kept::Program,
          .group = Group::HeightColors,
          .label = "Ramp",
          .help = "Colours from low to high",
          .get = &GetRamp,
          .set = &SetRamp,
          .options = Ramps()},
-        Switch<&V::sourceTexture>("View/SourceTexture", Kept::Work, Group::GroundPicture, "Show the source texture",
+        Switch<&V::sourceTexture>("View/SourceTexture", Kept::Program, Group::GroundPicture, "Show the source texture",
                                   "Show or hide the picture on the terrain"),
         Switch<&V::realTime>("Sculpt/RealTime", Kept::Program, Group::Brush, "Real-time mode",
                              "Let the heights be changed"),
@@ -240,13 +233,6 @@ void Setting::TakeText(ViewSettings& settings, std::string_view stored) const
         if (const auto value = WholeText<double>(stored))
             Take(settings, *value);
     }
-}
-
-bool IsSameWork(const ViewSettings& a, const ViewSettings& b)
-{
-    return std::ranges::all_of(AllSettings(), [&](const Setting& setting) {
-        return setting.kept != Kept::Work || setting.get(a) == setting.get(b);
-    });
 }
 
 BrushRadii::BrushRadii(double across) : low(std::max(across * 0.002, 0.01)), high(std::max(across * 0.25, 0.1)) {}

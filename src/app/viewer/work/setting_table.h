@@ -12,16 +12,14 @@ namespace tessara {
 /// Headings under which the pages of settings show them.
 enum class SettingGroup { None, Terrain, Light, HeightColors, GroundPicture, Brush, Detail };
 
-/// Everything that is known of a setting. From it come its control, its place in the file of settings, its limits, and
-/// whether a project keeps it.
+/// Everything that is known of a setting. From it come its control, its place in the file of settings and its limits.
 struct Setting {
     enum class Kind { Number, Switch, Choice };
 
-    /// For how long a value is kept.
+    /// For how long a value is kept. What a project keeps beside that is a Look.
     enum class Kept {
-        Run,      ///< until the program ends
-        Program,  ///< until it is changed
-        Work      ///< with the terrain's project as well: a change of it is work that can be saved
+        Run,     ///< until the program ends
+        Program  ///< until it is changed
     };
 
     /// One of a few values.
@@ -51,10 +49,6 @@ struct Setting {
 
     std::vector<Option> options{};  ///< of choices
 
-    /// Name under which a project keeps the value, where that holds for the viewer alone. What every program reads of a
-    /// project has its place in ProjectView.
-    const char* inProject = nullptr;
-
     /// Takes a number, or the nearest one that is allowed. What is none changes nothing.
     void Take(ViewSettings& settings, double value) const;
 
@@ -65,9 +59,6 @@ struct Setting {
 
 /// All settings, in the order of the pages.
 std::span<const Setting> AllSettings();
-
-/// Whether nothing differs that a project would keep.
-bool IsSameWork(const ViewSettings& a, const ViewSettings& b);
 
 /// Radii in metres that suit a terrain. \param across length of its longer side in metres
 struct BrushRadii {

@@ -47,7 +47,7 @@ void TerrainWork::TexturesChanged()
 
 WorkState TerrainWork::State() const
 {
-    return {sculptor_.State(), TexturesOf(document_.Session().Surface(), images_), {settings_, colors_}};
+    return {sculptor_.State(), TexturesOf(document_.Session().Surface(), images_), LookOf(settings_, colors_)};
 }
 
 bool TerrainWork::IsUnsaved() const
@@ -57,14 +57,48 @@ bool TerrainWork::IsUnsaved() const
 
 void TerrainWork::WriteProject(ProjectWriter& writer) const
 {
-    ComPtr<ProjectPlace> place = writer.Open(element_);
-    if (!place)
-        place = writer.AddElement(UsableName(element_));
-    const GroundFrame& ground = document_.Session().Ground();
-    const ProjectLook look{settings_, colors_};
-    WriteTerrain(*place, document_.Session(), document_.AsInSession(), ground.Exaggeration(),
-                 ViewFor(look, camera_, ground));
-    RememberLook(*place, look);
+    const ComPtr<ProjectPlace> place = writer.Open(element_);
+    if (place && !recovered_)
+        WriteChanges(*place);
+    else
+        WriteAll(place ? *place : *writer.AddElement(UsableName(element_)));
+}
+
+void TerrainWork::WriteAll(ProjectPlace& place) const
+{
+    ProjectView view;
+    Remember(camera_.CurrentAim(), view);
+    WriteTerrain(place, document_.Session(), document_.AsInSession(), settings_.exaggeration, view);
+    RememberLook(place, LookOf(settings_, colors_), nullptr);
+}
+
+/// Whatever nobody has changed stays as the project holds it, to the bit.
+void TerrainWork::WriteChanges(ProjectPlace& place) const
+{
+    const WorkState now = State();
+    const bool ofSurface = now.heights != saved_.heights || now.textures != saved_.textures ||
+                           now.look.sourceTexture != saved_.look.sourceTexture;
+    ProjectView view;
+    if (camera_.HasMoved()) {
+        Remember(camera_.CurrentAim(), view);
+        if (!ViewOf(place.Settings()).sun)
+            view.sun = now.look.sun;  // it would follow the camera
+    }
+    if (ofSurface) {
+        WriteTerrain(place, document_.Session(), document_.AsInSession(), now.look.exaggeration, view);
+    } else {
+        RememberView(place, view);
+        if (now.look.exaggeration != saved_.look.exaggeration)
+            WriteExaggeration(place, now.look.exaggeration);
+        if (now.look.colors != saved_.look.colors)
+            WriteColors(place, now.look.colors);
+    }
+    Look before = saved_.look;
+    if (now.heights != saved_.heights)
+        before.colors = {};  // what isn't said follows the heights
+    RememberLook(place, now.look, &before);
+    if (now.look.errorPixels != before.errorPixels)
+        ForgetLevelOfDetail(place);
 }
 
 void TerrainWork::SaveProject(const std::string& path)

@@ -11,6 +11,8 @@
 
 namespace tessara {
 
+class CameraController;
+class ProjectPlace;
 class ProjectWriter;
 class Sculptor;
 class TerrainDocument;
@@ -20,7 +22,7 @@ struct SavedTerrain;
 struct WorkState {
     std::uint64_t heights = 0;
     TextureState textures;
-    ProjectLook look;
+    Look look;
 
     bool operator==(const WorkState&) const = default;
 };
@@ -66,6 +68,9 @@ public:
     void SaveHeights(const std::string& path);
 
 private:
+    void WriteAll(ProjectPlace& place) const;
+    void WriteChanges(ProjectPlace& place) const;
+
     TerrainDocument& document_;
     const Sculptor& sculptor_;
     const CameraController& camera_;

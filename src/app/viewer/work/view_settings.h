@@ -1,12 +1,11 @@
 #pragma once
 
+#include "app/view/look.h"
 #include "app/viewer/terrain/height_brush.h"
 
 #include <string>
 
 namespace tessara {
-
-enum class FillMode { Filled, Wireframe, Points };
 
 /// What a person can set about the picture. The values given here are the first ones; AllSettings says the rest of
 /// each.

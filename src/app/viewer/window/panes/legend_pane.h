@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/viewer/picture/height_colors.h"
+#include "app/view/height_colors.h"
 
 #include <wx/panel.h>
 

@@ -1,4 +1,4 @@
-#include "app/viewer/picture/height_colors.h"
+#include "app/view/height_colors.h"
 
 #include "app/view/palettes.h"
 
