@@ -4,6 +4,7 @@
 #include "app/viewer/picture/view_text.h"
 #include "app/viewer/test_ground.h"
 #include "app/viewer/work/kept_settings.h"
+#include "app/viewer/work/typed_number.h"
 
 #include <gtest/gtest.h>
 
@@ -77,6 +78,26 @@ TEST(ViewSettings, HostileTextsGiveDefaultsOrTheNearestValue)
         EXPECT_EQ(Restore({{each.name, each.text}}).view.*each.value, each.expected) << each.name << each.text;
     EXPECT_EQ(Restore({{"Window/Width", "5"}}).window.width, 400);
     EXPECT_EQ(Restore({}).recent.Paths().size(), 0u);
+}
+
+TEST(TypedNumber, TakesNumbersAloneAndSaysWhy)
+{
+    struct Case {
+        const char* text;
+        std::optional<double> value;
+        const char* reason;
+    };
+    for (const Case& each :
+         {Case{"320", 320.0, ""}, Case{" -1.5e2 ", -150.0, ""}, Case{"+7", 7.0, ""}, Case{"1000", 1000.0, ""},
+          Case{"", {}, "A number is wanted here."}, Case{"abc", {}, "“abc” is no number."},
+          Case{"nan", {}, "“nan” is no number."}, Case{"inf", {}, "“inf” is no number."},
+          Case{"+-3", {}, "“+-3” is no number."}, Case{"12 m", {}, "“12 m” is no number."},
+          Case{"1000,5", {}, "“1000,5” is no number; write 1000.5."},
+          Case{"1000.1", {}, "Only -1000 to 1000 will do."}}) {
+        const TypedNumber typed = ReadTyped(each.text, -1000.0, 1000.0);
+        EXPECT_EQ(typed.value, each.value) << each.text;
+        EXPECT_EQ(typed.reason, each.reason) << each.text;
+    }
 }
 
 TEST(RecentFiles, HoldEachOnceTheYoungestFirst)

@@ -2,6 +2,7 @@
 
 #include "app/picture.h"
 #include "app/viewer/window/commands/command.h"
+#include "app/viewer/window/files/settings_file.h"
 #include "app/viewer/window/panes/picture_pane.h"
 #include "app/viewer/window_fixture.h"
 #include "app/viewer/work/work_keeper.h"
@@ -124,20 +125,34 @@ TEST_F(ViewerWindow, AsksBeforeItThrowsUnsavedWorkAway)
     EXPECT_FALSE(again.Viewer().Settings().vertexColors);
 }
 
-TEST_F(ViewerWindow, RemembersItsPlaceAndTheFiles)
+TEST_F(ViewerWindow, KeepsWhatChangesAtOnceBesideWhatOthersKeep)
 {
     const std::string file = Valley("valley.tif");
-    {
-        const WindowUser user(file);
-        user.Window().SetSize(810, 590);
-        user.WaitForPicture();
-        EXPECT_EQ(user.Window().Picture().PixelWidth(), user.Window().Picture().GetClientSize().x);
-        user.Window().Close();
-        EXPECT_TRUE(user.WaitFor([&] { return !user.IsOpen(); }));
-    }
-    const std::string kept = ReadBytes(folders_.scratch / "XDG_CONFIG_HOME/tessara/viewer.ini");
-    EXPECT_THAT(kept, HasSubstr("Width=810"));
-    EXPECT_THAT(kept, HasSubstr("File1=" + file));
+    const WindowUser user(file);
+    user.Window().SetSize(810, 590);
+    user.WaitForPicture();
+    EXPECT_EQ(user.Window().Picture().PixelWidth(), user.Window().Picture().GetClientSize().x);
+    user.Key('C');
+    const auto kept = [] { return Store(LoadSettings()); };
+    EXPECT_TRUE(user.WaitFor([&] { return kept()["View/VertexColors"] == "0"; }));
+    EXPECT_EQ(kept()["Window/Width"], "810");
+    EXPECT_EQ(kept()["Recent/File1"], file);
+
+    // Another window.
+    EXPECT_TRUE(ChangeSettings([](SettingsMap& stored) {
+        stored["Light/Fog"] = "0.7500";
+        stored["Recent/File2"] = stored["Recent/File1"];
+        stored["Recent/File1"] = "/other.tif";
+    }));
+    user.Key('2');
+    EXPECT_TRUE(user.WaitFor([&] { return kept()["View/Fill"] == "wireframe"; }));
+    Answers answers;
+    answers.Message(GTK_RESPONSE_NO);
+    user.Window().Close();
+    EXPECT_TRUE(user.WaitFor([&] { return !user.IsOpen(); }));
+    EXPECT_EQ(kept()["Light/Fog"], "0.7500");
+    EXPECT_EQ(kept()["Recent/File1"], "/other.tif");
+    EXPECT_EQ(kept()["Recent/File2"], file);
 }
 
 TEST_F(ViewerWindow, PutsAPictureOnTheGround)

@@ -12,6 +12,7 @@
 #include <wx/menu.h>
 #include <wx/notebook.h>
 #include <wx/slider.h>
+#include <wx/textctrl.h>
 
 #include <cmath>
 #include <map>
@@ -171,7 +172,7 @@ TEST(Commands, StandInTheManualAsTheyAre)
         << table;
 }
 
-TEST_F(ViewerWindow, KeysThatAreTypedIntoAFieldDoNothingElse)
+TEST_F(ViewerWindow, FieldsTakeNumbersAndRefuseTheRestInPlace)
 {
     const WindowUser user(Valley("valley.tif"));
     auto* const pages = dynamic_cast<wxNotebook*>(
@@ -179,14 +180,29 @@ TEST_F(ViewerWindow, KeysThatAreTypedIntoAFieldDoNothingElse)
     ASSERT_NE(pages, nullptr);
     pages->SetSelection(1);
     user.Wait(100);
-    wxWindow* const low = wxWindow::FindWindowByName("From", &user.Window());
-    ASSERT_TRUE(low && low->IsShownOnScreen());
-    user.Click(*low, 0.5, 0.5);
-    user.Key('A', wxMOD_CONTROL);
-    wxUIActionSimulator().Text("320");
-    user.Wait(100);
+    auto* const low = dynamic_cast<wxTextCtrl*>(wxWindow::FindWindowByName("From", &user.Window()));
+    const wxWindow* const refusal = wxWindow::FindWindowByName("Refusal", &user.Window());
+    ASSERT_TRUE(low && refusal && low->IsShownOnScreen());
+    const auto type = [&](const char* text) {
+        user.Click(*low, 0.5, 0.5);
+        user.Key('A', wxMOD_CONTROL);
+        wxUIActionSimulator().Text(text);
+        user.Key(WXK_RETURN);
+    };
+    type("320");
     EXPECT_EQ(user.Viewer().Settings().fill, FillMode::Filled);
-    user.Key(WXK_RETURN);
+    EXPECT_NEAR(user.Viewer().Colors().low, 320.0, 1e-6);
+    EXPECT_FALSE(refusal->IsShown());
+    for (const auto& [text, reason] : {std::pair{"1000,5", "1000.5"}, {"99999", "below"}, {"abc", "abc"}}) {
+        type(text);
+        EXPECT_NEAR(user.Viewer().Colors().low, 320.0, 1e-6) << text;
+        EXPECT_TRUE(refusal->IsShown()) << text;
+        EXPECT_THAT(refusal->GetLabel().utf8_string(), HasSubstr(reason));
+        EXPECT_EQ(low->GetValue(), text);
+    }
+    user.Key(WXK_ESCAPE);
+    EXPECT_FALSE(refusal->IsShown());
+    EXPECT_EQ(low->GetValue(), "320.0");
     EXPECT_NEAR(user.Viewer().Colors().low, 320.0, 1e-6);
 }
 

@@ -13,6 +13,7 @@
 
 #include <wx/display.h>
 #include <wx/dnd.h>
+#include <wx/splitter.h>
 
 #include <algorithm>
 #include <exception>
@@ -106,7 +107,14 @@ void MainWindow::Place()
 
 void MainWindow::BindEvents()
 {
-    store_.Listen([this] { menus_.ShowRecent(store_.Recent()); });
+    store_.Listen({[this] { Keep(); }, [this] { menus_.ShowRecent(store_.Recent()); }});
+    const auto changed = [this](wxEvent& event) {
+        store_.Changed();
+        event.Skip();
+    };
+    Bind(wxEVT_MOVE, changed);
+    Bind(wxEVT_SIZE, changed);
+    Bind(wxEVT_SPLITTER_SASH_POS_CHANGED, changed);
     Bind(wxEVT_CLOSE_WINDOW, &MainWindow::OnClose, this);
     Bind(wxEVT_CHAR_HOOK, &MainWindow::OnKey, this);
     Bind(
@@ -150,7 +158,7 @@ void MainWindow::OnClose(wxCloseEvent& event)
     }
     panes_->Picture().SetFlying(false);
     if (!failed_)
-        Keep();
+        store_.Write();
     Destroy();
 }
 
@@ -169,7 +177,6 @@ void MainWindow::Keep()
     store_.Keep(place);
     if (bench_)
         store_.Keep(bench_->viewer.Settings());
-    store_.Write();
 }
 
 void MainWindow::OnKey(wxKeyEvent& event)
@@ -262,6 +269,7 @@ void MainWindow::ShowState()
     tessara::Viewer& viewer = bench_->viewer;
     panes_->Settings().ShowState(viewer, bench_->picture, bench_->textures.HasSource());
     menus_.ShowState(*bench_);
+    store_.Changed();
     wxString title = "Tessara";
     if (viewer.HasTerrain()) {
         panes_->Legend().Show(viewer.Colors());

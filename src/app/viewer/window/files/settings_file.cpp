@@ -1,10 +1,16 @@
 #include "app/viewer/window/files/settings_file.h"
 
+#include "platform/system/file_lock.h"
+#include "platform/system/replacement_stream.h"
+
 #include <wx/fileconf.h>
 #include <wx/filename.h>
 #include <wx/log.h>
+#include <wx/mstream.h>
 #include <wx/stdpaths.h>
+#include <wx/utils.h>
 
+#include <optional>
 #include <vector>
 
 namespace tessara {
@@ -31,13 +37,14 @@ void ReadGroup(wxFileConfig& file, const wxString& group, SettingsMap& stored)
     file.SetPath("/");
 }
 
-}  // namespace
+constexpr long kStyle = wxCONFIG_USE_LOCAL_FILE | wxCONFIG_USE_NO_ESCAPE_CHARACTERS;
+constexpr int kTries = 50;
+constexpr int kBetweenTries = 10;  // milliseconds
 
-KeptSettings LoadSettings()
+SettingsMap ReadMap(const wxFileName& path)
 {
     const wxLogNull quiet;
-    wxFileConfig file(wxEmptyString, wxEmptyString, SettingsPath().GetFullPath(), wxEmptyString,
-                      wxCONFIG_USE_LOCAL_FILE | wxCONFIG_USE_NO_ESCAPE_CHARACTERS, wxConvUTF8);
+    wxFileConfig file(wxEmptyString, wxEmptyString, path.GetFullPath(), wxEmptyString, kStyle, wxConvUTF8);
     file.SetExpandEnvVars(false);
     SettingsMap stored;
     std::vector<wxString> groups;
@@ -47,28 +54,68 @@ KeptSettings LoadSettings()
         groups.push_back(group);
     for (const wxString& each : groups)
         ReadGroup(file, each, stored);
-    return Restore(stored);
+    return stored;
 }
 
-bool SaveSettings(const KeptSettings& settings)
+/// \throws FileError
+void WriteMap(const wxFileName& path, const SettingsMap& stored)
+{
+    wxMemoryInputStream nothing("", 0);
+    wxFileConfig file(nothing, wxConvUTF8);
+    file.DisableAutoSave();
+    file.SetExpandEnvVars(false);
+    file.SetStyle(kStyle);
+    for (const auto& [name, text] : stored) {
+        // A line of the file holds no more than one.
+        if (text.find_first_of("\r\n") == std::string::npos)
+            file.Write("/" + wxString::FromUTF8(name), wxString::FromUTF8(text));
+    }
+    wxMemoryOutputStream bytes;
+    file.Save(bytes, wxConvUTF8);
+    ReplacementStream target(path.GetFullPath().utf8_string(), ReplacementFile::Kind::File);
+    target.Stream().write(static_cast<const char*>(bytes.GetOutputStreamBuffer()->GetBufferStart()),
+                          static_cast<std::streamsize>(bytes.GetSize()));
+    target.PutInPlace();
+}
+
+/// Waits for its turn. \return nothing when it doesn't come
+std::optional<FileLock> TakeTurn(const wxFileName& path)
+{
+    const std::string name = path.GetFullPath().utf8_string() + ".lock";
+    for (int i = 0; i < kTries; ++i) {
+        for (const auto open : {FileLock::Open::Existing, FileLock::Open::New}) {
+            if (auto lock = FileLock::Try(name, open))
+                return lock;
+        }
+        wxMilliSleep(kBetweenTries);
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+KeptSettings LoadSettings()
+{
+    return Restore(ReadMap(SettingsPath()));
+}
+
+bool ChangeSettings(const std::function<void(SettingsMap&)>& change)
 {
     const wxLogNull quiet;
     const wxFileName path = SettingsPath();
     if (!wxFileName::Mkdir(path.GetPath(), wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL) && !path.DirExists())
         return false;
-    wxFileConfig file(wxEmptyString, wxEmptyString, path.GetFullPath(), wxEmptyString,
-                      wxCONFIG_USE_LOCAL_FILE | wxCONFIG_USE_NO_ESCAPE_CHARACTERS, wxConvUTF8);
-    file.DisableAutoSave();
-    file.SetExpandEnvVars(false);
-    for (long cookie = 0;;) {
-        wxString group;
-        if (!file.GetFirstGroup(group, cookie))
-            break;
-        file.DeleteGroup(group);
+    const auto turn = TakeTurn(path);
+    if (!turn)
+        return false;
+    SettingsMap stored = ReadMap(path);
+    change(stored);
+    try {
+        WriteMap(path, stored);
+    } catch (const FileError&) {
+        return false;
     }
-    for (const auto& [name, text] : Store(settings))
-        file.Write("/" + wxString::FromUTF8(name), wxString::FromUTF8(text));
-    return file.Flush();
+    return true;
 }
 
 }  // namespace tessara

@@ -2,34 +2,30 @@
 
 #include "app/viewer/viewer.h"
 #include "app/viewer/window/commands/command.h"
+#include "app/viewer/window/pages/page_gap.h"
 #include "app/viewer/window/window_text.h"
-#include "platform/system/number_text.h"
 
 #include <wx/stattext.h>
-#include <wx/textctrl.h>
 
 namespace tessara {
+
+namespace {
+
+constexpr double kHighest = 1e6;  // metres: no height of a file is beyond
+
+}  // namespace
 
 ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : SettingsPage(parent, listener)
 {
     AddGroup("Colours of the heights", SettingGroup::HeightColors);
-    low_ = AddHeight("From", "Height in metres that gets the first colour");
-    high_ = AddHeight("To", "Height in metres that gets the last colour");
-    const auto apply = [this, colors = listener.colors] {
-        if (low_->IsModified() || high_->IsModified())
-            colors(LeadingNumber(low_->GetValue().utf8_string()), LeadingNumber(high_->GetValue().utf8_string()));
-        low_->DiscardEdits();
-        high_->DiscardEdits();
-    };
-    for (wxTextCtrl* each : {low_, high_}) {
-        each->Bind(wxEVT_TEXT_ENTER, [apply](wxCommandEvent&) { apply(); });
-        each->Bind(wxEVT_KILL_FOCUS, [apply](wxFocusEvent& event) {
-            event.Skip();
-            apply();
-        });
-    }
+    AddLimits();
     auto* reset = new wxBoxSizer(wxHORIZONTAL);
-    AddButton(this, *reset, "All Heights", "From the lowest to the highest point of the terrain", listener.resetColors);
+    AddButton(this, *reset, "All Heights", "From the lowest to the highest point of the terrain", [this] {
+        low_->Forget();
+        high_->Forget();
+        Refuse({});
+        Listener().resetColors();
+    });
     Column().Add(reset, wxSizerFlags().Expand());
     AddGroup("Picture on the ground", SettingGroup::GroundPicture);
     auto* import = new wxBoxSizer(wxHORIZONTAL);
@@ -41,30 +37,58 @@ ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : Set
     Finish();
 }
 
-wxTextCtrl* ColorsPage::AddHeight(const std::string& title, const std::string& help)
+void ColorsPage::AddLimits()
 {
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(new wxStaticText(this, wxID_ANY, Wide(title)), wxSizerFlags(1).CenterVertical());
-    auto* field = new wxTextCtrl(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
-                                 wxTE_PROCESS_ENTER | wxTE_RIGHT);
-    field->SetToolTip(Wide(help));
-    field->SetName(Wide(title));
-    row->Add(field, wxSizerFlags(2).CenterVertical());
-    row->Add(new wxStaticText(this, wxID_ANY, "m"), wxSizerFlags().CenterVertical().Border(wxLEFT, FromDIP(6)));
-    Column().Add(row, wxSizerFlags().Expand().Border(wxTOP, FromDIP(6)));
-    return field;
+    const auto add = [this](const char* title, const char* help) {
+        return std::make_unique<NumberField>(
+            this, Column(), NumberField::Look{title, help, "m", -kHighest, kHighest, 1}, [this] { TakeLimits(); });
+    };
+    low_ = add("From", "Height in metres that gets the first colour");
+    high_ = add("To", "Height in metres that gets the last colour");
+    refusal_ = new wxStaticText(this, wxID_ANY, wxEmptyString);
+    refusal_->SetForegroundColour(wxColour(0xC0, 0x1C, 0x28));
+    refusal_->SetName("Refusal");
+    Column().Add(refusal_, wxSizerFlags().Expand().Border(wxTOP, PageGap(this)));
+    refusal_->Hide();
+}
+
+void ColorsPage::TakeLimits()
+{
+    std::string reason;
+    const auto high = high_->Read(reason);
+    const auto low = low_->Read(reason);
+    if (low && high && *low >= *high) {
+        reason = "From must lie below To.";
+        low_->SetRefused(low_->IsChanged());
+        high_->SetRefused(high_->IsChanged());
+    }
+    const bool changed = low_->IsChanged() || high_->IsChanged();
+    Refuse(changed ? reason : std::string());
+    if (!changed || !reason.empty())
+        return;
+    low_->Forget();
+    high_->Forget();
+    Listener().colors(*low, *high);
+}
+
+/// Shows why the limits aren't taken; an empty reason when they are.
+void ColorsPage::Refuse(const std::string& reason)
+{
+    if (refusal_->GetLabel() == Wide(reason))
+        return;
+    const int width = GetClientSize().x - 4 * PageGap(this);
+    refusal_->SetLabel(Wide(reason));
+    refusal_->Wrap(width);
+    refusal_->Show(!reason.empty());
+    SetVirtualSize(GetSizer()->GetMinSize());
+    Layout();
 }
 
 void ColorsPage::ShowState(const Viewer& viewer, bool hasSource)
 {
     Show(viewer.Settings());
-    const auto show = [](wxTextCtrl& field, double value) {
-        const wxString text = Wide(FixedText(value, 1));
-        if (!field.IsModified() && field.GetValue() != text)
-            field.ChangeValue(text);
-    };
-    show(*low_, viewer.Colors().low);
-    show(*high_, viewer.Colors().high);
+    low_->Show(viewer.Colors().low);
+    high_->Show(viewer.Colors().high);
     ControlOf("View/SourceTexture").Enable(hasSource);
 }
 

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "app/viewer/window/pages/number_field.h"
 #include "app/viewer/window/pages/settings_page.h"
 
-class wxTextCtrl;
+#include <memory>
+#include <string>
+
+class wxStaticText;
 
 namespace tessara {
 
@@ -15,10 +19,13 @@ public:
     void ShowState(const Viewer& viewer, bool hasSource);
 
 private:
-    wxTextCtrl* AddHeight(const std::string& title, const std::string& help);
+    void AddLimits();
+    void TakeLimits();
+    void Refuse(const std::string& reason);
 
-    wxTextCtrl* low_;
-    wxTextCtrl* high_;
+    std::unique_ptr<NumberField> low_;
+    std::unique_ptr<NumberField> high_;
+    wxStaticText* refusal_ = nullptr;  // why the limits aren't taken
 };
 
 }  // namespace tessara

@@ -6,7 +6,10 @@
 
 namespace tessara {
 
-NoteBar::NoteBar(wxWindow* parent, std::function<void()> closed) : wxInfoBar(parent), closed_(std::move(closed)) {}
+NoteBar::NoteBar(wxWindow* parent, std::function<void()> closed) : wxInfoBar(parent), closed_(std::move(closed))
+{
+    SetName("Notes");
+}
 
 void NoteBar::Tell(const std::string& text)
 {
@@ -20,8 +23,9 @@ void NoteBar::Dismiss()
 {
     const bool shown = IsShown();
     wxInfoBar::Dismiss();
+    // The toolkit looks for another place for the keyboard first.
     if (shown)
-        closed_();
+        CallAfter(closed_);
 }
 
 }  // namespace tessara
