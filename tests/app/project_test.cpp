@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
 
 namespace tessara {
 namespace {
@@ -135,6 +136,20 @@ TEST_F(Project, GivesItsHeightsBack)
     };
     for (const char* name : {"Heights", "Spacing", "Lowest, highest", "Reference system", "North-west point"})
         EXPECT_EQ(line(after, name), line(before, name));
+
+    // Cells without data are without again, and the others as they were measured.
+    const std::string holes = scratch / "holes.asc";
+    std::ofstream(holes) << "ncols 3\nnrows 3\nxllcorner 0\nyllcorner 0\ncellsize 10\nNODATA_value -9999\n"
+                            "1.5 -9999 3.1\n4.7 3000.3 -9999\n7 8 1000.1\n";
+    Succeed({"project", "create", holes, "-o", scratch / "holes.tessara"});
+    Succeed({"project", "export", scratch / "holes.tessara", "-o", scratch / "holes-back.asc"});
+    std::ifstream back(scratch / "holes-back.asc");
+    for (std::string text; text != "NODATA_value" && back >> text;)
+        continue;
+    std::vector<float> numbers;
+    for (float number = 0.0f; back >> number;)
+        numbers.push_back(number);
+    EXPECT_THAT(numbers, ElementsAre(-9999.0f, 1.5f, -9999.0f, 3.1f, 4.7f, 3000.3f, -9999.0f, 7.0f, 8.0f, 1000.1f));
 }
 
 TEST_F(Project, ALostDetailTextureIsLeftOutAndSaidSo)
