@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
-#include "app/options/terrain_input.h"
+#include "app/input/loaded_terrain.h"
+#include "app/options/terrain_options.h"
 #include "app/options/view_options.h"
 #include "app/output/frame_dump.h"
 #include "app/output/mesh_file.h"
@@ -30,7 +31,7 @@ void Dump(const DumpOptions& options)
     RequireWritable(options.output, options.input.file);
     const auto progress = MakeObject<ConsoleProgress>();
     ViewOptions view = options.view;
-    const LoadedTerrain loaded = LoadTerrain(options.input, view, *progress);
+    const LoadedTerrain loaded = LoadTerrain(options.input, view.aim, *progress);
     const ElevationData& data = loaded.data;
     progress->Show("Building the terrain", 0.0);
     const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));

@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
-#include "app/options/terrain_input.h"
+#include "app/input/loaded_terrain.h"
+#include "app/options/terrain_options.h"
 #include "app/options/view_options.h"
 #include "app/output/frame_dump.h"
 #include "app/output/report.h"
@@ -39,7 +40,7 @@ void Info(const InfoOptions& options)
     ViewOptions view = options.view;
     TerrainInput input = options.input;
     input.reading.exactRange = true;
-    const LoadedTerrain loaded = LoadTerrain(input, view, *progress);
+    const LoadedTerrain loaded = LoadTerrain(input, view.aim, *progress);
     const ElevationData& data = loaded.data;
     PrintFile(options.input, data);
 

@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
-#include "app/options/terrain_input.h"
+#include "app/input/loaded_terrain.h"
+#include "app/options/terrain_options.h"
 #include "app/options/view_options.h"
 #include "app/output/output_check.h"
 #include "app/output/png_file.h"
@@ -84,7 +85,7 @@ void WriteMap(const MapOptions& options)
     RequireWritable(options.output, options.input.file);
     const auto progress = MakeObject<ConsoleProgress>();
     ViewOptions view;
-    const LoadedTerrain loaded = LoadTerrain(options.input, view, *progress);
+    const LoadedTerrain loaded = LoadTerrain(options.input, view.aim, *progress);
     const auto keeper = MakeObject<PictureKeeper>();
     const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(keeper.Get()), ComPtr<IProgressWindow>(progress.Get()));
     const auto palette = loaded.Colours(options.palette, "classic");

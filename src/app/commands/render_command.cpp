@@ -1,6 +1,7 @@
 #include "app/commands/commands.h"
+#include "app/input/loaded_terrain.h"
 #include "app/options/look_options.h"
-#include "app/options/terrain_input.h"
+#include "app/options/terrain_options.h"
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
 #include "app/output/output_check.h"
@@ -78,7 +79,7 @@ void Render(RenderOptions options)
 {
     RequireWritable(options.output, options.input.file);
     const auto progress = MakeObject<ConsoleProgress>();
-    LoadedTerrain loaded = LoadTerrain(options.input, options.view, *progress);
+    LoadedTerrain loaded = LoadTerrain(options.input, options.view.aim, *progress);
     const Look look = LookFor(options, loaded);
     ScanHeights(loaded.data);
     options.textures.color = look.vertexColors;

@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
-#include "app/options/terrain_input.h"
+#include "app/input/loaded_terrain.h"
+#include "app/options/terrain_options.h"
 #include "app/viewer/view_request.h"
 #include "host/module_path.h"
 #include "platform/ui/window_system.h"

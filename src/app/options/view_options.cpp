@@ -116,25 +116,6 @@ void AddViewOptions(CLI::App& command, ViewOptions& view)
         ->option_text("N");
 }
 
-void FillIn(Aim& aim, const Aim& remembered)
-{
-    const auto fill = [](auto& option, const auto& value) {
-        if (!option)
-            option = value;
-    };
-    const bool aimed = aim.camera || aim.target || aim.azimuth || aim.tilt;
-    if (!aimed) {
-        aim.camera = remembered.camera;
-        aim.target = remembered.target;
-    }
-    if (!aimed || !aim.camera) {
-        fill(aim.azimuth, remembered.azimuth);
-        fill(aim.tilt, remembered.tilt);
-    }
-    fill(aim.fieldOfView, remembered.fieldOfView);
-    fill(aim.levelOfDetail, remembered.levelOfDetail);
-}
-
 ComPtr<Camera> MakeCamera(const ViewOptions& view, const ElevationData& data, const HeightSpan& span,
                           const GroundFrame& ground)
 {

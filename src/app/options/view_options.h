@@ -24,10 +24,6 @@ struct ViewOptions {
 /// Adds the options to a command. \param view outlives the command
 void AddViewOptions(CLI::App& command, ViewOptions& view);
 
-/// Takes what nobody asked for from what a project remembers. Who asks for any place or direction of the camera gets
-/// none of the project's places.
-void FillIn(Aim& aim, const Aim& remembered);
-
 /// The camera of the options. \param data,span of the terrain
 ComPtr<Camera> MakeCamera(const ViewOptions& view, const ElevationData& data, const HeightSpan& span,
                           const GroundFrame& ground);

@@ -1,6 +1,7 @@
 #include "app/commands/project/project_commands.h"
+#include "app/input/loaded_terrain.h"
 #include "app/options/look_options.h"
-#include "app/options/terrain_input.h"
+#include "app/options/terrain_options.h"
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
 #include "app/output/output_check.h"
@@ -75,7 +76,7 @@ void Create(CreateOptions options)
     remembered.color = options.textures.color;
     if (remembered.palette.empty())
         remembered.palette = PaletteNames().front();
-    const LoadedTerrain loaded = LoadTerrain(options.input, options.view, *progress);
+    const LoadedTerrain loaded = LoadTerrain(options.input, options.view.aim, *progress);
     const auto palette = MakePalette(remembered.palette);
     const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
     const TerrainSession terrain(loaded.data,

@@ -1,5 +1,5 @@
 #include "app/commands/project/project_commands.h"
-#include "app/options/terrain_input.h"
+#include "app/input/loaded_terrain.h"
 #include "app/output/output_check.h"
 #include "host/elevation/elevation_writer.h"
 #include "host/project/project_terrain.h"

@@ -1,7 +1,7 @@
 #include "app/commands/project/project_commands.h"
+#include "app/input/loaded_terrain.h"
 #include "app/options/look_options.h"
 #include "app/options/number_range.h"
-#include "app/options/terrain_input.h"
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
 #include "app/view/palettes.h"

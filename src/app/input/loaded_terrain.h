@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/view/aim.h"
 #include "app/view/height_span.h"
 #include "app/view/look.h"
 #include "host/elevation/elevation_file.h"
@@ -12,14 +13,9 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
-
 namespace tessara {
 
 class ConsoleProgress;
-struct ViewOptions;
 
 /// Which terrain a command works on.
 struct TerrainInput {
@@ -49,13 +45,9 @@ struct LoadedTerrain {
     const std::vector<float>* SavedElevations() const { return place ? &elevations : nullptr; }
 };
 
-/// Adds FILE and its options to a command. \param input outlives the command
-void AddTerrainInput(CLI::App& command, TerrainInput& input);
-
 /// Reads the file, or makes the sample, and tells the user what had to be done to it.
-/// \param view takes what it leaves open from a project \throws std::runtime_error with one sentence that names the
-/// file
-LoadedTerrain LoadTerrain(const TerrainInput& input, ViewOptions& view, ConsoleProgress& progress);
+/// \param aim gets from a project what it leaves open \throws std::runtime_error with one sentence that names the file
+LoadedTerrain LoadTerrain(const TerrainInput& input, Aim& aim, ConsoleProgress& progress);
 
 /// The terrain of that name in a project, or the first one. \throws std::runtime_error where there is none
 ComPtr<ProjectPlace> OpenElement(const std::string& project, const std::string& element);

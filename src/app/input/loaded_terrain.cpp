@@ -1,67 +1,15 @@
-#include "app/options/terrain_input.h"
+#include "app/input/loaded_terrain.h"
 
-#include "app/options/number_range.h"
-#include "app/options/view_options.h"
 #include "app/view/palettes.h"
 #include "host/console_progress.h"
 #include "host/project/project_file.h"
 #include "host/project/project_terrain.h"
 #include "samples/country/sample_terrain.h"
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
-
-#include <map>
 #include <stdexcept>
 #include <utility>
 
 namespace tessara {
-
-void AddTerrainInput(CLI::App& command, TerrainInput& input)
-{
-    command
-        .add_option("FILE", input.file,
-                    "Elevation file: GeoTIFF, SRTM HGT, ESRI ASCII grid, USGS DEM,\n"
-                    "16-bit PNG and others; /vsistdin/ for the standard input; or\n"
-                    "a project [the built-in sample]")
-        ->option_text(" ");
-    command.add_option("--terrain", input.element, "Which terrain of a project [the first]")->option_text("NAME");
-    const std::map<std::string, ElevationFill> fills{{"lowest", ElevationFill::Lowest},
-                                                     {"smooth", ElevationFill::Smooth}};
-    command
-        .add_option("--fill", input.reading.fill,
-                    "What cells without data get: a surface that runs smoothly from\n"
-                    "their border, or the lowest height [smooth]")
-        ->transform(CLI::CheckedTransformer(fills))
-        ->option_text("smooth|lowest");
-    command.add_option("--spacing", input.reading.spacing, "Metres from one cell to the next [as the file says]")
-        ->check(NumberBetween(1e-6, 1e6))
-        ->option_text("METRES");
-    command.add_option("--no-data", input.reading.noData, "A height that means no data [as the file says]")
-        ->option_text("HEIGHT");
-    command
-        .add_option("--height-unit", input.reading.heightUnit,
-                    "Unit of the file's heights: m, ft, us-ft and others [as the\n"
-                    "file says]")
-        ->option_text("UNIT");
-    command
-        .add_option("--grid", input.reading.grid,
-                    "Which grid of a file that holds several, as a NetCDF file's\n"
-                    "variable [the only one]")
-        ->option_text("NAME");
-    command.add_option("--band", input.reading.band, "Which band of the file, from 1 on [the first]")
-        ->check(NumberBetween(1, 65535))
-        ->option_text("N");
-    command
-        .add_option("--max-cells", input.reading.maximumCells,
-                    "A file of more cells is read at a lower resolution [16785409]")
-        ->check(NumberBetween(4, 1 << 30))
-        ->option_text("N");
-    command.add_option("--exaggeration", input.exaggeration, "Factor on heights; 1 shows true proportions [1]")
-        ->check(NumberBetween(0.001, 1000.0))
-        ->option_text("FACTOR");
-}
 
 namespace {
 
@@ -96,6 +44,27 @@ LoadedTerrain ReadProject(const TerrainInput& input)
     return loaded;
 }
 
+/// Gives an aim what it leaves open from what a project remembers. One that asks for any place or direction of the
+/// camera gets none of the project's places.
+void FillIn(Aim& aim, const Aim& remembered)
+{
+    const auto fill = [](auto& option, const auto& value) {
+        if (!option)
+            option = value;
+    };
+    const bool aimed = aim.camera || aim.target || aim.azimuth || aim.tilt;
+    if (!aimed) {
+        aim.camera = remembered.camera;
+        aim.target = remembered.target;
+    }
+    if (!aimed || !aim.camera) {
+        fill(aim.azimuth, remembered.azimuth);
+        fill(aim.tilt, remembered.tilt);
+    }
+    fill(aim.fieldOfView, remembered.fieldOfView);
+    fill(aim.levelOfDetail, remembered.levelOfDetail);
+}
+
 }  // namespace
 
 ComPtr<ProjectPlace> OpenElement(const std::string& project, const std::string& element)
@@ -109,7 +78,7 @@ ComPtr<ProjectPlace> OpenElement(const std::string& project, const std::string& 
     return place;
 }
 
-LoadedTerrain LoadTerrain(const TerrainInput& input, ViewOptions& view, ConsoleProgress& progress)
+LoadedTerrain LoadTerrain(const TerrainInput& input, Aim& aim, ConsoleProgress& progress)
 {
     LoadedTerrain loaded;
     if (!input.file.empty() && IsProjectFile(input.file)) {
@@ -121,7 +90,7 @@ LoadedTerrain LoadTerrain(const TerrainInput& input, ViewOptions& view, ConsoleP
                               static_cast<double>(loaded.span.highest)};
     }
     loaded.exaggeration = input.exaggeration.value_or(loaded.exaggeration);
-    FillIn(view.aim, AimOf(loaded.view));
+    FillIn(aim, AimOf(loaded.view));
     return loaded;
 }
 

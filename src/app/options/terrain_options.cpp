@@ -1,0 +1,59 @@
+#include "app/options/terrain_options.h"
+
+#include "app/input/loaded_terrain.h"
+#include "app/options/number_range.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <map>
+
+namespace tessara {
+
+void AddTerrainInput(CLI::App& command, TerrainInput& input)
+{
+    command
+        .add_option("FILE", input.file,
+                    "Elevation file: GeoTIFF, SRTM HGT, ESRI ASCII grid, USGS DEM,\n"
+                    "16-bit PNG and others; /vsistdin/ for the standard input; or\n"
+                    "a project [the built-in sample]")
+        ->option_text(" ");
+    command.add_option("--terrain", input.element, "Which terrain of a project [the first]")->option_text("NAME");
+    const std::map<std::string, ElevationFill> fills{{"lowest", ElevationFill::Lowest},
+                                                     {"smooth", ElevationFill::Smooth}};
+    command
+        .add_option("--fill", input.reading.fill,
+                    "What cells without data get: a surface that runs smoothly from\n"
+                    "their border, or the lowest height [smooth]")
+        ->transform(CLI::CheckedTransformer(fills))
+        ->option_text("smooth|lowest");
+    command.add_option("--spacing", input.reading.spacing, "Metres from one cell to the next [as the file says]")
+        ->check(NumberBetween(1e-6, 1e6))
+        ->option_text("METRES");
+    command.add_option("--no-data", input.reading.noData, "A height that means no data [as the file says]")
+        ->option_text("HEIGHT");
+    command
+        .add_option("--height-unit", input.reading.heightUnit,
+                    "Unit of the file's heights: m, ft, us-ft and others [as the\n"
+                    "file says]")
+        ->option_text("UNIT");
+    command
+        .add_option("--grid", input.reading.grid,
+                    "Which grid of a file that holds several, as a NetCDF file's\n"
+                    "variable [the only one]")
+        ->option_text("NAME");
+    command.add_option("--band", input.reading.band, "Which band of the file, from 1 on [the first]")
+        ->check(NumberBetween(1, 65535))
+        ->option_text("N");
+    command
+        .add_option("--max-cells", input.reading.maximumCells,
+                    "A file of more cells is read at a lower resolution [16785409]")
+        ->check(NumberBetween(4, 1 << 30))
+        ->option_text("N");
+    command.add_option("--exaggeration", input.exaggeration, "Factor on heights; 1 shows true proportions [1]")
+        ->check(NumberBetween(0.001, 1000.0))
+        ->option_text("FACTOR");
+}
+
+}  // namespace tessara

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace tessara {
+
+struct TerrainInput;
+
+/// Adds FILE and its options to a command. \param input outlives the command
+void AddTerrainInput(CLI::App& command, TerrainInput& input);
+
+}  // namespace tessara
