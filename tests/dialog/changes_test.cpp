@@ -7,9 +7,7 @@ namespace tessara::test {
 
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 struct Action {
     const char* what;
@@ -180,11 +178,6 @@ TEST_F(DetailDialogTest, TooltipsStandOverNineControlsAndLeadOn)
         EXPECT_EQ(dialog.linkMessage, 0x8100u);
         EXPECT_EQ(dialog.toolTips[0].second, "<h5>Database</h5>\n<hr color=gray><br>Select the database you wish to "
                                              "use. <a msg=\"0\">More...</a>");
-        const char* const words[] = {"wish to use",         "Delete the selected", "terrain texture name",
-                                     "Select the location", "Apply the",           "Show or hide",
-                                     "along the X axe",     "along the Y axe",     "brightness."};
-        for (std::size_t i = 0; i < std::size(words); ++i)
-            EXPECT_THAT(dialog.toolTips[i].second, testing::HasSubstr(words[i]));
         log.clear();
         for (const char* link : {"1", "0", "7", "-1", "see http://tessara.example/help"})
             dialog.ClickLink(link);

@@ -6,8 +6,7 @@ namespace tessara::test {
 
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
+using namespace testing;
 
 constexpr char kReplace[] = "ShowMessage(Tessara, The element already exist!\nDo you want to replace it?, 4)";
 constexpr char kDelete[] = "ShowMessage(Delete, There is not undo for this operation, do you want to proceed?, 4)";

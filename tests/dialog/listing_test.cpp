@@ -7,10 +7,7 @@ namespace tessara::test {
 
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
+using namespace testing;
 
 TEST_F(DetailDialogTest, OpensInOrder)
 {

@@ -7,8 +7,7 @@ namespace tessara::test {
 
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
+using namespace testing;
 
 class LoadingTest : public DetailDialogTest {
 protected:

@@ -39,7 +39,6 @@ public:
     {
         EXPECT_EQ(what, 8);
         EXPECT_EQ(reserved, 0);
-        ++terrain_.redraws;
         terrain_.Draw();
         return S_OK;
     }

@@ -49,7 +49,6 @@ public:
     }
 
     std::vector<std::string> messages;  ///< shown by the progress display
-    int redraws = 0;
 
 private:
     friend class ViewProgress;

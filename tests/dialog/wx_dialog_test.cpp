@@ -1,7 +1,6 @@
 // What a person does in the dialog, from end to end.
 
 #include "dialog/wx_dialog_fixture.h"
-#include "support/fake_parser.h"
 
 #include <wx/checkbox.h>
 #include <wx/listbox.h>
@@ -113,32 +112,6 @@ TEST_F(WxDialogTest, EachChangeShowsOnTheTerrainAndCancelTakesItBack)
     EXPECT_THAT(terrain.messages, testing::IsEmpty());
 }
 
-TEST_F(WxDialogTest, OkKeepsTheElementAndTheNextOpeningFindsIt)
-{
-    EXPECT_EQ(Run([](WxUser& user, wxDialog&) {
-                  user.Pick(kElementList, 3);
-                  user.Click(kApplyButton);
-                  user.Click(IDOK);
-              }),
-              S_OK);
-    const std::string applied = Key();
-    EXPECT_NE(applied, "");
-    const auto picture = terrain.Draw();
-    EXPECT_EQ(Run([&](WxUser& user, wxDialog&) {
-                  wxArrayInt rows;
-                  List().GetSelections(rows);
-                  EXPECT_EQ(rows.size(), 1u);
-                  EXPECT_TRUE(List().IsSelected(3));
-                  user.Pick(kElementList, 1);
-                  user.Click(kApplyButton);
-                  EXPECT_NE(Key(), applied);
-                  EXPECT_NE(terrain.Picture(), picture);
-              }),
-              S_FALSE);
-    EXPECT_EQ(Key(), applied);
-    EXPECT_EQ(terrain.Draw(), picture);
-}
-
 TEST_F(WxDialogTest, ImportsReplacesAndDeletesElements)
 {
     const std::string red = terrain.WriteImage("r\xC3\xB6t.TGA");
@@ -180,37 +153,6 @@ TEST_F(WxDialogTest, ImportsReplacesAndDeletesElements)
     });
     EXPECT_NE(Key(), "");
     EXPECT_THAT(terrain.messages, testing::ElementsAre(testing::HasSubstr("broken.png")));
-}
-
-TEST_F(WxDialogTest, AProjectWhoseElementIsGoneAsksForAnother)
-{
-    const std::string red = terrain.WriteImage("red.tga");
-    CallLog calls;
-    const auto project = MakeObject<FakeParser>(calls);
-    Run([&](WxUser& user, wxDialog&) {
-        ChooseUserDatabase(user);
-        Import(user, red);
-        user.Click(kApplyButton);
-        terrain.Surface().SerializeTextures(project.Get());
-        const WhenAsked yes('y');
-        user.Click(kDeleteButton);
-        WaitFor(user, "the deletion", [] { return List().GetCount() == 0; });
-        user.Click(IDOK);
-    });
-    EXPECT_EQ(terrain.Count(true), 0u);
-    const std::string lost = Key();
-    const WhenModal user([](wxDialog& dialog) {
-        WxUser hands(dialog);
-        EXPECT_EQ(List().GetCount(), 0u);
-        hands.Pick(kDatabaseList, 0);
-        hands.Pick(kElementList, 1);
-        hands.Click(kApplyButton);
-        hands.Click(IDOK);
-    });
-    EXPECT_EQ(terrain.Surface().LoadSerializedTextures(project.Get()), S_FALSE);
-    EXPECT_NE(Key(), lost);
-    EXPECT_THAT(terrain.messages, testing::ElementsAre(testing::HasSubstr(lost)));
-    EXPECT_TRUE(terrain.HasContext());
 }
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include "dialog/wx_dialog_fixture.h"
 #include "host/test_elevation.h"
 #include "host/textures/texture_service.h"
-#include "services/gl_context.h"
-#include "support/fake_image_file.h"
 
 #include <malloc.h>
 #include <wx/frame.h>
@@ -115,16 +113,6 @@ TEST(WxDialogInAProgramOfTheToolkit, LeavesTheCanvasAndItsContextAlone)
     CurrentContext::Clear();
     frame->Destroy();
     wxYield();
-}
-
-TEST_F(WxDialogTest, WithoutAPreviewItSaysSoAndEnds)
-{
-    const auto other = MakeObject<KvoHost>(nullptr, nullptr);  // no context
-    const ServedClass wrong(CLSID_GLContext, other.Get());
-    const WhenAsked read(WXK_RETURN);
-    EXPECT_EQ(terrain.Surface().TextureDetailDlg(), S_FALSE);
-    EXPECT_TRUE(terrain.HasContext());
-    EXPECT_TRUE(wxTopLevelWindows.empty());
 }
 
 TEST_F(WxDialogTest, AHundredOpeningsLeaveNothingBehind)

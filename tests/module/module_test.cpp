@@ -1,15 +1,13 @@
 // The module as a host sees it that knows nothing but its file, its exports and its ids.
 
 #include "platform/com/com_object.h"
-#include "platform/com/module_class.h"
 #include "surface/itessara.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <thread>
-#include <vector>
+#include <cstdio>
+#include <string>
 
 namespace {
 
@@ -34,12 +32,6 @@ protected:
         EXPECT_EQ(getClassObject(CLSID_CoTessara, IID_IClassFactory, factory.OutVoid()), S_OK);
         return factory;
     }
-    static ComPtr<ITessara> Create(const ComPtr<IClassFactory>& factory)
-    {
-        ComPtr<ITessara> surface;
-        EXPECT_EQ(factory->CreateInstance(nullptr, InterfaceId<ITessara>, surface.OutVoid()), S_OK);
-        return surface;
-    }
 
     void* module;
     HRESULT (*getClassObject)(REFCLSID, REFIID, void**);
@@ -63,33 +55,6 @@ TEST_F(ModuleTest, ServesOneClass)
     EXPECT_EQ(getClassObject(CLSID_CoTessara, kUnknownId, &out), E_NOINTERFACE);
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(Factory().Get(), Factory().Get());  // made once
-}
-
-TEST_F(ModuleTest, StaysLoadedWhileSomethingOfItIsHeld)
-{
-    EXPECT_EQ(canUnloadNow(), S_OK);
-    auto factory = Factory();
-    EXPECT_EQ(canUnloadNow(), S_FALSE);
-    auto surface = Create(factory);
-    factory = nullptr;
-    EXPECT_EQ(canUnloadNow(), S_FALSE);
-    surface = nullptr;
-    EXPECT_EQ(canUnloadNow(), S_OK);
-    Factory()->LockServer(1);
-    EXPECT_EQ(canUnloadNow(), S_FALSE);
-    Factory()->LockServer(0);
-}
-
-TEST_F(ModuleTest, MakesANewObjectEachTime)
-{
-    const auto factory = Factory();
-    const auto first = Create(factory);
-    const auto second = Create(factory);
-    EXPECT_NE(first.Get(), second.Get());
-    EXPECT_EQ(first->AddRef(), 2u);
-    EXPECT_EQ(first->Release(), 1u);
-    EXPECT_TRUE(first.As<IUnknown>());
-    EXPECT_FALSE(first.As<IClassFactory>());
 }
 
 TEST_F(ModuleTest, RefusesWhatItCannotMake)
@@ -127,31 +92,6 @@ TEST_F(ModuleTest, InAnAggregateTheOuterObjectControls)
     outer->Release();
 }
 
-TEST_F(ModuleTest, GivesThreadsThatAskAtOnceTheSameFactory)
-{
-    std::atomic<int> ready{0};
-    std::vector<void*> found(8);
-    std::vector<std::thread> threads;
-    for (void*& out : found) {
-        threads.emplace_back([&] {
-            ++ready;
-            while (ready < 8)
-                std::this_thread::yield();
-            getClassObject(CLSID_CoTessara, IID_IClassFactory, &out);
-            for (int i = 0; i < 1000; ++i) {
-                ComPtr<ITessara> surface;
-                static_cast<IClassFactory*>(out)->CreateInstance(nullptr, InterfaceId<ITessara>, surface.OutVoid());
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    for (void* out : found) {
-        EXPECT_EQ(out, found[0]);
-        static_cast<IClassFactory*>(out)->Release();
-    }
-}
-
 TEST_F(ModuleTest, ExportsFourFunctionsAndNothingElse)
 {
     for (const char* name : {"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"})
@@ -162,17 +102,6 @@ TEST_F(ModuleTest, ExportsFourFunctionsAndNothingElse)
     ASSERT_EQ(std::fscanf(pipe, "%d", &count), 1);
     pclose(pipe);
     EXPECT_EQ(count, 4);
-}
-
-TEST_F(ModuleTest, IsFoundThroughTheClassTable)
-{
-    ASSERT_EQ(tessara::RegisterModuleClass(CLSID_CoTessara, TESSARA_MODULE_PATH), S_OK);
-    ComPtr<ITessara> surface;
-    ASSERT_EQ(
-        CoCreateInstance(CLSID_CoTessara, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<ITessara>, surface.OutVoid()),
-        S_OK);
-    EXPECT_EQ(surface->InitServer(), S_OK);
-    EXPECT_EQ(surface->StopServer(), S_OK);
 }
 
 }  // namespace

@@ -11,10 +11,8 @@
 
 namespace {
 
-using tessara::test::MessageCapture;
-using tessara::test::RecordingGl;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace tessara::test;
+using namespace testing;
 
 constexpr unsigned char kPixels[4 * 4 * 4] = {1, 2, 3};
 
@@ -187,25 +185,6 @@ TEST_F(TextureRegistry, BindingAnIdThatIsNotRegisteredMakesNoCall)
     EXPECT_TRUE(textures_.DisableTexture());
     EXPECT_THAT(gl_.log,
                 ElementsAre("glEnable(GL_TEXTURE_2D)", "glBindTexture(GL_TEXTURE_2D, 1)", "glDisable(GL_TEXTURE_2D)"));
-}
-
-TEST_F(TextureRegistry, SwappingSettingsTwiceRestoresBothSides)
-{
-    std::int32_t min = GL_NEAREST;
-    std::int32_t mag = GL_NEAREST;
-    textures_.SwapTextureFilters(&min, &mag);
-    EXPECT_EQ(min, GL_LINEAR_MIPMAP_LINEAR);
-    EXPECT_EQ(mag, GL_LINEAR);
-    EXPECT_EQ(textures_.minFilter, GL_NEAREST);
-    textures_.SwapTextureFilters(&min, &mag);
-    EXPECT_EQ(textures_.minFilter, GL_LINEAR_MIPMAP_LINEAR);
-    EXPECT_EQ(mag, GL_NEAREST);
-    std::int32_t s = GL_CLAMP;
-    std::int32_t t = GL_CLAMP_TO_EDGE;
-    textures_.SwapTextureWraps(&s, &t);
-    EXPECT_EQ(textures_.wrapS, GL_CLAMP);
-    EXPECT_EQ(textures_.wrapT, GL_CLAMP_TO_EDGE);
-    EXPECT_EQ(s, GL_REPEAT);
 }
 
 TEST(TextureUnits, AreFetchedOnceAndSwitchedOffTogether)

@@ -8,11 +8,8 @@
 
 namespace {
 
-using tessara::test::MessageCapture;
-using tessara::test::RecordingGl;
-using testing::ElementsAre;
-using testing::ElementsAreArray;
-using testing::IsEmpty;
+using namespace tessara::test;
+using namespace testing;
 
 using Lines = std::vector<std::string>;
 
@@ -92,13 +89,6 @@ TEST_F(TextureUpload, TheRecordFormSetsEnvironmentFiltersAndWrapsBeforeItBuilds)
     }
 }
 
-TEST_F(TextureUpload, TheDirectFormSetsItsFiltersBeforeTheBind)
-{
-    EXPECT_TRUE(Direct(24));
-    EXPECT_EQ(id_, 1u);
-    EXPECT_THAT(gl_.log, ElementsAreArray(Joined({DirectSettings(), Build("3, 2, 1, GL_BGR_EXT")})));
-}
-
 TEST_F(TextureUpload, AnisotropyIsTheDriversMaximumAndOnlySetWhenItIsOn)
 {
     textures_.useAnisotropy = true;
@@ -117,6 +107,8 @@ TEST_F(TextureUpload, TheSettingsOfThisMomentAreTheOnesApplied)
     std::int32_t t = GL_CLAMP_TO_EDGE;
     textures_.SwapTextureFilters(&min, &mag);
     textures_.SwapTextureWraps(&s, &t);
+    EXPECT_EQ(std::tuple(min, mag, s, t), std::tuple(GL_LINEAR_MIPMAP_LINEAR, GL_LINEAR, GL_REPEAT, GL_REPEAT))
+        << "the former ones";
     EXPECT_TRUE(Record(8));
     EXPECT_THAT(gl_.log,
                 testing::IsSupersetOf({"glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST)",
@@ -233,18 +225,14 @@ TEST_F(TextureInfo, DescribesTheBoundTextureWithoutBindingIt)
     EXPECT_STREQ(name_, "name");
     EXPECT_EQ(std::memcmp(read_, pixels_, 6), 0);
     std::free(read_);
+    std::strcpy(name_, "untouched");
     EXPECT_THAT(gl_.Calls({"glGetIntegerv", "glPixelStorei"}),
                 ElementsAre("glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH)",
                             "glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT)",
                             "glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_COMPONENTS)",
                             "glGetTexImage(GL_TEXTURE_2D, 0, GL_BGR_EXT, GL_UNSIGNED_BYTE, data)"));
-}
-
-TEST_F(TextureInfo, OfTheIdZeroCopiesNoName)
-{
     EXPECT_TRUE(textures_.GetTextureInfo(0, nullptr, nullptr, &bits_, name_, nullptr));
-    EXPECT_EQ(bits_, 24);
-    EXPECT_STREQ(name_, "untouched");
+    EXPECT_STREQ(name_, "untouched") << "the id 0 has no name";
 }
 
 TEST_F(TextureInfo, OfAnUnregisteredIdLeavesEveryOutputAlone)

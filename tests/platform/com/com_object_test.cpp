@@ -22,7 +22,7 @@ constexpr GUID kUnknownId = {9, 9, 9, {9}};
 
 class Twofold : public ComObject<IFirst, ISecond> {
 public:
-    explicit Twofold(int& alive, IUnknown* outer = nullptr) : ComObject(outer), alive_(alive) { ++alive_; }
+    explicit Twofold(int& alive) : alive_(alive) { ++alive_; }
     LONG STDMETHODCALLTYPE First() override { return 1; }
     LONG STDMETHODCALLTYPE Second() override { return 2; }
 
@@ -32,25 +32,6 @@ protected:
 private:
     int& alive_;
 };
-
-/// Aggregates a Twofold and answers for its own interface through it.
-class Shell : public ComObject<IFirst> {
-public:
-    explicit Shell(int& alive) { inner = ComPtr<IUnknown>((new Twofold(alive, static_cast<IFirst*>(this)))->Inner()); }
-    LONG STDMETHODCALLTYPE First() override { return 10; }
-    ComPtr<IUnknown> inner;
-};
-
-TEST(ComObject, LivesUntilTheLastReferenceGoes)
-{
-    int alive = 0;
-    auto object = MakeObject<Twofold>(alive);
-    EXPECT_EQ(object->AddRef(), 2u);
-    EXPECT_EQ(object->Release(), 1u);
-    EXPECT_EQ(alive, 1);
-    object = nullptr;
-    EXPECT_EQ(alive, 0);
-}
 
 TEST(ComObject, AnswersForEachInterfaceOfItsListWithOneIdentity)
 {
@@ -83,20 +64,6 @@ TEST(ComObject, HandOutDeletesAnObjectThatLacksTheInterface)
     EXPECT_EQ(alive, 1);
     EXPECT_EQ(static_cast<ISecond*>(out)->Release(), 0u);
     EXPECT_EQ(alive, 0);
-}
-
-TEST(ComObject, InAnAggregateTheOuterObjectCountsAndAnswers)
-{
-    int alive = 0;
-    auto shell = MakeObject<Shell>(alive);
-    const auto second = shell->inner.As<ISecond>();
-    ASSERT_TRUE(second);
-    EXPECT_EQ(shell->AddRef(), 3u);  // one of them is the reference in `second`
-    shell->Release();
-    EXPECT_EQ(second.As<IFirst>()->First(), 10);  // the outer object's
-    void* out = nullptr;
-    EXPECT_EQ(second->QueryInterface(InterfaceId<ISecond>, &out), E_NOINTERFACE);  // the shell's list decides
-    EXPECT_NE(shell->inner.Get(), static_cast<IUnknown*>(second.Get()));
 }
 
 TEST(Guard, TurnsExceptionsIntoResultCodes)

@@ -11,9 +11,8 @@
 
 namespace {
 
-using tessara::ReadModuleResource;
-using tessara::ReadVersionRecord;
-using tessara::test::RegistrySandbox;
+using namespace tessara;
+using namespace tessara::test;
 
 TESSARA_RESOURCE("TEXT", "7") constexpr char kText[] = "carried by this program";
 TESSARA_RESOURCE("VERSION", "1")

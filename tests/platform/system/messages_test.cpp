@@ -6,10 +6,8 @@
 
 namespace {
 
-using tessara::NullWindowSystem;
-using tessara::SetWindowSystem;
-using tessara::WindowSystem;
-using tessara::test::MessageCapture;
+using namespace tessara;
+using namespace tessara::test;
 
 TEST(Messages, GoToTheSinkInPlaceAndThenToTheOneBefore)
 {

@@ -10,16 +10,9 @@
 
 namespace {
 
-using tessara::FileError;
-using tessara::ReplacementFile;
-using tessara::ReplacementStream;
-using tessara::test::AsOrdinaryUser;
-using tessara::test::FullDisk;
-using tessara::test::ReadBytes;
-using tessara::test::StatusOfChild;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::UnorderedElementsAre;
+using namespace tessara;
+using namespace tessara::test;
+using namespace testing;
 using Kind = ReplacementFile::Kind;
 namespace fs = std::filesystem;
 

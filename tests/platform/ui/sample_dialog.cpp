@@ -116,7 +116,6 @@ void SampleDialog::OnPaint()
 {
     CDialog::OnPaint();
     Note("paint");
-    whenPainted(*this);
 }
 
 void SampleDialog::OnDestroy()

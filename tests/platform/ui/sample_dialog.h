@@ -44,7 +44,6 @@ public:
     std::function<void(SampleDialog&)> atEnd = [](SampleDialog&) {};  ///< in OnDestroy
 
     std::function<void(SampleDialog&)> whenStepped = [](SampleDialog&) {};
-    std::function<void(SampleDialog&)> whenPainted = [](SampleDialog&) {};
 
     CEdit number;
     CEdit plain;

@@ -1,7 +1,5 @@
 #include "platform/system/number_text.h"
 #include "platform/ui/cclient_dc.h"
-#include "platform/ui/cfile_dialog.h"
-#include "platform/ui/cxt_hyper_link.h"
 #include "platform/ui/registered_message.h"
 #include "platform/ui/resource_table.h"
 #include "platform/ui/sample_dialog.h"
@@ -17,8 +15,7 @@ namespace tessara::test {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::Pair;
+using namespace testing;
 
 class UiClasses : public testing::Test {
 protected:
@@ -47,39 +44,6 @@ TEST_F(UiClasses, AControlWithoutAWindowDoesNothing)
     EXPECT_EQ(CDialog(12345).DoModal(), -1);
 }
 
-TEST_F(UiClasses, AnUnknownControlDoesNothing)
-{
-    system_.user = [&](ScriptedDialog&) {
-        CWnd* unknown = dialog_.GetDlgItem(4711);
-        unknown->SetWindowText("text");
-        EXPECT_EQ(unknown->GetWindowText(), "");
-        EXPECT_EQ(unknown->IsWindowEnabled(), FALSE);
-        EXPECT_EQ(dialog_.GetDlgItem(kNumber), &dialog_.number);
-    };
-    EXPECT_EQ(dialog_.DoModal(), IDCANCEL);
-}
-
-TEST_F(UiClasses, AFileDialogHandsItsSettingsOn)
-{
-    system_.files = {std::nullopt, "/pictures/a.png"};
-    CWnd parent;
-    int window = 0;
-    parent.Attach(&window);
-    CFileDialog dialog(TRUE, "*.*", nullptr, 6, "JPEG Files (*.jpg)|*.jpg|More Files... (*.*)|*.*|", &parent);
-    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
-    EXPECT_EQ(dialog.GetPathName(), "");
-    EXPECT_EQ(dialog.DoModal(), IDOK);
-    EXPECT_EQ(dialog.GetPathName(), "/pictures/a.png");
-    const FileQuestion& question = system_.lastQuestion;
-    EXPECT_TRUE(question.open);
-    EXPECT_TRUE(question.confirmOverwrite);
-    EXPECT_EQ(question.extension, "*.*");
-    ASSERT_EQ(question.filters.size(), 2u);
-    EXPECT_EQ(question.filters[1].name, "More Files... (*.*)");
-    EXPECT_EQ(question.filters[1].patterns, "*.*");
-    EXPECT_EQ(system_.lastParent, &window);
-}
-
 TEST_F(UiClasses, MessagesOfTheSystemAreShownByTheWindowSystem)
 {
     ShowMessageBox("No such extension", "OpenGL");
@@ -87,58 +51,6 @@ TEST_F(UiClasses, MessagesOfTheSystemAreShownByTheWindowSystem)
     MessageCapture capture;
     ShowMessageBox("to the handler");
     EXPECT_EQ(log_.size(), 1u);
-}
-
-TEST_F(UiClasses, IconsAreCutFromAStripAndOutliveIt)
-{
-    HICON icon;
-    {
-        CBitmap strip;
-        EXPECT_EQ(strip.LoadBitmap(1), FALSE);
-        ASSERT_EQ(strip.LoadBitmap(kSampleStrip), TRUE);
-        CImageList list;
-        ASSERT_EQ(list.Create(16, 16, ILC_COLOR24 | ILC_MASK, 4, 1), TRUE);
-        EXPECT_EQ(list.Add(&strip, RGB(236, 233, 216)), 0);
-        ASSERT_EQ(list.GetImageCount(), 2);
-        EXPECT_EQ(list.ExtractIcon(0)->At(3, 3)[3], 0);
-        EXPECT_EQ(list.ExtractIcon(2), nullptr);
-        icon = list.ExtractIcon(1);
-    }
-    EXPECT_THAT(std::vector<int>(icon->At(15, 15), icon->At(15, 15) + 4), ElementsAre(200, 0, 0, 255));
-    system_.user = [&](ScriptedDialog& window) {
-        dialog_.button.SetIcon({20, 8}, icon);
-        EXPECT_EQ(window.images[kButton].width, 20);
-        EXPECT_EQ(window.images[kButton].At(15, 7)[0], 200);
-        EXPECT_EQ(window.images[kButton].At(16, 7)[3], 0);
-    };
-    dialog_.DoModal();
-}
-
-TEST_F(UiClasses, TooltipsGetTheirTextsAndLinksTheirMessage)
-{
-    system_.user = [&](ScriptedDialog& window) {
-        ASSERT_EQ(window.toolTips.size(), 1u);
-        EXPECT_EQ(window.toolTips[0].first, kNumber);
-        EXPECT_EQ(window.toolTips[0].second.substr(0, 15), "<h5>Number</h5>");
-        dialog_.toolTip.ShowHelpTooltip("long text");
-        EXPECT_THAT(window.helps, ElementsAre("long text"));
-        window.ClickLink("1");
-        window.Press('A');
-        EXPECT_EQ(window.relayed.back().wParam, static_cast<WPARAM>('A'));
-    };
-    dialog_.DoModal();
-    EXPECT_EQ(dialog_.events[2], "link 1");
-    EXPECT_EQ(CXTHyperLink::GotoURL("http://example.org", 5), TRUE);
-    EXPECT_EQ(log_.back(), "OpenAddress(http://example.org)");
-
-    SampleDialog bare;
-    system_.prepare = [](ScriptedDialog& window) { window.hasToolTips = false; };
-    system_.user = [&bare](ScriptedDialog& window) {
-        EXPECT_FALSE(bare.hasToolTip);
-        bare.toolTip.ShowHelpTooltip("text");
-        EXPECT_TRUE(window.helps.empty());
-    };
-    bare.DoModal();
 }
 
 TEST_F(UiClasses, ASpinStepKeepsToItsRangeAndNeverGoesAgainstItsArrow)

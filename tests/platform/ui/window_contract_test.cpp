@@ -4,7 +4,6 @@
 #include "platform/ui/wx_user.h"
 
 #include <gmock/gmock.h>
-#include <wx/defs.h>
 #include <wx/dialog.h>
 
 #include <utility>
@@ -13,9 +12,7 @@ namespace tessara::test {
 
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::Not;
+using namespace testing;
 
 class DialogContract : public testing::Test {
 protected:
@@ -64,29 +61,6 @@ TEST_F(DialogContract, IsNeverShownWhenItEndsAtItsStart)
     EXPECT_EQ(Run([](WxUser&) { FAIL() << "the dialog was shown"; }), 17);
     EXPECT_FALSE(painted_);
     EXPECT_THAT(dialog_.events, ElementsAre("created", "destroy"));
-}
-
-TEST_F(DialogContract, StartsAsTheTemplateSays)
-{
-    dialog_.atStart = [](SampleDialog& dialog) {
-        EXPECT_EQ(dialog.GetWindowText(), "Sample");
-        EXPECT_EQ(dialog.GetDlgItem(kCheck)->GetWindowText(), "Show");
-        EXPECT_EQ(dialog.button.GetWindowText(), "Import");
-        EXPECT_EQ(dialog.GetDlgItem(kLabel)->GetWindowText(), "Name");
-        EXPECT_EQ(dialog.choice.GetCount(), 2);
-        EXPECT_EQ(dialog.choice.GetLBText(1), "High");
-        EXPECT_EQ(dialog.choice.GetCurSel(), -1);
-        EXPECT_EQ(dialog.list.GetCount(), 0);
-        EXPECT_EQ(dialog.list.GetCurSel(), -1);
-        EXPECT_EQ(dialog.IsDlgButtonChecked(kCheck), FALSE);
-        EXPECT_EQ(dialog.number.GetModify(), FALSE);
-        EXPECT_EQ(dialog.button.IsWindowEnabled(), TRUE);
-        RECT viewport{};
-        dialog.GetDlgItem(kViewport)->GetWindowRect(&viewport);
-        EXPECT_GT(viewport.right - viewport.left, 40);
-        EXPECT_GT(viewport.bottom - viewport.top, 40);
-    };
-    Run([](WxUser&) {});
 }
 
 TEST_F(DialogContract, TakesValuesFromTheProgramWithoutNotice)
@@ -159,22 +133,6 @@ TEST_F(DialogContract, AnEditFieldTellsWhenItIsLeft)
     EXPECT_THAT(Heard(), ElementsAre("number left", "number left"));
 }
 
-TEST_F(DialogContract, AKeyCanBeTakenBeforeAControlGetsIt)
-{
-    dialog_.takesReturn = true;
-    int focused = 0;
-    EXPECT_EQ(Run([&](WxUser& user) {
-                  user.Type(kNumber, "2");
-                  user.Press(VK_RETURN);
-                  user.Rest();
-                  focused = dialog_.GetFocus() ? dialog_.GetFocus()->GetDlgCtrlID() : -1;
-                  user.Press(VK_ESCAPE);
-              }),
-              IDCANCEL);
-    EXPECT_EQ(focused, kPlainEdit);
-    EXPECT_THAT(Heard(), ElementsAre("number left"));
-}
-
 TEST_F(DialogContract, AListGoesToTheNameOfALetterAndLeavesReturnToTheDialog)
 {
     dialog_.takesReturn = true;
@@ -214,19 +172,6 @@ TEST_F(DialogContract, TheTabKeySkipsDisabledControlsAndComesRound)
     EXPECT_THAT(order, ElementsAre(kPlainEdit, kChoice, kList, kButton, IDOK, IDCANCEL, kCheck));
 }
 
-TEST_F(DialogContract, SpinArrowsStepTheirBuddyAndTellTheDialog)
-{
-    dialog_.atStart = [](SampleDialog& dialog) { dialog.number.SetWindowText("2.50"); };
-    Run([](WxUser& user) {
-        user.StepUp(kSpin);
-        user.StepDown(kSpin);
-        user.StepDown(kSpin);
-        user.StepDown(kSpin);
-    });
-    EXPECT_THAT(Heard(), ElementsAre("stepped 303 to 3.50", "stepped 303 to 2.50", "stepped 303 to 1.50",
-                                     "stepped 303 to 1.00"));
-}
-
 TEST_F(DialogContract, APostedMessageComesAfterTheRunningEvent)
 {
     dialog_.atStart = [](SampleDialog& dialog) {
@@ -246,16 +191,6 @@ TEST_F(DialogContract, AFailureInAHandlerEndsTheDialogAndReachesTheCaller)
     EXPECT_THROW(Run([](WxUser& user) { user.Click(kButton); }), std::runtime_error);
     std::erase(dialog_.events, "paint");
     EXPECT_EQ(dialog_.events.back(), "destroy");
-}
-
-TEST_F(DialogContract, QuestionsAreAnsweredByTheUser)
-{
-    for (const auto& [key, answer] : {std::pair<int, int>('y', IDYES), {'n', IDNO}}) {
-        const WhenAsked asked(key);
-        EXPECT_EQ(AfxGetMainWnd()->MessageBox("Replace it?", "Import", MB_YESNO), answer);
-    }
-    const WhenAsked read(WXK_RETURN);
-    EXPECT_EQ(AfxGetMainWnd()->MessageBox("Enter a name"), IDOK);
 }
 
 }  // namespace

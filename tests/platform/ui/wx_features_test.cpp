@@ -1,8 +1,3 @@
-#include "platform/gl/current_context.h"
-#include "platform/gl/gl.h"
-#include "platform/gl/offscreen_context.h"
-#include "platform/ui/cclient_dc.h"
-#include "platform/ui/device_context.h"
 #include "platform/ui/sample_dialog.h"
 #include "platform/ui/window_system.h"
 #include "platform/ui/wx/tool_tip_markup.h"
@@ -24,8 +19,7 @@ namespace tessara::test {
 
 namespace {
 
-using testing::Contains;
-using testing::HasSubstr;
+using namespace testing;
 
 class WxFeatures : public testing::Test {
 protected:
@@ -43,13 +37,6 @@ protected:
     SampleDialog dialog_;
 };
 
-std::array<int, 3> MiddlePixel(const DeviceContext& device)
-{
-    unsigned char pixel[3] = {};
-    glReadPixels(device.Width() / 2, device.Height() / 2, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, pixel);
-    return {pixel[0], pixel[1], pixel[2]};
-}
-
 std::array<int, 3> ScreenPixel(const RECT& rect)
 {
     GdkPixbuf* shot = gdk_pixbuf_get_from_window(gdk_get_default_root_window(), (rect.left + rect.right) / 2,
@@ -63,60 +50,6 @@ std::array<int, 3> ScreenPixel(const RECT& rect)
 TEST_F(WxFeatures, StartingTheToolkitLeavesTheHostsLocaleAlone)
 {
     EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
-}
-
-TEST_F(WxFeatures, AViewportDrawsBesideTheHostsContextAndGivesItBack)
-{
-    OffscreenContext host;
-    const CurrentContext hosts = CurrentContext::Take();
-    ASSERT_TRUE(hosts);
-    DeviceContext* device = nullptr;
-    int paints = 0;
-    dialog_.atStart = [&](SampleDialog& dialog) {
-        device = CClientDC(dialog.GetDlgItem(kViewport)).GetSafeHdc();
-        ASSERT_NE(device, nullptr);
-        EXPECT_EQ(CClientDC(dialog.GetDlgItem(kNumber)).GetSafeHdc(), nullptr);
-        EXPECT_FALSE(device->MakeCurrent());
-        ASSERT_TRUE(device->CreateGl());
-        EXPECT_FALSE(device->CreateGl());
-        ASSERT_TRUE(device->MakeCurrent());
-        EXPECT_FALSE(CurrentContext::Take() == hosts);
-        EXPECT_NE(glGetString(GL_VERSION), nullptr);
-        device->ReleaseCurrent();
-        EXPECT_TRUE(CurrentContext::Take() == hosts);
-    };
-    dialog_.whenPainted = [&](SampleDialog&) {
-        ++paints;
-        EXPECT_TRUE(CurrentContext::Take() == hosts);
-        ASSERT_TRUE(device->MakeCurrent());
-        glViewport(0, 0, device->Width(), device->Height());
-        glClearColor(0.0f, 1.0f, 0.0f, 1.0f);
-        glClear(GL_COLOR_BUFFER_BIT);
-        EXPECT_EQ(MiddlePixel(*device), (std::array<int, 3>{0, 255, 0}));
-        device->ReleaseCurrent();
-        device->SwapBuffers();
-        EXPECT_TRUE(CurrentContext::Take() == hosts);
-    };
-    dialog_.atEnd = [&](SampleDialog&) {
-        EXPECT_TRUE(CurrentContext::Take() == hosts);
-        ASSERT_TRUE(device->MakeCurrent());
-        device->DestroyGl();
-        EXPECT_TRUE(CurrentContext::Take() == hosts);
-    };
-    RECT rect{};
-    std::array<int, 3> seen{};
-    Run([&](WxUser& user) {
-        dialog_.GetDlgItem(kViewport)->GetWindowRect(&rect);
-        user.Rest();
-        seen = ScreenPixel(rect);
-        EXPECT_EQ(rect.right - rect.left, device->Width());
-        CurrentContext::Clear();  // as another window of the program may leave it
-        dialog_.Invalidate();
-        user.Wait(100);
-        EXPECT_GE(paints, 2);
-    });
-    EXPECT_EQ(seen, (std::array<int, 3>{0, 255, 0}));
-    EXPECT_TRUE(CurrentContext::Take() == hosts);
 }
 
 wxPopupWindow* FindTip()

@@ -10,14 +10,8 @@
 
 namespace {
 
-using tessara::GuidText;
-using tessara::ParseGuid;
-using tessara::ReadRegistryText;
-using tessara::RegistryData;
-using tessara::RegistryError;
-using tessara::WriteRegistryText;
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace tessara;
+using namespace testing;
 
 TEST(GuidText, GoesThereAndBack)
 {

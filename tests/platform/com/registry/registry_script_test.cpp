@@ -7,13 +7,8 @@
 
 namespace {
 
-using tessara::RegistryData;
-using tessara::RegistryError;
-using tessara::RunRegistryScript;
-using tessara::ScriptAction;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
+using namespace tessara;
+using namespace testing;
 
 constexpr char kScript[] = R"(
 HKCR

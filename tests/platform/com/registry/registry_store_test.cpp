@@ -15,14 +15,8 @@
 
 namespace {
 
-using tessara::ReadRegistryStore;
-using tessara::RegistryData;
-using tessara::RegistryError;
-using tessara::RegistryScope;
-using tessara::RegistryStore;
-using tessara::RegistryWriter;
-using tessara::WritableRegistryStore;
-using tessara::test::RegistrySandbox;
+using namespace tessara;
+using namespace tessara::test;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
