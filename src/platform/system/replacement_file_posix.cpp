@@ -1,5 +1,6 @@
 #include "platform/system/replacement_file.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -9,6 +10,7 @@
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <string_view>
 #include <system_error>
@@ -102,13 +104,15 @@ std::string ReasonOfFolder(const fs::path& folder, int error)
 /// Takes away what killed processes left: versions that nobody holds the lock of.
 void CleanUp(const fs::path& folder)
 {
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
+    // The library's own walk through a folder ends the process where memory is short.
+    const std::unique_ptr<DIR, int (*)(DIR*)> open(opendir(folder.c_str()), closedir);
+    for (const dirent* entry = nullptr; open && (entry = readdir(open.get()));) {
+        const std::string_view name = entry->d_name;
         if (!name.starts_with(kPrefix) || !name.ends_with(kSuffix))
             continue;
-        if (FileLock::Try(entry->path().string(), FileLock::Open::Existing))
-            unlink(entry->path().c_str());
+        const std::string path = (folder / name).string();
+        if (FileLock::Try(path, FileLock::Open::Existing))
+            unlink(path.c_str());
     }
 }
 
