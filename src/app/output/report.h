@@ -11,7 +11,7 @@ std::string NumberText(double value, int decimals);
 
 std::string MebibytesText(double bytes);
 
-/// Prints a line of a report: a name, and what there is to say in a column of its own.
+/// Prints a line of a report: a name, and its text in a second column.
 void Line(const char* name, const std::string& text);
 
 /// Prints size, spacing, extent and range of a grid of heights.

@@ -29,7 +29,7 @@ Aim AimOf(const ProjectView& view);
 /// Remembers what is set of an aim.
 void Remember(const Aim& aim, ProjectView& view);
 
-/// Where nobody says anything.
+/// The defaults.
 inline constexpr double kAzimuth = 24.0;
 inline constexpr double kTilt = 30.0;
 inline constexpr double kFieldOfView = 36.0;
@@ -62,7 +62,7 @@ double LevelOfDetailFor(double fieldOfView, int width, double pixels);
 /// Compass direction that a camera looks in, in degrees.
 double AzimuthOf(const Camera& camera);
 
-/// Compass direction and height of the sun for a camera where nobody says anything: on its left.
+/// Default compass direction and height of the sun for a camera: on its left.
 std::pair<double, double> SunBeside(double azimuth);
 
 }  // namespace tessara

@@ -16,7 +16,7 @@ struct Outline {
     /// What a picture of the whole terrain must show: a selection of its surface, and the corners of its base.
     std::vector<Vector3> points;
 
-    Vector3 middle;     ///< what a camera looks at where nobody says anything
+    Vector3 middle;     ///< what a camera looks at by default
     double size = 0.0;  ///< the terrain's longest extent
 };
 

@@ -13,7 +13,7 @@ public:
     /// \return -1 when no row is selected
     int GetCurSel() const;
 
-    /// Tells nobody. \param row -1 for none
+    /// Sends no notification. \param row -1 for none
     void SetCurSel(int row);
 
     /// \return empty for a row that isn't there

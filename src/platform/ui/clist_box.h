@@ -18,6 +18,6 @@ public:
     /// The selected rows in ascending order. \param limit the most that are wanted
     std::vector<int> GetSelItems(int limit) const;
 
-    /// Tells nobody. A row that is selected gets the focus where no row has it.
+    /// Sends no notification. A row that is selected gets the focus where no row has it.
     void SetSel(int row, BOOL select = TRUE);
 };

@@ -23,7 +23,7 @@ struct LightConditions {
     bool operator==(const LightConditions&) const = default;
 };
 
-/// Works out light maps on a thread of its own, one after the other, so that the picture doesn't wait for them. Of the
+/// Computes light maps on its own thread, one after the other, so that the picture doesn't wait for them. Of the
 /// orders that come in meanwhile only the last one counts.
 class BackgroundLight {
 public:

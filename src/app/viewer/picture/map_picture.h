@@ -26,7 +26,7 @@ public:
     void MakeStale();
 
     /// Milliseconds after which the map is to be drawn again because it is stale: one that takes long to renew waits
-    /// until nobody has changed anything for a while. \return 0 where it shows heights and colours as they are
+    /// until nothing has changed for a while. \return 0 where it shows heights and colours as they are
     int Delay() const;
 
     /// Draws into a viewport of its own over the whole canvas, after renewing the map where that is due.

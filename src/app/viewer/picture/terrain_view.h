@@ -70,7 +70,7 @@ public:
 
     const FrameFigures& Figures() const noexcept { return figures_; }
 
-    /// Puts the source picture on or off, as far as there is one.
+    /// Shows or hides the source picture, if there is one.
     void UseSource(bool use);
 
 private:

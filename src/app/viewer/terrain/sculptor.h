@@ -37,7 +37,7 @@ public:
     bool CanUndo() const noexcept { return history_.CanUndo() || HasWorked(); }
     bool CanRedo() const noexcept { return history_.CanRedo(); }
 
-    /// Takes the last stroke back, or repeats the last one taken back, as far as there is one.
+    /// Takes the last stroke back, or repeats the last one taken back, if there is one.
     void Undo();
     void Redo();
 

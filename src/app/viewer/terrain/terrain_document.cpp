@@ -21,13 +21,13 @@ TerrainDocument::TerrainDocument(std::string path, ElevationData data, double ex
     const HeightSpan span = SpanOf(data_);
     floor_ = static_cast<double>(span.floor);
     top_ = static_cast<double>(span.top);
-    const auto nobody = MakeObject<KvoHost>(nullptr, nullptr);
+    const auto noServices = MakeObject<KvoHost>(nullptr, nullptr);
     session_ = std::make_unique<TerrainSession>(data_,
                                                 TerrainOptions{.exaggeration = exaggeration,
                                                                .levelOfDetail = kFirstDetail,
                                                                .border = kDrawnBorder,
                                                                .range = std::pair(span.floor, span.top)},
-                                                ComPtr<IKvoHost>(nobody.Get()));
+                                                ComPtr<IKvoHost>(noServices.Get()));
     ground_ = std::make_unique<GroundModel>(data_, session_->Ground());
 }
 

@@ -23,7 +23,7 @@ struct TerrainRequest {
     std::optional<std::string> recoveredFor{};  ///< the file holds recovered work on this project, empty for a new one
 };
 
-/// Reads a terrain and works it out on a thread of its own, while somebody watches and may cancel.
+/// Reads a terrain and prepares it on its own thread; the caller can watch the progress and cancel.
 class TerrainLoader {
 public:
     /// Begins.

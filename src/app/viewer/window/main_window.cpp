@@ -90,7 +90,7 @@ WindowPanes* MainWindow::MakePanes()
                            settings);
 }
 
-/// Puts the window where it stood the last time, as far as that is on a screen of today.
+/// Puts the window where it stood last time, unless that place is off today's screens.
 void MainWindow::Place()
 {
     const WindowPlace& place = store_.Kept().window;
@@ -162,7 +162,7 @@ void MainWindow::OnClose(wxCloseEvent& event)
     Destroy();
 }
 
-/// Remembers what the next start shall know.
+/// Remembers what the next start needs.
 void MainWindow::Keep()
 {
     WindowPlace place = store_.Kept().window;

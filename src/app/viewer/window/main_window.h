@@ -27,7 +27,7 @@ public:
     MainWindow(const ViewRequest& request, const KeptSettings& kept);
     ~MainWindow() override;
 
-    /// Whether OpenGL, without which the window is of no use, could be started.
+    /// Whether OpenGL could not be started; the window is useless without it.
     bool HasFailed() const noexcept { return failed_; }
 
     /// Opens a file, with progress that can be cancelled; after a failure the old terrain stays. \param path empty for

@@ -72,7 +72,7 @@ void TerrainWork::WriteAll(ProjectPlace& place) const
     RememberLook(place, LookOf(settings_, colors_), nullptr);
 }
 
-/// Whatever nobody has changed stays as the project holds it, to the bit.
+/// What wasn't changed stays as the project holds it, to the bit.
 void TerrainWork::WriteChanges(ProjectPlace& place) const
 {
     const WorkState now = State();

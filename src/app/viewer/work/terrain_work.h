@@ -18,7 +18,7 @@ class Sculptor;
 class TerrainDocument;
 struct SavedTerrain;
 
-/// The work on a terrain as it is at a time, as far as it is worth saving.
+/// The state of the work on a terrain at one moment: what is worth saving of it.
 struct WorkState {
     std::uint64_t heights = 0;
     TextureState textures;

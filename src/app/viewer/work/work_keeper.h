@@ -22,7 +22,7 @@ public:
     /// with the viewer's OpenGL context current. \throws std::runtime_error for the user; it is no use to go on then
     void Update(const TerrainWork& work);
 
-    /// Forgets what was kept: nobody wants it any more.
+    /// Discards what was kept; it is no longer needed.
     void Forget() noexcept;
 
 private:

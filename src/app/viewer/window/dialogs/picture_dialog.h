@@ -8,7 +8,7 @@ class wxWindow;
 
 namespace tessara {
 
-/// Asks how large a picture shall be. \param shown size of the picture in the window, which is proposed
+/// Asks for the size of a picture. \param shown size of the picture in the window, which is proposed
 std::optional<wxSize> AskPictureSize(wxWindow* parent, const wxSize& shown);
 
 }  // namespace tessara

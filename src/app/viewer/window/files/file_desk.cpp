@@ -166,7 +166,7 @@ void FileDesk::WatchLoader()
     }
     if (to_.panes.Picture().MakeCurrent())
         to_.viewer.GiveUp();
-    // A window without any terrain is of no use.
+    // A window without a terrain is useless.
     if (!to_.viewer.HasTerrain() && !loading_.empty())
         Load({});
     listener_.changed();

@@ -12,7 +12,7 @@ class StatusLine;
 class Viewer;
 class WorkWatch;
 
-/// Where the open terrain, its picture and its triangles are written to files, as far as the user wants them.
+/// Where the open terrain, its picture and its triangles are written to files, if the user confirms.
 class SaveDesk {
 public:
     /// All outlive this object.

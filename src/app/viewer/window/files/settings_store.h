@@ -43,7 +43,7 @@ private:
     void ChangeRecent(const std::function<void(RecentFiles&)>& change);
 
     KeptSettings kept_;
-    SettingsMap written_;                                       // what the file holds as far as this window knows
+    SettingsMap written_;                                       // what this window last saw in the file
     std::vector<std::function<void(RecentFiles&)>> forRecent_;  // what is to be done to the list in the file
     Listener listener_{[] {}, [] {}};
     wxTimer timer_;

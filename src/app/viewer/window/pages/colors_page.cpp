@@ -28,12 +28,12 @@ ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : Set
     });
     Column().Add(reset, wxSizerFlags().Expand());
     AddGroup("Picture on the ground", SettingGroup::GroundPicture);
-    auto* import = new wxBoxSizer(wxHORIZONTAL);
-    AddButton(this, *import, "Import...", "Stretch a picture over the terrain",
+    auto* pictures = new wxBoxSizer(wxHORIZONTAL);
+    AddButton(this, *pictures, "Import...", "Stretch a picture over the terrain",
               [run = listener.run] { run(kImportSource); });
-    AddButton(this, *import, "Detail...", "Choose and tune the detail texture",
+    AddButton(this, *pictures, "Detail...", "Choose and tune the detail texture",
               [run = listener.run] { run(kTerrainDetail); });
-    Column().Add(import, wxSizerFlags().Expand());
+    Column().Add(pictures, wxSizerFlags().Expand());
     Finish();
 }
 

@@ -6,7 +6,7 @@
 
 namespace tessara {
 
-/// Draws pictures for a window with smooth edges, by way of a frame in memory. Belongs to one OpenGL context.
+/// Draws pictures for a window with smooth edges, through a frame in memory. Belongs to one OpenGL context.
 class SmoothFrame {
 public:
     /// \param gl outlives this object
