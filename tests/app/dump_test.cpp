@@ -47,23 +47,6 @@ protected:
     ScratchFolder scratch;
 };
 
-TEST_F(DumpCommand, WritesThreeLinesATriangle)
-{
-    const std::string text = Dump("triangles.txt");
-    std::istringstream lines(text);
-    std::size_t count = 0;
-    float x = 0.0f;
-    float y = 0.0f;
-    float z = 0.0f;
-    for (; lines >> x >> y >> z; ++count) {
-        EXPECT_TRUE(x >= 0.0f && x <= 19.0f && z >= 0.0f && z <= 11.0f && y >= 0.0f && y <= 1.0f)
-            << x << ", " << y << ", " << z;
-    }
-    EXPECT_GT(count, 600u);
-    EXPECT_EQ(count % 3, 0u);
-    EXPECT_EQ(count, CountLines(text, ""));
-}
-
 TEST_F(DumpCommand, EveryFormHasTheSameTriangles)
 {
     const std::size_t triangles = CountLines(Dump("triangles.txt"), "") / 3;

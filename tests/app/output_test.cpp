@@ -1,5 +1,4 @@
 #include "app/options/number_list.h"
-#include "app/output/mesh_file.h"
 #include "app/output/polygon_text.h"
 #include "app/output/triangle_reader.h"
 
@@ -41,15 +40,6 @@ TEST(PolygonText, GivesTheTrianglesThatCameInPieces)
                                    "a\tb\tc\n"};
     for (const std::string& text : damaged)
         EXPECT_THROW(count(text, 5), std::runtime_error) << text;
-}
-
-TEST(MeshFormat, GoesByTheEnding)
-{
-    EXPECT_EQ(MeshFormatOf("a.obj"), MeshFormat::Obj);
-    EXPECT_EQ(MeshFormatOf("b.c/A.PLY"), MeshFormat::Ply);
-    EXPECT_EQ(MeshFormatOf("a.Stl"), MeshFormat::Stl);
-    EXPECT_EQ(MeshFormatOf("a.txt"), MeshFormat::Text);
-    EXPECT_EQ(MeshFormatOf("a.obj/triangles"), MeshFormat::Text);
 }
 
 TEST(NumberList, TakesExactlyTheNumbersAskedFor)

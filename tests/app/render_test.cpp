@@ -72,18 +72,6 @@ TEST_F(Render, TheWholeTerrainStandsInTheMiddleOfTheSky)
     EXPECT_GT(right, 214);
 }
 
-TEST_F(Render, AMapHasNorthAtTheTopAndEastToTheRight)
-{
-    const std::string path = scratch / "corner.asc";
-    WriteGrid(path, 32, 32, [](int x, int y) { return x >= 16 && y < 16 ? 40 : 0; });  // high ground in the north-east
-    const Picture picture = Draw(path, {"--tilt", "90", "--azimuth", "0", "--palette", "grey", "--sun", "0,90"});
-    const auto brightness = [&](int x, int y) { return picture.Mean(x - 5, y - 5, 10, 10).red; };
-    const int northEast = brightness(120 + 35, 80 - 35);
-    EXPECT_GT(northEast, brightness(120 - 35, 80 - 35) + 40);
-    EXPECT_GT(northEast, brightness(120 + 35, 80 + 35) + 40);
-    EXPECT_GT(northEast, brightness(120 - 35, 80 + 35) + 40);
-}
-
 TEST_F(Render, TheSunLightsTheSlopesThatFaceIt)
 {
     const std::vector<std::string> map = {"--tilt", "90", "--azimuth", "0", "--palette", "grey"};

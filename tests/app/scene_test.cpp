@@ -2,7 +2,6 @@
 #include "app/view/framing.h"
 #include "app/view/height_span.h"
 #include "app/view/light_map.h"
-#include "app/view/palettes.h"
 #include "app/view/scene.h"
 #include "host/camera.h"
 #include "host/kvo_host.h"
@@ -15,64 +14,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 namespace tessara {
 namespace {
 
-TEST(Framing, ShowsAllPointsAndFillsThePicture)
-{
-    std::mt19937 random(3);
-    std::uniform_real_distribution<double> across(-1.0, 1.0);
-    for (int round = 0; round < 50; ++round) {
-        std::vector<Vector3> points(40);
-        for (Vector3& point : points)
-            point = {5000.0 * across(random), 300.0 * across(random), 3000.0 * across(random)};
-        const auto camera = MakeObject<Camera>();
-        camera->SetViewport(400 + 10 * round, 500);
-        camera->SetLens(20.0 + 2.0 * round, 1.0, 2.0);
-        camera->SetDirection({across(random), -0.5 + 0.5 * across(random), across(random)});
-        FramePoints(*camera, points, 0.05);
-        double left = 1e9;
-        double right = -1e9;
-        double top = 1e9;
-        double bottom = -1e9;
-        for (const Vector3& point : points) {
-            double x = 0.0;
-            double y = 0.0;
-            ASSERT_TRUE(camera->Project(point, x, y));
-            left = std::min(left, x);
-            right = std::max(right, x);
-            top = std::min(top, y);
-            bottom = std::max(bottom, y);
-        }
-        const double width = camera->Width();
-        const double height = camera->Height();
-        EXPECT_GE(left, 0.05 * width - 0.01);
-        EXPECT_LE(right, 0.95 * width + 0.01);
-        EXPECT_GE(top, 0.05 * height - 0.01);
-        EXPECT_LE(bottom, 0.95 * height + 0.01);
-        const bool filled =
-            (left < 0.06 * width && right > 0.94 * width) || (top < 0.06 * height && bottom > 0.94 * height);
-        EXPECT_TRUE(filled) << round;
-    }
-}
-
 constexpr Vector3 kSunInTheWest{-0.8, 0.6, 0.0};
-
-TEST(LightMap, FlatGroundLiesInTheOpen)
-{
-    const auto data = MakeElevation(20, 10, 30.0, 30.0, [](int, int) { return 12; });
-    const LightMap map = MakeLightMap(data, 1.0, kSunInTheWest, 4096);
-    ASSERT_EQ(map.texels.size(), 200u);
-    for (const LightMap::Texel& texel : map.texels) {
-        EXPECT_NEAR(texel.normalX, 32768, 1);
-        EXPECT_NEAR(texel.normalZ, 32768, 1);
-        EXPECT_EQ(texel.sunlight, 65535);
-        EXPECT_EQ(texel.skylight, 65535);
-    }
-    EXPECT_TRUE(map.water.empty());
-}
 
 TEST(LightMap, AWallThrowsItsShadowAwayFromTheSun)
 {
@@ -98,15 +44,6 @@ TEST(LightMap, ShadowsReachAsFarAsTheyDoOnALargeGrid)
     for (const int x : {10, 250, 298})
         EXPECT_EQ(map.texels[static_cast<std::size_t>(900 + x)].sunlight, 65535) << x;
     EXPECT_NEAR(map.texels[900 + 800].sunlight, 32768, 700);
-}
-
-TEST(LightMap, NormalsLeanAwayFromRisingGround)
-{
-    // 30 m up per 40 m to the east: the normal is (-0.6, 0.8, 0).
-    const auto data = MakeElevation(9, 9, 40.0, 10.0, [](int x, int) { return 30 * x; });
-    const LightMap map = MakeLightMap(data, 1.0, kSunInTheWest, 4096);
-    EXPECT_NEAR(map.texels[40].normalX / 65535.0 * 2.0 - 1.0, -0.6, 1e-4);
-    EXPECT_NEAR(map.texels[40].normalZ / 65535.0 * 2.0 - 1.0, 0.0, 1e-4);
 }
 
 TEST(LightMap, LargeFlatGroundAtZeroIsSeaAndOtherGroundIsNot)
@@ -136,17 +73,6 @@ TEST(LightMap, ALargeGridIsAveragedDown)
     EXPECT_EQ(map.texels.size(), static_cast<std::size_t>(map.width) * static_cast<std::size_t>(map.height));
     const LightMap::Texel& middle = map.texels[map.texels.size() / 2];
     EXPECT_NEAR(middle.normalX / 65535.0 * 2.0 - 1.0, -0.447, 0.02);
-}
-
-TEST(Palettes, EveryNameHasOneThatRunsFromDarkToLight)
-{
-    for (const std::string& name : PaletteNames()) {
-        const auto palette = MakePalette(name);
-        const auto brightness = [&](std::int16_t index) {
-            return palette->GetRed(index) + palette->GetGreen(index) + palette->GetBlue(index);
-        };
-        EXPECT_GT(brightness(255), brightness(0) + 150) << name;
-    }
 }
 
 /// A pyramid seen from the south and above, 160 x 120 pixels, through the real OpenGL.

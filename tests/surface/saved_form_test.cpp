@@ -56,7 +56,6 @@ protected:
         Replace();
         Wire();
     }
-    ~SavedFormTest() override { surface->StopServer(); }
 
     void Replace() { surface = ComPtr<CoTessara>(MakeObject<SurfaceWithDialog>(log).Get()); }
 

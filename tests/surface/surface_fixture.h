@@ -19,6 +19,12 @@ protected:
         host->progress = progress.Get();
     }
 
+    ~SurfaceTest() override
+    {
+        if (surface)
+            surface->StopServer();
+    }
+
     void Wire()
     {
         surface->InitServer();

@@ -28,7 +28,6 @@ TEST_F(SurfaceTest, BeforeInitServerTheTerrainGetsNoTextureService)
 {
     surface->SetKVO(host.Get());
     EXPECT_THAT(log, ElementsAre("GetTextureMgr()", "NewElementKey()", "NewElementKey()", "NewElementKey()"));
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, ASecondHostTakesTheFirstOnesPlaceButNotItsTextureService)
@@ -43,7 +42,6 @@ TEST_F(SurfaceTest, ASecondHostTakesTheFirstOnesPlaceButNotItsTextureService)
     EXPECT_EQ(second->References(), 2u);
     EXPECT_EQ(textures->References(), 2u);
     EXPECT_EQ(otherTextures->References(), 1u);
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, TheFirstMatrixStays)
@@ -123,7 +121,6 @@ TEST_F(SurfaceTest, InitMatrixFillsTheMatrixRowByRow)
         std::memcpy(&bits, &element.value, 4);
         EXPECT_EQ(bits, 0x3D4CCCCDu);
     }
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, InitMatrixWithoutASizeTouchesNothing)
@@ -135,7 +132,6 @@ TEST_F(SurfaceTest, InitMatrixWithoutASizeTouchesNothing)
         EXPECT_EQ(surface->InitMatrix(), E_FAIL);
     }
     EXPECT_THAT(log, IsEmpty());
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, InitQuadTreeReadsTheMatrixInOrder)
@@ -148,7 +144,6 @@ TEST_F(SurfaceTest, InitQuadTreeReadsTheMatrixInOrder)
     log.clear();
     EXPECT_EQ(surface->InitQuadTree(), S_OK);
     EXPECT_THAT(log, ElementsAre("GetWidth()", "GetHeight()", "GetGrid()", "GetPalette()"));
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, InitQuadTreeOnAnEmptyMatrixGivesATerrainThatDrawsNothing)
@@ -158,7 +153,6 @@ TEST_F(SurfaceTest, InitQuadTreeOnAnEmptyMatrixGivesATerrainThatDrawsNothing)
     EXPECT_EQ(surface->InitQuadTree(), S_OK);
     EXPECT_EQ(surface->Draw3D(camera.Get()), S_OK);
     EXPECT_EQ(RecordingGl::Get().Count("glDrawElements"), 0u);
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, DrawRestoresThePolygonModesOfBothFaces)
@@ -178,7 +172,6 @@ TEST_F(SurfaceTest, DrawRestoresThePolygonModesOfBothFaces)
     EXPECT_EQ(calls.back(), "glPolygonMode(GL_BACK, GL_FILL)");
     EXPECT_THAT(calls, testing::Contains("glPolygonMode(GL_FRONT_AND_BACK, GL_POINT)"));
     EXPECT_EQ(camera->References(), 1u);
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, DrawBeforeABuildReadsTheCameraAndDrawsNothing)
@@ -189,7 +182,6 @@ TEST_F(SurfaceTest, DrawBeforeABuildReadsTheCameraAndDrawsNothing)
     EXPECT_THAT(RecordingGl::Get().Calls({"glGetIntegerv"}),
                 ElementsAre("glPolygonMode(GL_FRONT, GL_FILL)", "glPolygonMode(GL_BACK, GL_FILL)"));
     EXPECT_EQ(surface->Draw3D(nullptr), S_OK);
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, SettingsReachTheTerrain)
@@ -219,18 +211,6 @@ TEST_F(SurfaceTest, SettingsReachTheTerrain)
     surface->Draw3D(camera.Get());
     EXPECT_EQ(RecordingGl::Get().Count("glColorPointer"), 1u);
     EXPECT_THAT(RecordingGl::Get().log, testing::Contains("glScalef(1, 7, 1)"));
-    surface->StopServer();
-}
-
-TEST_F(SurfaceTest, RealTimeModeFollowsTheMatrixWithoutARebuild)
-{
-    Wire();
-    surface->InitQuadTree();
-    surface->SetRenderMode(TESSARA_RENDER_MODE_REALTIME);
-    matrix->At(2, 2).value = 0.875f;
-    surface->Draw3D(camera.Get());
-    EXPECT_EQ(RecordingGl::Get().drawn.back().vertices[0][1], 0.875f);
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, NewCellsUnderALiveTreeAreNotReadThroughIt)
@@ -246,7 +226,6 @@ TEST_F(SurfaceTest, NewCellsUnderALiveTreeAreNotReadThroughIt)
     EXPECT_EQ(surface->InitQuadTree(), S_OK);
     surface->Draw3D(camera.Get());
     EXPECT_FALSE(RecordingGl::Get().drawn.empty());
-    surface->StopServer();
 }
 
 TEST_F(SurfaceTest, RenderedPolygonsGoToAFileWithAnyName)
@@ -262,7 +241,6 @@ TEST_F(SurfaceTest, RenderedPolygonsGoToAFileWithAnyName)
     EXPECT_THAT(log, ElementsAre("GetFrustum()", "GetPosition()"));
     EXPECT_GT(std::filesystem::file_size(path), 100u);
     std::filesystem::remove(path);
-    surface->StopServer();
 }
 
 // Wherever memory runs out, results are those of the method and nothing crosses the interface.

@@ -26,55 +26,6 @@ TEST(SampleAt, ClampsIntoTheGridAndInterpolatesWhereACellIsSeveralUnitsWide)
     EXPECT_EQ(source.SampleAt(0, 0), 0.0f);
 }
 
-TEST(InitQuadTree, LevelIsTheSmallestThatCoversTheLargerSize)
-{
-    const std::tuple<int, int, int> cases[] = {{1, 1, 0}, {2, 1, 0}, {3, 3, 1},   {4, 2, 1},
-                                               {5, 5, 2}, {8, 8, 2}, {2, 100, 6}, {33, 32, 5}};
-    for (const auto& [width, height, level] : cases) {
-        const TestGrid grid(width, height, [](int, int) { return 0.5f; });
-        TerrainLod terrain;
-        terrain.InitQuadTree(grid.Source());
-        EXPECT_EQ(terrain.RootCorner->Level, level) << width << " x " << height;
-    }
-}
-
-TEST(InitQuadTree, TakesEverySampleButTheRootsCorners)
-{
-    const int side = 16;
-    TestGrid grid(side, side, [](int x, int y) { return HashNoise(x, y, 3) + 0.1f; });
-    TerrainLod terrain;
-    terrain.InitQuadTree(grid.Source());
-    const Mesh mesh = ReadMesh(terrain);
-    EXPECT_EQ(mesh.triangles.size(), 2u * side * side / 2);  // full detail: leaves of side 2 with four triangles each
-    for (const auto& triangle : mesh.triangles) {
-        for (const Mesh::Vertex& v : triangle) {
-            const bool rootCorner = v.x % side == 0 && v.z % side == 0;
-            const float expected = rootCorner ? 0.0f : grid.At(std::min(v.x, side - 1), std::min(v.z, side - 1)).value;
-            EXPECT_EQ(v.y, expected) << v.x << ", " << v.z;
-        }
-    }
-}
-
-TEST(InitQuadTree, PinsWhatCarriesHeightsAndLeavesNodesPastTheGridFlatAndOutOfTheMesh)
-{
-    TestGrid grid(5, 5, [](int, int) { return 0.0f; });
-    grid.At(3, 3).value = 0.25f;
-    TerrainLod terrain;
-    terrain.InitQuadTree(grid.Source());
-    const QuadNode& root = *terrain.Root;
-    EXPECT_EQ(root.ActiveMask & 0xF0, 0xF0);  // flat or not, everything starts in the mesh; x = 4 is in the grid
-    EXPECT_TRUE(root.Pinned && root.Children[1]->Pinned && root.Children[1]->Children[3]->Pinned);
-    EXPECT_FALSE(root.Children[0]->Pinned || root.Children[1]->Children[0]->Pinned);
-    EXPECT_EQ(root.Children[0]->ActiveMask & 0xF0, ChildBit(1) | ChildBit(2));  // children 0 and 3 begin at x = 6
-    ASSERT_NE(root.Children[0]->Children[0], nullptr);
-    EXPECT_EQ(root.Children[0]->Children[0]->Samples[0].Height, 0.0f);
-
-    terrain.InitQuadTree(HeightSource{});  // without data
-    EXPECT_EQ(terrain.Root->HighHeight, 0.0f);
-    EXPECT_FALSE(terrain.Root->Pinned);
-    EXPECT_EQ(FindBrokenRule(terrain), "");
-}
-
 TEST(InitQuadTree, ASizeBeyondTheLimitLeavesNoTree)
 {
     const TestGrid grid(4, 4, [](int, int) { return 0.5f; });

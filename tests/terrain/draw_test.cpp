@@ -2,7 +2,6 @@
 
 #include "support/recording_gl.h"
 #include "support/test_grid.h"
-#include "terrain/patch_writer.h"
 #include "terrain/terrain_frustum.h"
 #include "terrain/terrain_lod.h"
 #include "textures/ctexture_mgr_imp.h"
@@ -17,7 +16,6 @@
 
 namespace {
 
-using tessara::test::DrawnElements;
 using tessara::test::RecordingGl;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -40,25 +38,6 @@ protected:
     {
         terrain.InitQuadTree(grid.Source());
         terrain.Update({1e6f, 1e6f, 1e6f});
-    }
-
-    /// Draws the root with this mask and returns its patch.
-    DrawnElements DrawRoot(std::uint8_t mask)
-    {
-        RecordingGl::Reset();
-        BuildRootOnly();
-        terrain.Root->ActiveMask = mask;
-        PatchWriter patch(terrain);
-        glEnableClientState(GL_VERTEX_ARRAY);
-        glVertexPointer(3, GL_FLOAT, 0, terrain.VertexArray);
-        glEnableClientState(GL_NORMAL_ARRAY);
-        glNormalPointer(GL_FLOAT, 0, terrain.NormalArray);
-        glEnableClientState(GL_COLOR_ARRAY);
-        glColorPointer(4, GL_UNSIGNED_BYTE, 0, terrain.ColorArray);
-        glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-        glTexCoordPointer(2, GL_FLOAT, 0, terrain.TexCoordArray);
-        terrain.Root->Emit(*terrain.RootCorner, 1, &everything, patch);
-        return RecordingGl::Get().drawn.empty() ? DrawnElements{} : RecordingGl::Get().drawn.back();
     }
 
     void UseTextures(bool multitexture)
@@ -168,6 +147,10 @@ TEST_F(DrawTest, TexturedFramesInTheirOrderOfCalls)
     // Enabled by the pass, and once more by the service that binds.
     const Lines source = {"glEnable(GL_TEXTURE_2D)", "glEnable(GL_TEXTURE_2D)", "glBindTexture(GL_TEXTURE_2D, 11)",
                           "glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE)"};
+    const Lines unit0 = {"glClientActiveTextureARB(GL_TEXTURE0_ARB)"};
+    const Lines unit1 = {"glClientActiveTextureARB(GL_TEXTURE1_ARB)"};
+    const Lines select = {"glActiveTextureARB(GL_TEXTURE0_ARB)"};
+    const Lines on = {"glEnable(GL_TEXTURE_2D)"};
     const Lines detail = {"glActiveTextureARB(GL_TEXTURE1_ARB)",
                           "glEnable(GL_TEXTURE_2D)",
                           "glBindTexture(GL_TEXTURE_2D, 22)",
@@ -179,32 +162,13 @@ TEST_F(DrawTest, TexturedFramesInTheirOrderOfCalls)
                           "glLoadIdentity()",
                           "glScalef(8, 16, 1)",
                           "glMatrixMode(GL_MODELVIEW)"};
-    EXPECT_THAT(DrawFrame(), ElementsAreArray(Join({kArrays,
-                                                    kColors,
-                                                    {"glClientActiveTextureARB(GL_TEXTURE0_ARB)"},
-                                                    kTexCoords,
-                                                    {"glClientActiveTextureARB(GL_TEXTURE1_ARB)"},
-                                                    kTexCoords,
-                                                    kTransform,
-                                                    {"glActiveTextureARB(GL_TEXTURE0_ARB)"},
-                                                    source,
-                                                    detail,
-                                                    kTriangles,
-                                                    kTwoUnitsOff,
-                                                    kColorsOff,
-                                                    kDown})));
+    EXPECT_THAT(DrawFrame(),
+                ElementsAreArray(Join({kArrays, kColors, unit0, kTexCoords, unit1, kTexCoords, kTransform, select,
+                                       source, detail, kTriangles, kTwoUnitsOff, kColorsOff, kDown})));
 
     textures.multitextureSupported = false;  // leaves the detail texture out
-    EXPECT_THAT(DrawFrame(), ElementsAreArray(Join({kArrays,
-                                                    kColors,
-                                                    {"glEnable(GL_TEXTURE_2D)"},
-                                                    kTexCoords,
-                                                    kTransform,
-                                                    source,
-                                                    kTriangles,
-                                                    kOneUnitOff,
-                                                    kColorsOff,
-                                                    kDown})));
+    EXPECT_THAT(DrawFrame(), ElementsAreArray(Join({kArrays, kColors, on, kTexCoords, kTransform, source, kTriangles,
+                                                    kOneUnitOff, kColorsOff, kDown})));
 }
 
 TEST_F(DrawTest, AnEmptySlotAnUnknownIdOrAMissingServiceBindsNothing)
@@ -230,39 +194,6 @@ TEST_F(DrawTest, WhatTheFrustumDoesNotLetThroughIsNotDrawn)
     EXPECT_EQ(RecordingGl::Get().log.back(), "glPopMatrix()");
     terrain.Draw(0, 0, 0, nullptr);
     EXPECT_EQ(RecordingGl::Get().Count("glDrawElements"), 0u);
-}
-
-TEST_F(DrawTest, CullsInDrawSpace)
-{
-    terrain.SetElevationScale(100.0f);
-    terrain.SetTranslation3D(0, 1000, 0);
-    BuildRootOnly();
-    TerrainFrustum slab = everything;
-    slab.WorldPlanes[0] = {0, 1, 0, 1049.0f};  // keeps what reaches above 1049: the terrain's top is at 1050
-    terrain.Draw(1e6f, 1e6f, 1e6f, &slab);
-    EXPECT_EQ(RecordingGl::Get().Count("glDrawElements"), 1u);
-    slab.WorldPlanes[0].d = 1051.0f;
-    terrain.Draw(1e6f, 1e6f, 1e6f, &slab);
-    EXPECT_EQ(RecordingGl::Get().Count("glDrawElements"), 1u);
-}
-
-TEST_F(DrawTest, PicksTheTrianglesOfTheMask)
-{
-    using Indices = std::vector<GLubyte>;
-    const std::pair<int, Indices> cases[] = {
-        {0, {0, 8, 2, 0, 2, 4, 0, 4, 6, 0, 6, 8}},
-        {1, {0, 8, 1, 0, 1, 2, 0, 2, 4, 0, 4, 6, 0, 6, 8}},
-        {6, {0, 8, 2, 0, 2, 3, 0, 3, 4, 0, 4, 5, 0, 5, 6, 0, 6, 8}},
-        {15, {0, 8, 1, 0, 1, 2, 0, 2, 3, 0, 3, 4, 0, 4, 5, 0, 5, 6, 0, 6, 7, 0, 7, 8}},
-        {8, {0, 8, 2, 0, 2, 4, 0, 4, 6, 0, 6, 7, 0, 7, 8}},
-    };
-    for (const auto& [mask, indices] : cases)
-        EXPECT_EQ(DrawRoot(static_cast<std::uint8_t>(mask)).indices, indices) << mask;
-    // With children 0 and 2 active the node draws the other two quadrants alone.
-    DrawRoot(15 + 16 + 64);
-    EXPECT_EQ(RecordingGl::Get().drawn.back().indices, (Indices{0, 8, 1, 0, 3, 4, 0, 4, 5, 0, 7, 8}));
-    DrawRoot(255);
-    EXPECT_EQ(RecordingGl::Get().drawn.size(), 4u);  // the leaves, and nothing of the root
 }
 
 /// The lines of a file that a dump has just written.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 
 namespace tessara {
 namespace {
@@ -131,52 +132,30 @@ TEST(CameraController, NoSequenceOfMovesLosesTheTerrainOrGetsUnderIt)
             const PicturePoint mouse = view.AnyPoint(random);
             const double one = 2.0 * any(random) - 1.0;
             const double other = 2.0 * any(random) - 1.0;
-            const auto kind = static_cast<int>(15 * any(random));
-            switch (kind) {
-            case 0:
-                controller.Grab(mouse);
-                break;
-            case 1:
-                controller.OrbitTo(mouse);
-                break;
-            case 2:
-                controller.PanTo(mouse);
-                break;
-            case 3:
-                controller.Zoom(mouse, 8.0 * one);
-                break;
-            case 4:
-                controller.Step(one, other, one * other);
-                break;
-            case 5:
-                controller.Step(0.0, 0.0, 1.0);
-                break;
-            case 6:
-                controller.Look(400.0 * one, 100.0 * other);
-                break;
-            case 7:
-                controller.ShowAll();
-                break;
-            case 8:
-                controller.NorthUp();
-                break;
-            case 9:
-                controller.FromTop();
-                break;
-            case 10:
-                controller.GoTo(any(random) * view.frame.Width(), any(random) * view.frame.Depth());
-                break;
-            case 11:
-                controller.Resize(1 + static_cast<int>(5000 * any(random) * any(random)), 1 + move % 3000);
-                break;
-            case 12:
-                view.PlaceAnywhere(random);
-                break;
-            default:
-                for (int frame = 0; frame < 20; ++frame)
-                    controller.Fly(
-                        {static_cast<int>(2.9 * one), static_cast<int>(2.9 * other), move % 3 - 1, move % 2 == 0}, 0.3);
-            }
+            const double draw = 15.0 * any(random);
+            const std::function<void()> moves[] = {
+                [&] { controller.Grab(mouse); },
+                [&] { controller.OrbitTo(mouse); },
+                [&] { controller.PanTo(mouse); },
+                [&] { controller.Zoom(mouse, 8.0 * one); },
+                [&] { controller.Step(one, other, one * other); },
+                [&] { controller.Step(0.0, 0.0, 1.0); },
+                [&] { controller.Look(400.0 * one, 100.0 * other); },
+                [&] { controller.ShowAll(); },
+                [&] { controller.NorthUp(); },
+                [&] { controller.FromTop(); },
+                [&] { controller.GoTo(any(random) * view.frame.Width(), any(random) * view.frame.Depth()); },
+                [&] { controller.Resize(1 + static_cast<int>(5000 * any(random) * any(random)), 1 + move % 3000); },
+                [&] { view.PlaceAnywhere(random); },
+                [&] {
+                    for (int frame = 0; frame < 20; ++frame)
+                        controller.Fly(
+                            {static_cast<int>(2.9 * one), static_cast<int>(2.9 * other), move % 3 - 1, move % 2 == 0},
+                            0.3);
+                },
+            };
+            const std::size_t kind = std::min<std::size_t>(std::size(moves) - 1, static_cast<std::size_t>(draw));
+            moves[kind]();
             ExpectSound(view, random, std::to_string(kind).c_str());
             if (HasFatalFailure())
                 return;

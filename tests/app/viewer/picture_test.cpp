@@ -85,48 +85,47 @@ TEST(ViewerPicture, OverlaysOfTheLevelsEndAtTheEdgeOfTheTerrain)
 }
 
 /// State of OpenGL that a frame shall leave as it found it.
-std::map<std::string, double> GlState(const GlFunctions&)
+std::map<GLenum, double> GlState()
 {
-    std::map<std::string, double> state;
-    const std::pair<const char*, GLenum> queries[] = {{"depth test", GL_DEPTH_TEST},
-                                                      {"lighting", GL_LIGHTING},
-                                                      {"texture", GL_TEXTURE_2D},
-                                                      {"blend", GL_BLEND},
-                                                      {"clip", GL_CLIP_PLANE0},
-                                                      {"normalize", GL_NORMALIZE},
-                                                      {"offset", GL_POLYGON_OFFSET_FILL},
-                                                      {"discard", GL_RASTERIZER_DISCARD},
-                                                      {"scissor", GL_SCISSOR_TEST},
-                                                      {"cull", GL_CULL_FACE},
-                                                      {"depth mask", GL_DEPTH_WRITEMASK},
-                                                      {"depth function", GL_DEPTH_FUNC},
-                                                      {"matrix mode", GL_MATRIX_MODE},
-                                                      {"modelview depth", GL_MODELVIEW_STACK_DEPTH},
-                                                      {"projection depth", GL_PROJECTION_STACK_DEPTH},
-                                                      {"attribute depth", GL_ATTRIB_STACK_DEPTH},
-                                                      {"client depth", GL_CLIENT_ATTRIB_STACK_DEPTH},
-                                                      {"line width", GL_LINE_WIDTH},
-                                                      {"point size", GL_POINT_SIZE},
-                                                      {"program", GL_CURRENT_PROGRAM},
-                                                      {"active texture", GL_ACTIVE_TEXTURE},
-                                                      {"vertex array", GL_VERTEX_ARRAY},
-                                                      {"color array", GL_COLOR_ARRAY},
-                                                      {"texture array", GL_TEXTURE_COORD_ARRAY},
-                                                      {"framebuffer", GL_FRAMEBUFFER_BINDING},
-                                                      {"feedback buffer", GL_TRANSFORM_FEEDBACK_BUFFER_BINDING},
-                                                      {"offset factor", GL_POLYGON_OFFSET_FACTOR},
-                                                      {"row length", GL_UNPACK_ROW_LENGTH}};
-    for (const auto& [name, query] : queries) {
+    std::map<GLenum, double> state;
+    for (const GLenum query : {GL_DEPTH_TEST,
+                               GL_LIGHTING,
+                               GL_TEXTURE_2D,
+                               GL_BLEND,
+                               GL_CLIP_PLANE0,
+                               GL_NORMALIZE,
+                               GL_POLYGON_OFFSET_FILL,
+                               GL_RASTERIZER_DISCARD,
+                               GL_SCISSOR_TEST,
+                               GL_CULL_FACE,
+                               GL_DEPTH_WRITEMASK,
+                               GL_DEPTH_FUNC,
+                               GL_MATRIX_MODE,
+                               GL_MODELVIEW_STACK_DEPTH,
+                               GL_PROJECTION_STACK_DEPTH,
+                               GL_ATTRIB_STACK_DEPTH,
+                               GL_CLIENT_ATTRIB_STACK_DEPTH,
+                               GL_LINE_WIDTH,
+                               GL_POINT_SIZE,
+                               GL_CURRENT_PROGRAM,
+                               GL_ACTIVE_TEXTURE,
+                               GL_VERTEX_ARRAY,
+                               GL_COLOR_ARRAY,
+                               GL_TEXTURE_COORD_ARRAY,
+                               GL_FRAMEBUFFER_BINDING,
+                               GL_TRANSFORM_FEEDBACK_BUFFER_BINDING,
+                               GL_POLYGON_OFFSET_FACTOR,
+                               GL_UNPACK_ROW_LENGTH}) {
         GLdouble value[4] = {};
         glGetDoublev(query, value);
-        state[name] = value[0];
+        state[query] = value[0];
     }
     GLint modes[2] = {};
     glGetIntegerv(GL_POLYGON_MODE, modes);
     GLboolean mask[4] = {};
     glGetBooleanv(GL_COLOR_WRITEMASK, mask);
-    state["polygon mode"] = modes[0];
-    state["color mask"] = mask[0] + mask[1] + mask[2] + mask[3];
+    state[GL_POLYGON_MODE] = modes[0];
+    state[GL_COLOR_WRITEMASK] = mask[0] + mask[1] + mask[2] + mask[3];
     return state;
 }
 
@@ -135,21 +134,21 @@ TEST(ViewerPicture, LeavesTheStateOfOpenGlAsItWas)
     OpenViewer open(Hills(90, 70));
     open.viewer.Pointer().TakeBrush(true);
     open.viewer.Pointer().Hover(kMiddle);
-    const auto before = GlState(open.gl);
+    const auto before = GlState();
     for (const auto fill : {FillMode::Filled, FillMode::Wireframe, FillMode::Points}) {
         open.Set([&](ViewSettings& settings) {
             settings.fill = fill;
             settings.levelColors = settings.nodeBoxes = settings.realTime = true;
         });
         open.Draw();
-        EXPECT_EQ(GlState(open.gl), before);
+        EXPECT_EQ(GlState(), before);
         open.viewer.Picture().Measure();
-        EXPECT_EQ(GlState(open.gl), before);
+        EXPECT_EQ(GlState(), before);
         open.viewer.Map().Draw(100, 80, 1.0, open.text);
-        EXPECT_EQ(GlState(open.gl), before);
+        EXPECT_EQ(GlState(), before);
         open.viewer.Pointer().BeginStroke(kMiddle);
         open.viewer.Pointer().EndDrag();
-        EXPECT_EQ(GlState(open.gl), before);
+        EXPECT_EQ(GlState(), before);
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     }
 }

@@ -83,21 +83,6 @@ TEST(Sculpting, ReachesTheDrawnTerrainInTheSameFrame)
     }
 }
 
-TEST(Sculpting, ChangesThePictureWhereTheBrushIs)
-{
-    OpenViewer open(Hills(129, 129), RealTime());
-    open.viewer.Camera().FromTop();
-    const auto before = open.Pixels();
-    open.viewer.Pointer().BeginStroke(kMiddle);
-    open.viewer.Pointer().ContinueStroke(0.1);
-    open.viewer.Pointer().ContinueStroke(0.1);
-    open.viewer.Pointer().EndDrag();
-    const auto after = open.Pixels();
-    EXPECT_GT(test::Differing(before, after), 0.002);
-    const std::size_t band = 30;  // rows far from the brush
-    EXPECT_TRUE(std::equal(before.begin(), before.begin() + 3 * OpenViewer::kWidth * band, after.begin()));
-}
-
 TEST(Sculpting, GroundThatRisesOutOfTheSeaIsLandAtOnce)
 {
     OpenViewer open(MakeElevation(129, 129, 30.0, 30.0, [](int x, int) { return x < 100 ? 0 : 5 * (x - 99); }),

@@ -63,17 +63,6 @@ TEST_P(RealElevationTest, IsReadAsDescribed)
     }
 }
 
-TEST_P(RealElevationTest, IsReadReducedInItsOwnShape)
-{
-    ElevationReadOptions options;
-    options.maximumCells = 10000;
-    const ElevationData data = ReadElevationFile((folder_ / GetParam()).string(), options);
-    EXPECT_LE(data.metres.size(), 10000u);
-    EXPECT_GT(data.metres.size(), 9500u);
-    EXPECT_NEAR(static_cast<double>(data.width) / data.height,
-                static_cast<double>(data.sourceWidth) / data.sourceHeight, 0.03);
-}
-
 INSTANTIATE_TEST_SUITE_P(Files, RealElevationTest,
                          testing::Values("bigtujunga_30m.tif", "bigtujunga_30m.png", "jacksboro_90m.asc",
                                          "mandakini_90m.asc", "sthelens_30m_usgs.dem", "sthelens_30m.png"),

@@ -176,18 +176,6 @@ TEST_F(ProjectTerrainTest, AHeightCountsAsMeasuredOnlyAsLongAsItsElevationIsItsO
     }
 }
 
-TEST_F(ProjectTerrainTest, ASessionTakesSavedElevationsToTheBit)
-{
-    const ElevationData data = MakeElevation(9, 9, 30.0, 30.0, [](int x, int y) { return 1000.1 / (1 + x + 3 * y); });
-    const ProjectTerrain loaded = Trip(data, {});
-    const TerrainSession again(loaded.data, {.border = 1, .elevations = &loaded.elevations}, host_);
-    const TerrainSession direct(data, {.border = 1}, host_);
-    for (LONG y = 0; y < 11; ++y) {
-        for (LONG x = 0; x < 11; ++x)
-            EXPECT_EQ(again.Matrix().ElementAt(x, y)->value, direct.Matrix().ElementAt(x, y)->value);
-    }
-}
-
 TEST_F(ProjectTerrainTest, WhatAnotherHostSavedKeepsItsProportions)
 {
     const ProjectTerrain terrain = ReadForeign({0.0f, 0.5f, 1.0f, 2.0f}, 100.0f, 300.0f, 20.0f);
