@@ -176,6 +176,8 @@ TEST_F(DetailDialogTest, TooltipsStandOverNineControlsAndLeadOn)
         }
         EXPECT_THAT(controls, ElementsAre(208, 207, 209, 206, 201, 216, 212, 215, 205));
         EXPECT_EQ(dialog.linkMessage, 0x8100u);
+        EXPECT_THAT(dialog.toolTips[6].second, testing::HasSubstr("along the X axe"));
+        EXPECT_THAT(dialog.toolTips[7].second, testing::HasSubstr("along the Y axe"));
         EXPECT_EQ(dialog.toolTips[0].second, "<h5>Database</h5>\n<hr color=gray><br>Select the database you wish to "
                                              "use. <a msg=\"0\">More...</a>");
         log.clear();

@@ -244,6 +244,11 @@ TEST(ModuleFile, CarriesItsVersionAndItsName)
     ASSERT_TRUE(record);
     EXPECT_EQ(record->fileVersion, (tessara::VersionRecord::Version{6, 5, 0, 0}));
     EXPECT_EQ(record->productVersion, record->fileVersion);
+    EXPECT_EQ(record->fileOs, 4u);
+    EXPECT_EQ(record->fileType, 2u);
+    EXPECT_EQ(record->language, 0x409u);
+    EXPECT_EQ(record->codePage, 0x4B0u);
+    EXPECT_EQ(record->strings.at("ProductVersion"), "6, 5, 0, 0");
     EXPECT_EQ(record->strings.at("FileVersion") + record->strings.at("OLESelfRegister"), "6, 5, 0, 0");
     EXPECT_EQ(tessara::ReadModuleResource(kModule, "STRING", 100), "Tessara");
     EXPECT_TRUE(tessara::ReadModuleResource(kModule, "REGISTRY", 102));
