@@ -1,4 +1,5 @@
 #include "app/commands/commands.h"
+#include "app/options/usage_message.h"
 #include "host/host_classes.h"
 #include "platform/system/terminal_text.h"
 #include "platform/system/unfinished_files.h"
@@ -36,15 +37,6 @@ file prints the file's path as its last line.
 
 Exit codes: 0 done, 1 the command failed (the reason stands on the standard
 error output), 2 wrong usage.)";
-
-/// What to tell a user who mistyped something.
-std::string UsageMessage(const CLI::App* program, const CLI::Error& error)
-{
-    std::string name = program->get_name();
-    for (const CLI::App* command : program->get_subcommands())
-        name += " " + command->get_name();
-    return name + ": " + error.what() + "\nTry: " + name + " --help\n";
-}
 
 int Run(int argc, char** argv)
 {
@@ -89,7 +81,11 @@ int main(int argc, char** argv)
     tessara::RemoveUnfinishedFilesWhenInterrupted();
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is told in words
     try {
-        return tessara::Run(argc, argv);
+        const int code = tessara::Run(argc, argv);
+        std::cout.flush();
+        if (std::cout)
+            return code;
+        std::cerr << "tessara: The standard output can't be written: is the disk full?\n";
     } catch (const std::bad_alloc&) {
         std::cerr << "tessara: There is not enough memory.\n";
     } catch (const std::exception& error) {

@@ -16,10 +16,10 @@ namespace tessara {
 
 namespace fs = std::filesystem;
 
-ProgramRun RunTessara(const std::vector<std::string>& arguments)
+ProgramRun RunTessara(const std::vector<std::string>& arguments, const std::string& device)
 {
     const ScratchFolder scratch;
-    const std::string output = scratch / "output";
+    const std::string output = device.empty() ? scratch / "output" : device;
     const std::string errors = scratch / "errors";
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -39,7 +39,8 @@ ProgramRun RunTessara(const std::vector<std::string>& arguments)
         waitpid(process, &status, 0) == process && WIFEXITED(status))
         run.exitCode = WEXITSTATUS(status);
     posix_spawn_file_actions_destroy(&actions);
-    run.output = ReadText(output);
+    if (device.empty())
+        run.output = ReadText(output);
     run.errors = ReadText(errors);
     return run;
 }

@@ -13,8 +13,8 @@ struct ProgramRun {
     std::string errors;
 };
 
-/// Runs the program with its output in pipes.
-ProgramRun RunTessara(const std::vector<std::string>& arguments);
+/// Runs the program. \param output where its standard output goes; empty stands for the result
+ProgramRun RunTessara(const std::vector<std::string>& arguments, const std::string& output = {});
 
 /// A folder of its own for a test, gone at the end.
 class ScratchFolder {

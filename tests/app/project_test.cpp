@@ -174,7 +174,7 @@ TEST_F(Project, FailuresTellWhyAndChangeNothing)
         {{"project", "create", grid, "-o", project, "--add"}, "has a terrain \"grid\" already; --name gives"},
         {{"project", "info", scratch / ""}, "is a folder and no Tessara project"},
         {{"project", "create", project, "-o", scratch / "copy.tessara"}, "is a project already"},
-        {{"project", "create", grid, "-o", grid, "--replace"}, "it is the elevation file itself"},
+        {{"project", "create", grid, "-o", grid, "--replace"}, "it is what is read"},
         {{"project", "create", scratch / "none.tif", "-o", scratch / "new.tessara"}, "none.tif"},
         {{"project", "create", grid, "-o", scratch / "new.tessara", "--detail", "Moon"},
          "There is no texture \"Moon\""},

@@ -3,7 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 namespace tessara {
@@ -89,8 +91,22 @@ TEST_F(TexturesCommand, SaysWhatIsWrongWithAnImageOrADatabase)
 
     std::filesystem::create_directories(folder_ / "data/tessara");
     WriteText(folder_ / "data/tessara/textures.db", "This is somebody's diary, and it is to stay as it is.");
-    EXPECT_THAT(Failure({"list"}), HasSubstr("textures.db\" is not a texture database"));
-    EXPECT_THAT(ReadText(folder_ / "data/tessara/textures.db"), HasSubstr("diary"));
+    const std::string user = folder_ / "data/tessara/textures.db";
+    const auto lists = [&](const std::string& why) {
+        const ProgramRun run = RunTessara({"textures", "list"});
+        EXPECT_EQ(run.exitCode, 0);
+        EXPECT_THAT(run.errors, HasSubstr(user + "\"" + why + "\n"));
+        EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
+        EXPECT_THAT(run.output, HasSubstr("system    Grass ")) << "the rest keeps working";
+    };
+    lists(" is not a texture database");
+    EXPECT_THAT(ReadText(user), HasSubstr("diary"));
+    std::filesystem::remove(user);
+    std::filesystem::create_symlink("textures.db", user);
+    lists(": Too many levels of symbolic links");
+    std::filesystem::remove(user);
+    std::filesystem::create_directory(user);
+    lists(": it is a folder");
 }
 
 }  // namespace

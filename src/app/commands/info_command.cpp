@@ -3,6 +3,7 @@
 #include "app/options/terrain_options.h"
 #include "app/options/view_options.h"
 #include "app/output/frame_dump.h"
+#include "app/output/ground_mesh.h"
 #include "app/output/report.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
@@ -53,7 +54,8 @@ void Info(const InfoOptions& options)
                                  ComPtr<IKvoHost>(host.Get()));
     const auto camera = MakeCamera(view, data, loaded.span, terrain.Ground());
     progress->Show("Counting the triangles", 0.5);
-    const std::uint64_t triangles = DumpFrame(terrain, *camera, view.frames).Triangles();
+    const std::uint64_t triangles =
+        MakeGroundMesh(DumpFrame(terrain, *camera, view.frames, FrameExtent::Whole), data).triangles.size();
     progress->Clear();
 
     const TreeSize tree = MeasureTree(terrain.Columns(), terrain.Rows());

@@ -1,9 +1,11 @@
 #include "app/commands/commands.h"
 #include "app/input/loaded_terrain.h"
 #include "app/options/terrain_options.h"
+#include "app/options/text_checks.h"
 #include "app/options/view_options.h"
 #include "app/output/output_check.h"
 #include "app/output/png_file.h"
+#include "app/output/report.h"
 #include "app/view/palettes.h"
 #include "host/console_progress.h"
 #include "host/kvo_host.h"
@@ -13,7 +15,6 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -82,7 +83,7 @@ private:
 
 void WriteMap(const MapOptions& options)
 {
-    RequireWritable(options.output, options.input.file);
+    const std::string output = CheckedOutput(options.output, {options.input.file}, {".png"});
     const auto progress = MakeObject<ConsoleProgress>();
     ViewOptions view;
     const LoadedTerrain loaded = LoadTerrain(options.input, view.aim, *progress);
@@ -96,9 +97,9 @@ void WriteMap(const MapOptions& options)
     const TerrainSession terrain(loaded.data, terrainOptions, ComPtr<IKvoHost>(host.Get()));
     if (FAILED(terrain.Surface().CreateTextureSurface2D()) || keeper->Width() == 0)
         throw std::runtime_error("There is not enough memory for the map.");
-    WritePng(options.output, keeper->Width(), keeper->Height(), keeper->TopDown());
+    WritePng(output, keeper->Width(), keeper->Height(), keeper->TopDown());
     progress->Clear();
-    std::cout << keeper->Width() << " x " << keeper->Height() << " pixels\n" << options.output << '\n';
+    PrintWritten(std::to_string(keeper->Width()) + " x " + std::to_string(keeper->Height()) + " pixels", output);
 }
 
 }  // namespace
@@ -110,9 +111,12 @@ void AddMapCommand(CLI::App& program)
         *program.add_subcommand("map", "Write the heights as a flat picture, one pixel a cell, north up")
              ->group("Commands");
     AddTerrainInput(command, options->input);
-    command.add_option("-o,--output", options->output, "The picture to write")->required()->option_text("MAP.png");
+    command.add_option("-o,--output", options->output, "The picture to write; - writes it to the standard output")
+        ->check(NotEmpty())
+        ->required()
+        ->option_text("MAP.png");
     command.add_option("--palette", options->palette, "Colours of the heights [classic, or those of the project]")
-        ->check(CLI::IsMember(PaletteNames()))
+        ->check(OneOf(PaletteNames()))
         ->option_text("classic|natural|desert|grey");
     command.callback([options] { WriteMap(*options); });
 }

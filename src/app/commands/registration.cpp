@@ -1,10 +1,12 @@
 #include "app/commands/commands.h"
+#include "app/options/text_checks.h"
+#include "app/output/debug_reasons.h"
 #include "host/module_path.h"
 #include "platform/com/class_registry.h"
 #include "platform/com/guid_text.h"
 #include "platform/com/module_server.h"
 #include "platform/com/version_record.h"
-#include "platform/system/debug_output.h"
+#include "platform/system/terminal_text.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -27,40 +29,15 @@ struct RegistrationOptions {
     bool system = false;
 };
 
-/// Keeps the reasons that go to the debug output while work with the registry runs.
-class Reasons {
-public:
-    Reasons() : before_(SetDebugSink(&Reasons::Keep, this, &contextBefore_)) {}
-    Reasons(const Reasons&) = delete;
-    Reasons& operator=(const Reasons&) = delete;
-    ~Reasons() { SetDebugSink(before_, contextBefore_); }
-
-    bool Any() const noexcept { return !first_.empty(); }
-
-    /// The first reason, or words with the result code where none was given.
-    std::string Sentence(const std::string& what, HRESULT result) const
-    {
-        if (Any())
-            return first_;
-        char digits[8];
-        const auto end = std::to_chars(digits, digits + sizeof digits, static_cast<std::uint32_t>(result), 16);
-        return what + " (result 0x" + std::string(digits, end.ptr) + ").";
-    }
-
-private:
-    static void Keep(void* self, const char* text)
-    {
-        std::string& first = static_cast<Reasons*>(self)->first_;
-        if (!first.empty())
-            return;
-        first = text;
-        first.erase(first.find_last_not_of('\n') + 1);
-    }
-
-    std::string first_;
-    void* contextBefore_ = nullptr;
-    DebugSink before_;
-};
+/// The first reason that was given, or words with the result code where none was.
+std::string Sentence(const DebugReasons& reasons, const std::string& what, HRESULT result)
+{
+    if (!reasons.First().empty())
+        return reasons.First() + '.';
+    char digits[8];
+    const auto end = std::to_chars(digits, digits + sizeof digits, static_cast<std::uint32_t>(result), 16);
+    return what + " (result 0x" + std::string(digits, end.ptr) + ").";
+}
 
 std::string ModuleOf(const RegistrationOptions& options)
 {
@@ -107,10 +84,10 @@ void Register(const RegistrationOptions& options)
     const RegistryScope scope = ScopeOf(options);
     SetRegistrationScope(scope);
     {
-        const Reasons reasons;
+        const DebugReasons reasons;
         const HRESULT result = RegisterServer(module);
         if (FAILED(result))
-            throw std::runtime_error(reasons.Sentence("The module " + module + " can't be registered", result));
+            throw std::runtime_error(Sentence(reasons, "The module " + module + " can't be registered", result));
     }
     std::cout << Describe(module) << "\nis registered for " << NameOf(scope) << ", in " << RegistrationFile(scope)
               << '\n';
@@ -128,10 +105,10 @@ void Unregister(const RegistrationOptions& options)
     const std::size_t before = ClassesIn(scope).size();
     {
         // The module itself reports no failure, so a reason that was given is one.
-        const Reasons reasons;
+        const DebugReasons reasons;
         const HRESULT result = UnregisterServer(module);
-        if (FAILED(result) || reasons.Any())
-            throw std::runtime_error(reasons.Sentence("The module " + module + " can't be unregistered", result));
+        if (FAILED(result) || !reasons.First().empty())
+            throw std::runtime_error(Sentence(reasons, "The module " + module + " can't be unregistered", result));
     }
     std::cout << Describe(module)
               << (ClassesIn(scope).size() < before ? "\nis no longer registered for " : "\nwas not registered for ")
@@ -140,22 +117,30 @@ void Unregister(const RegistrationOptions& options)
 
 void Line(const char* name, const std::string& text)
 {
-    std::cout << "  " << std::left << std::setw(12) << name << text << '\n';
+    std::cout << "  " << std::left << std::setw(12) << name << TerminalText(text) << '\n';
+}
+
+/// What a host gets that asks for the class.
+HRESULT Probe(const RegisteredClass& one)
+{
+    std::string path = one.modulePath;
+    const HRESULT found = one.hidden ? S_OK : FindRegisteredModule(one.id, path);
+    return FAILED(found) ? found : ProbeServer(path, one.id);
 }
 
 /// \return whether the class loads
 bool PrintClass(const RegisteredClass& one)
 {
-    const Reasons reasons;
-    const HRESULT result = ProbeServer(one.modulePath, one.id);
+    const DebugReasons reasons;
+    const HRESULT result = Probe(one);
     const bool loads = SUCCEEDED(result);
-    std::cout << (one.name.empty() ? "A class without a name" : one.name) << '\n';
+    std::cout << (one.name.empty() ? "A class without a name" : TerminalText(one.name)) << '\n';
     Line("Class", GuidText(one.id));
     if (!one.progId.empty())
         Line("Name", one.progId);
     Line("Module", Describe(one.modulePath));
     Line("Registered", std::string("for ") + NameOf(one.scope) + ", in " + one.store);
-    Line("Loads", loads ? "yes" : "no: " + reasons.Sentence("The module doesn't serve the class", result));
+    Line("Loads", loads ? "yes" : "no: " + Sentence(reasons, "The module doesn't serve the class", result));
     if (one.hidden)
         Line("Used", "no: the same class is registered above");
     return loads;
@@ -178,6 +163,7 @@ void Classes()
 void AddRegistrationOptions(CLI::App& command, RegistrationOptions& options)
 {
     command.add_option("MODULE", options.module, "The component's file [the one that came with this program]")
+        ->check(NotEmpty())
         ->option_text(" ");
     command.add_flag("--system", options.system, "For all users of this machine, instead of for you");
 }

@@ -2,10 +2,12 @@
 #include "app/input/loaded_terrain.h"
 #include "app/options/look_options.h"
 #include "app/options/terrain_options.h"
+#include "app/options/text_checks.h"
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
 #include "app/output/output_check.h"
 #include "app/output/png_file.h"
+#include "app/output/report.h"
 #include "app/view/height_colors.h"
 #include "app/view/light_map.h"
 #include "app/view/scene.h"
@@ -77,9 +79,10 @@ TerrainSession MakeTerrain(const LoadedTerrain& loaded, const Look& look, double
 
 void Render(RenderOptions options)
 {
-    RequireWritable(options.output, options.input.file);
+    const std::string output = CheckedOutput(options.output, {options.input.file, options.textures.source}, {".png"});
     const auto progress = MakeObject<ConsoleProgress>();
     LoadedTerrain loaded = LoadTerrain(options.input, options.view.aim, *progress);
+    RefuseIdleOptions(options.textures, loaded.place.Get() != nullptr);
     const Look look = LookFor(options, loaded);
     ScanHeights(loaded.data);
     options.textures.color = look.vertexColors;
@@ -108,10 +111,11 @@ void Render(RenderOptions options)
     const std::uint32_t triangles = scene.Settle(*camera, *camera, options.view.frames);
     scene.Draw(*camera);
     progress->Show("Writing", 0.9);
-    WritePng(options.output, target.Width(), target.Height(), target.ReadPixels());
+    WritePng(output, target.Width(), target.Height(), target.ReadPixels());
     progress->Clear();
-    std::cout << target.Width() << " x " << target.Height() << " pixels, " << triangles << " triangles\n"
-              << options.output << '\n';
+    PrintWritten(std::to_string(target.Width()) + " x " + std::to_string(target.Height()) + " pixels, " +
+                     std::to_string(triangles) + " triangles",
+                 output);
 }
 
 }  // namespace
@@ -122,7 +126,10 @@ void AddRenderCommand(CLI::App& program)
     CLI::App& command =
         *program.add_subcommand("render", "Draw a picture of a terrain into a PNG file")->group("Commands");
     AddTerrainInput(command, options->input);
-    command.add_option("-o,--output", options->output, "The picture to write")->required()->option_text("PICTURE.png");
+    command.add_option("-o,--output", options->output, "The picture to write; - writes it to the standard output")
+        ->check(NotEmpty())
+        ->required()
+        ->option_text("PICTURE.png");
     AddViewOptions(command, options->view);
     AddLookOptions(command, options->look);
     AddTextureOptions(command, options->textures);

@@ -1,10 +1,14 @@
 #include "app/commands/commands.h"
 #include "app/input/image_reader.h"
 #include "app/input/texture_lookup.h"
+#include "app/options/number_range.h"
+#include "app/options/text_checks.h"
 #include "app/output/output_check.h"
 #include "app/output/png_file.h"
 #include "host/element_keys.h"
 #include "host/textures/texture_store.h"
+#include "platform/system/replacement_file.h"
+#include "platform/system/terminal_text.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -65,10 +69,11 @@ void List(const TexturesOptions& options)
 {
     std::vector<std::vector<std::string>> rows = {{"DATABASE", "NAME", "SIZE", "BITS", "KEY"}};
     for (const std::string& database : Databases(options)) {
-        const auto store = OpenStore(PlaceOf(database));
-        for (const TextureEntry& entry : store ? store->List(kDetailTable) : std::vector<TextureEntry>())
-            rows.push_back(
-                {database, entry.displayName, SizeText(entry), std::to_string(entry.bitsPerPixel), entry.key});
+        TryDatabase(PlaceOf(database), [&](TextureStore& store) {
+            for (const TextureEntry& entry : store.List(kDetailTable))
+                rows.push_back({database, TerminalText(entry.displayName), SizeText(entry),
+                                std::to_string(entry.bitsPerPixel), TerminalText(entry.key)});
+        });
     }
     std::vector<std::size_t> widths(rows[0].size());
     for (const auto& row : rows) {
@@ -90,11 +95,12 @@ struct Found {
 Found Find(const TexturesOptions& options)
 {
     for (const std::string& database : Databases(options)) {
-        const auto store = OpenStore(PlaceOf(database));
-        const auto key = store ? KeyOf(*store, options.name) : std::nullopt;
-        if (!key)
-            continue;
-        if (auto element = store->Load(kDetailTable, *key))
+        std::optional<TextureElement> element;
+        TryDatabase(PlaceOf(database), [&](TextureStore& store) {
+            if (const auto key = KeyOf(store, options.name))
+                element = store.Load(kDetailTable, *key);
+        });
+        if (element)
             return {database, *std::move(element)};
     }
     throw std::runtime_error("There is no texture \"" + options.name +
@@ -123,23 +129,24 @@ std::vector<std::uint8_t> Tiled(const TextureElement& element, int tiles)
 
 void Show(const TexturesOptions& options)
 {
-    if (!options.output.empty())
-        RequireWritable(options.output, {});
+    const std::string output = options.output.empty() ? std::string() : CheckedOutput(options.output, {}, {".png"});
     const Found found = Find(options);
     const TextureElement& element = found.element;
-    if (!options.output.empty()) {
-        WritePng(options.output, static_cast<int>(element.width) * options.tiles,
+    if (!output.empty()) {
+        WritePng(output, static_cast<int>(element.width) * options.tiles,
                  static_cast<int>(element.height) * options.tiles, Tiled(element, options.tiles));
     }
+    if (output == kStandardOutput)
+        return;
     const auto line = [](const char* name, const std::string& text) {
-        std::cout << std::left << std::setw(12) << name << text << '\n';
+        std::cout << std::left << std::setw(12) << name << TerminalText(text) << '\n';
     };
     line("Name", element.displayName);
     line("Key", element.key);
     line("Database", found.database + " (" + PlaceOf(found.database).path + ")");
     line("Size", SizeText(element) + " pixels of " + std::to_string(element.bitsPerPixel) + " bits");
-    if (!options.output.empty())
-        std::cout << options.output << '\n';
+    if (!output.empty())
+        std::cout << output << '\n';
 }
 
 void Import(const TexturesOptions& options)
@@ -178,7 +185,7 @@ void Delete(const TexturesOptions& options)
 void AddDatabase(CLI::App& command, TexturesOptions& options)
 {
     command.add_option("--database", options.database, "Look at one database alone [both]")
-        ->check(CLI::IsMember({"system", "user"}))
+        ->check(OneOf({"system", "user"}))
         ->option_text("system|user");
 }
 
@@ -198,15 +205,22 @@ void AddTexturesCommand(CLI::App& program)
     CLI::App& show = *textures.add_subcommand("show", "Tell about one texture, and write it as a picture");
     show.add_option("NAME", options->name, "Its name or its key")->required();
     AddDatabase(show, *options);
-    show.add_option("-o,--output", options->output, "The picture to write")->option_text("PICTURE.png");
+    show.add_option("-o,--output", options->output, "The picture to write; - writes it to the standard output")
+        ->check(NotEmpty())
+        ->option_text("PICTURE.png");
     show.add_option("--tiles", options->tiles, "Repeat it in the picture, across and down [1]")
-        ->check(CLI::Range(1, kMostTiles))
+        ->check(WholeNumberBetween(1, kMostTiles))
         ->option_text("N");
     show.callback([options] { Show(*options); });
 
     CLI::App& importer = *textures.add_subcommand("import", "Put an image file into the user's database");
-    importer.add_option("FILE", options->file, "A JPEG, PNG, BMP, TGA, PSD or other image")->required();
-    importer.add_option("--name", options->name, "The texture's name")->required()->option_text("NAME");
+    importer.add_option("FILE", options->file, "A JPEG, PNG, BMP, TGA, PSD or other image")
+        ->check(NotEmpty())
+        ->required();
+    importer.add_option("--name", options->name, "The texture's name")
+        ->check(NameText())
+        ->required()
+        ->option_text("NAME");
     importer.add_flag("--replace", options->replace, "Replace the texture that has the name");
     importer.callback([options] { Import(*options); });
 

@@ -34,6 +34,7 @@ ViewerEntry LoadViewer()
 
 void View(const TerrainInput& input)
 {
+    RefuseIdleOptions(input);
     SetWindowSystem(nullptr);
     const ViewRequest request{input.file, input.element, input.reading, input.exaggeration.value_or(0.0)};
     switch (LoadViewer()(request)) {

@@ -1,17 +1,22 @@
 #include "app/input/image_reader.h"
 
+#include "app/output/debug_reasons.h"
 #include "host/console_progress.h"
 #include "platform/com/bstr.h"
 #include "platform/com/com_ptr.h"
 #include "services/image_file.h"
 
+#include <sstream>
 #include <stdexcept>
 
 namespace tessara {
 
 TextureElement ReadImage(const std::string& file)
 {
-    const auto progress = MakeObject<ConsoleProgress>();
+    // What the reader says, to its window and to the debug stream, becomes one sentence.
+    const DebugReasons reasons;
+    std::ostringstream said;
+    const auto progress = MakeObject<ConsoleProgress>(said, false);
     ComPtr<IImageFile> image;
     if (FAILED(
             CoCreateInstance(CLSID_ImageFile, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<IImageFile>, image.OutVoid())))
@@ -25,7 +30,8 @@ TextureElement ReadImage(const std::string& file)
     VARIANT pixels{};
     if (FAILED(image->Open()) || FAILED(image->GetWidth(&width)) || FAILED(image->GetHeight(&height)) ||
         FAILED(image->ReadPixels()) || FAILED(image->GetPixels(&pixels)) || FAILED(image->GetBitsPerPixel(&bits)))
-        throw std::runtime_error("The image " + file + " can't be used.");
+        throw std::runtime_error(!reasons.First().empty() ? reasons.First() + "."
+                                                          : "The image " + file + " can't be used.");
     element.width = width;
     element.height = height;
     element.bitsPerPixel = bits;

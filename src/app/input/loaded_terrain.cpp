@@ -1,5 +1,7 @@
 #include "app/input/loaded_terrain.h"
 
+#include "app/options/terrain_options.h"
+#include "app/options/view_options.h"
 #include "app/view/palettes.h"
 #include "host/console_progress.h"
 #include "host/project/project_file.h"
@@ -80,6 +82,8 @@ ComPtr<ProjectPlace> OpenElement(const std::string& project, const std::string& 
 
 LoadedTerrain LoadTerrain(const TerrainInput& input, Aim& aim, ConsoleProgress& progress)
 {
+    RefuseIdleOptions(input);
+    RefuseIdleOptions(aim);
     LoadedTerrain loaded;
     if (!input.file.empty() && IsProjectFile(input.file)) {
         loaded = ReadProject(input);

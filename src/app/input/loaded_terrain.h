@@ -13,6 +13,10 @@
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace tessara {
 
 class ConsoleProgress;
@@ -23,6 +27,7 @@ struct TerrainInput {
     std::string element;  ///< which terrain of a project; empty for the first one
     ElevationReadOptions reading;
     std::optional<double> exaggeration;
+    const CLI::App* command = nullptr;  ///< which the options belong to
 };
 
 /// A terrain that was read, from an elevation file or from a project.

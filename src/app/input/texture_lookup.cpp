@@ -1,6 +1,10 @@
 #include "app/input/texture_lookup.h"
 
+#include "platform/system/terminal_text.h"
+
+#include <iostream>
 #include <stdexcept>
+#include <vector>
 
 namespace tessara {
 
@@ -13,17 +17,29 @@ std::optional<std::string> KeyOf(TextureStore& store, const std::string& name)
     return store.FindName(kDetailTable, name);
 }
 
+void TryDatabase(const DatabasePlace& place, const std::function<void(TextureStore&)>& use)
+{
+    try {
+        if (const auto store = OpenStore(place))
+            use(*store);
+    } catch (const StorageError& error) {
+        std::cerr << "tessara: " << TerminalText(error.what()) << '\n';
+    }
+}
+
 DetailTexture FindDetailTexture(const std::string& name)
 {
+    std::optional<DetailTexture> found;
     for (const bool ofUser : {true, false}) {
-        const auto store = OpenStore(ofUser ? UserDatabase() : SystemDatabase());
-        const auto key = store ? KeyOf(*store, name) : std::nullopt;
-        if (!key)
-            continue;
-        for (const TextureEntry& entry : store->List(kDetailTable)) {
-            if (entry.key == *key)
-                return {*key, entry.displayName, ofUser};
-        }
+        TryDatabase(ofUser ? UserDatabase() : SystemDatabase(), [&](TextureStore& store) {
+            const auto key = KeyOf(store, name);
+            for (const TextureEntry& entry : key ? store.List(kDetailTable) : std::vector<TextureEntry>()) {
+                if (entry.key == *key && !found)
+                    found = {*key, entry.displayName, ofUser};
+            }
+        });
+        if (found)
+            return *found;
     }
     throw std::runtime_error("There is no texture \"" + name + "\". \"tessara textures list\" tells what there is.");
 }

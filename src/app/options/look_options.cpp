@@ -1,6 +1,7 @@
 #include "app/options/look_options.h"
 
 #include "app/options/number_list.h"
+#include "app/options/text_checks.h"
 #include "app/view/palettes.h"
 #include "host/project/project_view.h"
 
@@ -26,7 +27,7 @@ void AddLookOptions(CLI::App& command, LookOptions& look)
             "Compass direction and height of the sun in degrees\n[left of the camera, 38 high]")
         ->option_text("DIRECTION,HEIGHT");
     command.add_option("--palette", look.palette, "Colours of the heights [natural, or those of the project]")
-        ->check(CLI::IsMember(PaletteNames()))
+        ->check(OneOf(PaletteNames()))
         ->option_text("natural|classic|desert|grey");
 }
 

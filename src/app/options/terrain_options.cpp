@@ -2,36 +2,43 @@
 
 #include "app/input/loaded_terrain.h"
 #include "app/options/number_range.h"
+#include "app/options/text_checks.h"
+#include "host/project/project_file.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <map>
+#include <string>
 
 namespace tessara {
 
 void AddTerrainInput(CLI::App& command, TerrainInput& input)
 {
+    input.command = &command;
     command
         .add_option("FILE", input.file,
                     "Elevation file: GeoTIFF, SRTM HGT, ESRI ASCII grid, USGS DEM,\n"
                     "16-bit PNG and others; /vsistdin/ for the standard input; or\n"
                     "a project [the built-in sample]")
+        ->check(NotEmpty())
         ->option_text(" ");
     command.add_option("--terrain", input.element, "Which terrain of a project [the first]")->option_text("NAME");
-    const std::map<std::string, ElevationFill> fills{{"lowest", ElevationFill::Lowest},
-                                                     {"smooth", ElevationFill::Smooth}};
     command
-        .add_option("--fill", input.reading.fill,
-                    "What cells without data get: a surface that runs smoothly from\n"
-                    "their border, or the lowest height [smooth]")
-        ->transform(CLI::CheckedTransformer(fills))
+        .add_option_function<std::string>(
+            "--fill",
+            [&input](const std::string& fill) {
+                input.reading.fill = fill == "lowest" ? ElevationFill::Lowest : ElevationFill::Smooth;
+            },
+            "What cells without data get: a surface that runs smoothly from\n"
+            "their border, or the lowest height [smooth]")
+        ->check(OneOf({"smooth", "lowest"}))
         ->option_text("smooth|lowest");
     command.add_option("--spacing", input.reading.spacing, "Metres from one cell to the next [as the file says]")
         ->check(NumberBetween(1e-6, 1e6))
         ->option_text("METRES");
     command.add_option("--no-data", input.reading.noData, "A height that means no data [as the file says]")
+        ->check(Number())
         ->option_text("HEIGHT");
     command
         .add_option("--height-unit", input.reading.heightUnit,
@@ -44,16 +51,32 @@ void AddTerrainInput(CLI::App& command, TerrainInput& input)
                     "variable [the only one]")
         ->option_text("NAME");
     command.add_option("--band", input.reading.band, "Which band of the file, from 1 on [the first]")
-        ->check(NumberBetween(1, 65535))
+        ->check(WholeNumberBetween(1, 65535))
         ->option_text("N");
     command
         .add_option("--max-cells", input.reading.maximumCells,
                     "A file of more cells is read at a lower resolution [16785409]")
-        ->check(NumberBetween(4, 1 << 30))
+        ->check(WholeNumberBetween(4, 1 << 30))
         ->option_text("N");
     command.add_option("--exaggeration", input.exaggeration, "Factor on heights; 1 shows true proportions [1]")
         ->check(NumberBetween(0.001, 1000.0))
         ->option_text("FACTOR");
+}
+
+void RefuseIdleOptions(const TerrainInput& input)
+{
+    const bool isProject = !input.file.empty() && IsProjectFile(input.file);
+    const auto refuse = [&](const char* option, const std::string& why) {
+        if (input.command->count(option) != 0)
+            throw CLI::ValidationError(option, "has no effect: " + why);
+    };
+    if (!isProject)
+        refuse("--terrain", NameOf(input) + " is no project");
+    if (isProject || input.file.empty()) {
+        for (const char* option :
+             {"--fill", "--spacing", "--no-data", "--height-unit", "--grid", "--band", "--max-cells"})
+            refuse(option, NameOf(input) + " is no elevation file");
+    }
 }
 
 }  // namespace tessara

@@ -2,7 +2,8 @@
 
 #include "app/input/image_reader.h"
 #include "app/input/texture_lookup.h"
-#include "app/options/number_list.h"
+#include "app/options/number_range.h"
+#include "app/options/text_checks.h"
 #include "app/view/saved_textures.h"
 #include "host/console_progress.h"
 #include "host/memory_place.h"
@@ -85,8 +86,11 @@ SavedDetail SavedDetailOf(const std::string& name)
 
 void AddTextureOptions(CLI::App& command, TextureOptions& options)
 {
-    command.add_option("--source", options.source, "Image to stretch over the terrain, north up")->option_text("IMAGE");
+    command.add_option("--source", options.source, "Image to stretch over the terrain, north up")
+        ->check(NotEmpty())
+        ->option_text("IMAGE");
     command.add_option("--detail", options.detail, "Detail texture to tile over the terrain, by its name")
+        ->check(NotEmpty())
         ->option_text("NAME");
     command
         .add_option_function<std::vector<float>>(
@@ -96,20 +100,34 @@ void AddTextureOptions(CLI::App& command, TextureOptions& options)
             },
             "Repeats of the detail texture, eastwards and southwards [16 16]")
         ->expected(2)
+        ->check(Number())
         ->option_text("X Y");
     command
         .add_option_function<std::string>(
             "--brightness", [&options](const std::string& level) { options.brighten = level == "high"; },
             "Brightness under the detail texture; high doubles it [low]")
-        ->check(CLI::IsMember({"low", "high"}))
+        ->check(OneOf({"low", "high"}))
         ->option_text("low|high");
     command.add_flag("--no-source", options.withoutSource, "Leave the image of a project out")->excludes("--source");
     command.add_flag("--no-detail", options.withoutDetail, "Leave the detail texture of a project out")
         ->excludes("--detail");
     command.add_flag_callback(
         "--color", [&options] { options.color = true; }, "Show the colours of the heights where a project doesn't");
-    command.add_flag_callback(
-        "--no-color", [&options] { options.color = false; }, "Leave the colours of the heights out");
+    command
+        .add_flag_callback(
+            "--no-color", [&options] { options.color = false; }, "Leave the colours of the heights out")
+        ->excludes("--color");
+}
+
+void RefuseIdleOptions(const TextureOptions& options, bool hasDetail)
+{
+    if (hasDetail || !options.detail.empty())
+        return;
+    constexpr const char* kReason = "has no effect without --detail";
+    if (options.tiling)
+        throw CLI::ValidationError("--tiling", kReason);
+    if (options.brighten)
+        throw CLI::ValidationError("--brightness", kReason);
 }
 
 void ApplyTextures(ITessara& surface, ProjectPlace* saved, const TextureOptions& options, ConsoleProgress& progress)

@@ -30,6 +30,10 @@ struct TextureOptions {
 /// Adds the options to a command. \param options outlives the command
 void AddTextureOptions(CLI::App& command, TextureOptions& options);
 
+/// Refuses options that are about a detail texture where there is none. \param hasDetail a project may bring one
+/// \throws CLI::ValidationError
+void RefuseIdleOptions(const TextureOptions& options, bool hasDetail);
+
 /// Puts the textures on a surface, whose host has the texture service and the databases. The OpenGL context is current.
 /// \param saved the terrain's place in a project, whose textures come first, or null
 /// \throws std::runtime_error with one sentence that names the image or the texture

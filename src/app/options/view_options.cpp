@@ -112,8 +112,14 @@ void AddViewOptions(CLI::App& command, ViewOptions& view)
         .add_option("--frames", view.frames,
                     "Frames for which the detail adapts to the camera\n"
                     "[until the triangles stay the same]")
-        ->check(NumberBetween(1, 10000))
+        ->check(WholeNumberBetween(1, 10000))
         ->option_text("N");
+}
+
+void RefuseIdleOptions(const Aim& aim)
+{
+    if (aim.camera && aim.target && (aim.azimuth || aim.tilt))
+        throw CLI::ValidationError(aim.azimuth ? "--azimuth" : "--tilt", "has no effect with --camera and --look-at");
 }
 
 ComPtr<Camera> MakeCamera(const ViewOptions& view, const ElevationData& data, const HeightSpan& span,

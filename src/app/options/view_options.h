@@ -24,6 +24,9 @@ struct ViewOptions {
 /// Adds the options to a command. \param view outlives the command
 void AddViewOptions(CLI::App& command, ViewOptions& view);
 
+/// Refuses directions for a camera whose place and target say where it looks. \throws CLI::ValidationError
+void RefuseIdleOptions(const Aim& aim);
+
 /// The camera of the options. \param data,span of the terrain
 ComPtr<Camera> MakeCamera(const ViewOptions& view, const ElevationData& data, const HeightSpan& span,
                           const GroundFrame& ground);

@@ -14,16 +14,20 @@ constexpr int kMostLooks = 20;
 
 }  // namespace
 
-PolygonText DumpFrame(const TerrainSession& terrain, Camera& camera, int frames)
+PolygonText DumpFrame(const TerrainSession& terrain, Camera& camera, int frames, FrameExtent extent)
 {
     const auto blind = MakeObject<DetailCamera>();
     blind->Follow(camera);
     blind->SeeNothing();
+    const auto eye = MakeObject<DetailCamera>();
+    eye->Follow(camera);
+    if (extent == FrameExtent::Whole)
+        eye->SeeAll();
     const auto look = [&](int steps) {
         for (int step = 0; step < steps; ++step)
             terrain.ReadPolygons(*blind, [](std::string_view) {});
         PolygonText polygons;
-        terrain.ReadPolygons(camera, [&](std::string_view text) { polygons.Append(text); });
+        terrain.ReadPolygons(*eye, [&](std::string_view text) { polygons.Append(text); });
         return polygons;
     };
     if (frames > 0)

@@ -1,8 +1,7 @@
 #include "app/output/mesh_file.h"
 
 #include "app/output/polygon_text.h"
-#include "app/output/triangle_reader.h"
-#include "host/ground_frame.h"
+#include "app/output/triangle_mesh.h"
 #include "platform/system/replacement_stream.h"
 
 #include <algorithm>
@@ -11,15 +10,10 @@
 #include <charconv>
 #include <cstring>
 #include <filesystem>
-#include <unordered_map>
-#include <vector>
 
 namespace tessara {
 
 namespace {
-
-using Vertex = TriangleReader::Vertex;
-using Triangle = TriangleReader::Triangle;
 
 /// Puts text and little-endian numbers into a stream.
 class Writer {
@@ -28,19 +22,16 @@ public:
 
     void Text(std::string_view text) { stream_.write(text.data(), static_cast<std::streamsize>(text.size())); }
 
+    /// The number as a float has it, with as few digits as tell it.
     void Number(double value)
     {
         char digits[64];
-        const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 3);
+        const auto end =
+            std::to_chars(digits, digits + sizeof digits, static_cast<float>(value), std::chars_format::fixed);
         Text({digits, static_cast<std::size_t>(end.ptr - digits)});
     }
 
-    void Integer(std::uint64_t value)
-    {
-        char digits[20];
-        const auto end = std::to_chars(digits, digits + sizeof digits, value);
-        Text({digits, static_cast<std::size_t>(end.ptr - digits)});
-    }
+    void Integer(std::uint64_t value) { Text(std::to_string(value)); }
 
     template <class T>
     void Binary(T value)
@@ -52,118 +43,68 @@ public:
         stream_.write(bytes, sizeof bytes);
     }
 
+    void Point(const Vector3& point)
+    {
+        for (const double number : {point.x, point.y, point.z})
+            Binary(static_cast<float>(number));
+    }
+
 private:
     std::ostream& stream_;
 };
 
-/// Triangles over a list of vertices without repeats.
-struct IndexedMesh {
-    std::vector<Vertex> vertices;
-    std::vector<std::uint32_t> indices;
-};
-
-struct VertexHash {
-    std::size_t operator()(const Vertex& vertex) const noexcept
-    {
-        std::size_t hash = 0;
-        for (const float number : vertex)
-            hash = (hash ^ std::bit_cast<std::uint32_t>(number)) * 0x9E3779B97F4A7C15u;
-        return hash ^ hash >> 32;
-    }
-};
-
-IndexedMesh ReadIndexed(const PolygonText& polygons)
+void WriteObj(Writer& out, const TriangleMesh& mesh, std::string_view units)
 {
-    IndexedMesh mesh;
-    std::unordered_map<Vertex, std::uint32_t, VertexHash> known;
-    TriangleReader reader(polygons);
-    for (Triangle triangle; reader.Next(triangle);) {
-        for (const Vertex& vertex : triangle) {
-            const auto [entry, isNew] = known.try_emplace(vertex, static_cast<std::uint32_t>(mesh.vertices.size()));
-            if (isNew)
-                mesh.vertices.push_back(vertex);
-            mesh.indices.push_back(entry->second);
+    out.Text("# ");
+    out.Text(units);
+    out.Text("\n");
+    for (const Vector3& point : mesh.points) {
+        out.Text("v");
+        for (const double number : {point.x, point.y, point.z}) {
+            out.Text(" ");
+            out.Number(number);
         }
-    }
-    return mesh;
-}
-
-/// Tree units and a normalised height to metres on the map.
-Vector3 ToMap(const GroundFrame& ground, const Vertex& vertex)
-{
-    const Vector3 units = ground.DrawUnits();
-    return {static_cast<double>(vertex[0]) * units.x, ground.Depth() - static_cast<double>(vertex[2]) * units.z,
-            ground.Metres(static_cast<double>(vertex[1]))};
-}
-
-std::vector<Vector3> PointsOf(const IndexedMesh& mesh, const GroundFrame& ground)
-{
-    std::vector<Vector3> points;
-    points.reserve(mesh.vertices.size());
-    for (const Vertex& vertex : mesh.vertices)
-        points.push_back(ToMap(ground, vertex));
-    return points;
-}
-
-void WriteObj(Writer& out, const PolygonText& polygons, const GroundFrame& ground)
-{
-    const IndexedMesh mesh = ReadIndexed(polygons);
-    out.Text("# metres: x east and y north of the south-west corner, z the height\n");
-    for (const Vector3& point : PointsOf(mesh, ground)) {
-        out.Text("v ");
-        out.Number(point.x);
-        out.Text(" ");
-        out.Number(point.y);
-        out.Text(" ");
-        out.Number(point.z);
         out.Text("\n");
     }
-    for (std::size_t i = 0; i < mesh.indices.size(); ++i) {
-        out.Text(i % 3 == 0 ? "f " : " ");
-        out.Integer(std::uint64_t{mesh.indices[i]} + 1);
-        if (i % 3 == 2)
-            out.Text("\n");
+    for (const TriangleMesh::Triangle& triangle : mesh.triangles) {
+        out.Text("f");
+        for (const std::uint32_t corner : triangle) {
+            out.Text(" ");
+            out.Integer(std::uint64_t{corner} + 1);
+        }
+        out.Text("\n");
     }
 }
 
-void WritePoint(Writer& out, const Vector3& point)
+void WritePly(Writer& out, const TriangleMesh& mesh, std::string_view units)
 {
-    out.Binary(static_cast<float>(point.x));
-    out.Binary(static_cast<float>(point.y));
-    out.Binary(static_cast<float>(point.z));
-}
-
-void WritePly(Writer& out, const PolygonText& polygons, const GroundFrame& ground)
-{
-    const IndexedMesh mesh = ReadIndexed(polygons);
-    const std::uint64_t triangles = mesh.indices.size() / 3;
-    out.Text("ply\nformat binary_little_endian 1.0\n"
-             "comment metres: x east and y north of the south-west corner, z the height\nelement vertex ");
-    out.Integer(mesh.vertices.size());
+    out.Text("ply\nformat binary_little_endian 1.0\ncomment ");
+    out.Text(units);
+    out.Text("\nelement vertex ");
+    out.Integer(mesh.points.size());
     out.Text("\nproperty float x\nproperty float y\nproperty float z\nelement face ");
-    out.Integer(triangles);
+    out.Integer(mesh.triangles.size());
     out.Text("\nproperty list uchar int vertex_indices\nend_header\n");
-    for (const Vector3& point : PointsOf(mesh, ground))
-        WritePoint(out, point);
-    for (std::size_t i = 0; i < mesh.indices.size(); ++i) {
-        if (i % 3 == 0)
-            out.Binary(std::uint8_t{3});
-        out.Binary(static_cast<std::int32_t>(mesh.indices[i]));
+    for (const Vector3& point : mesh.points)
+        out.Point(point);
+    for (const TriangleMesh::Triangle& triangle : mesh.triangles) {
+        out.Binary(std::uint8_t{3});
+        for (const std::uint32_t corner : triangle)
+            out.Binary(static_cast<std::int32_t>(corner));
     }
 }
 
-void WriteStl(Writer& out, const PolygonText& polygons, const GroundFrame& ground)
+void WriteStl(Writer& out, const TriangleMesh& mesh, std::string_view units)
 {
-    std::string header = "metres: x east and y north of the south-west corner, z the height";
-    header.resize(80, ' ');
-    out.Text(header);
-    out.Binary(static_cast<std::uint32_t>(polygons.Triangles()));
-    Triangle triangle;
-    for (TriangleReader reader(polygons); reader.Next(triangle);) {
-        const Vector3 points[3] = {ToMap(ground, triangle[0]), ToMap(ground, triangle[1]), ToMap(ground, triangle[2])};
-        WritePoint(out, Normalised(Cross(points[1] - points[0], points[2] - points[0])));
-        for (const Vector3& point : points)
-            WritePoint(out, point);
+    std::string head(units);
+    head.resize(80, ' ');
+    out.Text(head);
+    out.Binary(static_cast<std::uint32_t>(mesh.triangles.size()));
+    for (const auto& [a, b, c] : mesh.triangles) {
+        const Vector3 corners[3] = {mesh.points[a], mesh.points[b], mesh.points[c]};
+        out.Point(Normalised(Cross(corners[1] - corners[0], corners[2] - corners[0])));
+        for (const Vector3& corner : corners)
+            out.Point(corner);
         out.Binary(std::uint16_t{0});
     }
 }
@@ -182,24 +123,24 @@ MeshFormat MeshFormatOf(const std::string& path)
     return ending == ".stl" ? MeshFormat::Stl : MeshFormat::Text;
 }
 
-void WriteMesh(const PolygonText& polygons, const std::string& path, const GroundFrame& ground)
+void WriteMesh(const TriangleMesh& mesh, const std::string& path, MeshFormat format, std::string_view units)
 {
     ReplacementStream file(path);
     Writer out(file.Stream());
-    switch (MeshFormatOf(path)) {
-    case MeshFormat::Obj:
-        WriteObj(out, polygons, ground);
-        break;
-    case MeshFormat::Ply:
-        WritePly(out, polygons, ground);
-        break;
-    case MeshFormat::Stl:
-        WriteStl(out, polygons, ground);
-        break;
-    case MeshFormat::Text:
-        for (const std::string& piece : polygons.Pieces())
-            out.Text(piece);
-    }
+    if (format == MeshFormat::Obj)
+        WriteObj(out, mesh, units);
+    else if (format == MeshFormat::Ply)
+        WritePly(out, mesh, units);
+    else
+        WriteStl(out, mesh, units);
+    file.PutInPlace();
+}
+
+void WritePolygons(const PolygonText& polygons, const std::string& path)
+{
+    ReplacementStream file(path);
+    for (const std::string& piece : polygons.Pieces())
+        file.Stream() << piece;
     file.PutInPlace();
 }
 

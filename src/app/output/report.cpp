@@ -1,7 +1,10 @@
 #include "app/output/report.h"
 
 #include "host/elevation/elevation_data.h"
+#include "platform/system/replacement_file.h"
 #include "platform/system/terminal_text.h"
+
+#include <unistd.h>
 
 #include <charconv>
 #include <cmath>
@@ -27,6 +30,12 @@ std::string MebibytesText(double bytes)
 void Line(const char* name, const std::string& text)
 {
     std::cout << std::left << std::setw(20) << TerminalText(name) << TerminalText(text) << '\n';
+}
+
+void PrintWritten(const std::string& what, const std::string& path)
+{
+    if (path != kStandardOutput)
+        std::cout << TerminalText(what) << '\n' << (isatty(STDOUT_FILENO) != 0 ? TerminalText(path) : path) << '\n';
 }
 
 void PrintGrid(const ElevationData& data)

@@ -20,4 +20,8 @@ void PrintGrid(const ElevationData& data);
 /// Prints where it lies.
 void PrintReference(const ElevationData& data);
 
+/// Tells of a file that was written: a line on what it holds, and its path as the last one. Nothing where the file is
+/// the standard output.
+void PrintWritten(const std::string& what, const std::string& path);
+
 }  // namespace tessara

@@ -1,18 +1,25 @@
 #include "app/view/saved_textures.h"
 
+#include "app/output/debug_reasons.h"
 #include "host/project/project_place.h"
 #include "platform/com/bstr.h"
 #include "platform/gl/gl.h"
 #include "surface/itessara.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace tessara {
 
 namespace {
 
-std::string DetailName(ITessara& surface)
+/// What its users call the detail texture of a project, or its key.
+std::string DetailName(ITessara& surface, const ProjectPlace& saved)
 {
+    const auto shown = saved.Read("TEXTURE_DET_NAME_USER");
+    const std::string text = shown ? std::string(shown->begin(), std::find(shown->begin(), shown->end(), 0)) : "";
+    if (!text.empty())
+        return text;
     BstrHolder name;
     BstrHolder table;
     surface.GetDBTextureDetailName(name.Out(), table.Out());
@@ -40,6 +47,7 @@ bool HasSource(ITessara& surface)
 
 std::string TakeSavedTextures(ITessara& surface, ProjectPlace& saved)
 {
+    const DebugReasons quiet;  // a texture that is lost is told by its name
     const HRESULT result = surface.LoadSerializedTextures(&saved);
     if (FAILED(result))
         throw std::runtime_error("OpenGL can't hold the source image of the terrain \"" + saved.Name() + "\".");
@@ -48,7 +56,7 @@ std::string TakeSavedTextures(ITessara& surface, ProjectPlace& saved)
     if (HasDetail(surface))
         return {};
     surface.UseTextureDetail(0);
-    return result == S_FALSE ? DetailName(surface) : std::string();
+    return result == S_FALSE ? DetailName(surface, saved) : std::string();
 }
 
 }  // namespace tessara

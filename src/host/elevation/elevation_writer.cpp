@@ -47,6 +47,8 @@ constexpr const char* kLocalReference = "LOCAL_CS[\"Local metres\",UNIT[\"metre\
 
 const Format& FormatOf(const std::string& path)
 {
+    if (path == kStandardOutput)
+        return kFormats[0];
     std::string ending = std::filesystem::path(path).extension().string();
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });

@@ -16,6 +16,7 @@ constexpr int kWaitMilliseconds = 10000;
 SqliteFile::SqliteFile(const std::string& path, Access access, const Kind& kind, const std::string& shownPath)
     : path_(shownPath.empty() ? path : shownPath), file_(path), kind_(kind)
 {
+    RequireFile(path);
     const int flags = access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     const int result = sqlite3_open_v2(path.c_str(), &handle_, flags | SQLITE_OPEN_FULLMUTEX, nullptr);
     try {
@@ -45,6 +46,22 @@ void SqliteFile::Configure()
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_extended_result_codes(handle_, 1);
+}
+
+/// Opening a pipe would wait for its other end; what can't be looked at has a reason that SQLite doesn't tell.
+void SqliteFile::RequireFile(const std::string& path) const
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    const auto refuse = [&](const std::string& why) {
+        throw StorageError("Can't use the " + std::string(kind_.name) + " \"" + path_ + "\": " + why);
+    };
+    if (status.type() == std::filesystem::file_type::none)
+        refuse(error.message());
+    if (std::filesystem::is_directory(status))
+        refuse("it is a folder");
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        refuse("it is no regular file");
 }
 
 void SqliteFile::CheckKind(Access access)

@@ -55,6 +55,7 @@ private:
     friend class SqliteStatement;
 
     std::string FailureText() const;
+    void RequireFile(const std::string& path) const;
     void Configure();
     void CheckKind(Access access);
     [[noreturn]] void Fail() const;

@@ -1,6 +1,7 @@
 #include "host/textures/texture_store.h"
 
 #include <filesystem>
+#include <system_error>
 
 namespace tessara {
 
@@ -147,7 +148,8 @@ bool TextureStore::Remove(std::string_view table, std::string_view key)
 
 std::unique_ptr<TextureStore> OpenStore(const DatabasePlace& place)
 {
-    if (place.writable && !std::filesystem::exists(place.path))
+    std::error_code error;
+    if (place.writable && std::filesystem::status(place.path, error).type() == std::filesystem::file_type::not_found)
         return nullptr;
     // What a program left behind that ended in the middle of a write can only be undone by who may write.
     return std::make_unique<TextureStore>(place.path, place.writable ? SqliteFile::Access::ReadWrite

@@ -13,6 +13,7 @@
 #include <atomic>
 #include <new>
 #include <optional>
+#include <set>
 
 namespace tessara {
 
@@ -71,7 +72,8 @@ std::string ValueOrNothing(const RegistryData& data, const std::string& path, st
     return value ? *value : std::string();
 }
 
-void ListClasses(const RegistryStore& store, std::vector<RegisteredClass>& classes)
+/// \param seen ids of the classes that are listed
+void ListClasses(const RegistryStore& store, std::vector<RegisteredClass>& classes, std::set<std::string>& seen)
 {
     const RegistryData data = ReadRegistryStore(store);
     for (const std::string& name : data.Subkeys("CLSID")) {
@@ -80,8 +82,7 @@ void ListClasses(const RegistryStore& store, std::vector<RegisteredClass>& class
         const auto id = ParseGuid(name);
         if (!id || !module)
             continue;
-        const bool hidden = std::any_of(classes.begin(), classes.end(),
-                                        [&id](const RegisteredClass& other) { return other.id == *id; });
+        const bool hidden = !seen.insert(GuidText(*id)).second;
         classes.push_back({*id, ValueOrNothing(data, key), ValueOrNothing(data, key + "\\ProgID"),
                            ValueOrNothing(data, key + "\\InprocServer32", "ThreadingModel"), *module, store.scope,
                            store.path, hidden});
@@ -165,9 +166,10 @@ HRESULT FindTypeDescription(const TypeLibraryId& library, std::string& text) noe
 RegistryContent ListRegisteredClasses()
 {
     RegistryContent content;
+    std::set<std::string> seen;
     for (const RegistryStore& store : RegistryStores()) {
         try {
-            ListClasses(store, content.classes);
+            ListClasses(store, content.classes, seen);
         } catch (const RegistryError& error) {
             content.faults.emplace_back(error.what());
         }

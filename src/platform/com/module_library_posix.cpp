@@ -2,6 +2,7 @@
 #include "platform/system/debug_output.h"
 
 #include <dlfcn.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstring>
@@ -40,6 +41,13 @@ HRESULT Refuse(const std::string& path)
 
 HRESULT ModuleLibrary::Load(const std::string& path, std::shared_ptr<ModuleLibrary>& module)
 {
+    // Opening a pipe would wait for its other end. A name that isn't there may be one that the loader looks for.
+    struct stat status {};
+    if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        Say("The file " + path + " is no module: it is " +
+            (S_ISDIR(status.st_mode) ? "a folder." : "no regular file."));
+        return CO_E_ERRORINDLL;
+    }
     void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle)
         return Refuse(path);

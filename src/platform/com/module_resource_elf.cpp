@@ -21,7 +21,7 @@ constexpr std::uint64_t kLargestResource = 16 << 20;
 /// A module's file, read piece by piece. Nothing that the file says about itself is believed unchecked.
 class ElfFile {
 public:
-    explicit ElfFile(const std::string& path) : file_(Open(path)) {}
+    explicit ElfFile(const std::string& path) : file_(Open(path)), size_(SizeOf(path)) {}
 
     std::optional<std::string> Section(std::string_view name)
     {
@@ -50,6 +50,13 @@ private:
         if (std::filesystem::is_regular_file(path, error))
             file.open(path, std::ios::binary);
         return file;
+    }
+
+    static std::uint64_t SizeOf(const std::string& path)
+    {
+        std::error_code error;
+        const std::uint64_t size = std::filesystem::file_size(path, error);
+        return error ? 0 : size;
     }
 
     static bool IsOfThisMachine(const Elf64_Ehdr& header)
@@ -84,7 +91,7 @@ private:
 
     std::optional<std::string> ReadContent(const Elf64_Shdr& section, std::uint64_t largest)
     {
-        if (section.sh_size > largest)
+        if (section.sh_size > largest || section.sh_size > size_)
             return std::nullopt;
         std::string content(section.sh_size, '\0');
         if (!ReadAt(section.sh_offset, content.data(), content.size()))
@@ -93,6 +100,7 @@ private:
     }
 
     std::ifstream file_;
+    std::uint64_t size_;
 };
 
 }  // namespace

@@ -49,7 +49,11 @@ HRESULT ProbeServer(const std::string& modulePath, REFCLSID clsid) noexcept
         if (FAILED(result))
             return result;
         ComPtr<IClassFactory> factory;
-        return module->GetClassObject(clsid, IID_IClassFactory, factory.OutVoid());
+        const HRESULT served = module->GetClassObject(clsid, IID_IClassFactory, factory.OutVoid());
+        if (FAILED(served))
+            return served;
+        ComPtr<IUnknown> object;
+        return factory->CreateInstance(nullptr, IID_IUnknown, object.OutVoid());
     });
 }
 

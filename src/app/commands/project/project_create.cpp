@@ -13,6 +13,7 @@
 #include "host/project/project_terrain.h"
 #include "host/project/project_writer.h"
 #include "host/terrain_session.h"
+#include "platform/system/replacement_file.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -53,7 +54,9 @@ std::string Beginning(const CreateOptions& options)
 
 void CheckOptions(const CreateOptions& options)
 {
-    RequireWritable(options.project, options.input.file);
+    RefuseIdleOptions(options.textures, false);
+    RequireReplaceable(CheckedOutput(options.project, {options.input.file, options.textures.source}, {}),
+                       ReplacementFile::Kind::File);
     if (IsProjectFile(options.input.file))
         throw std::runtime_error("The file " + options.input.file +
                                  " is a project already; \"tessara project set\" changes it.");

@@ -1,6 +1,7 @@
 #include "app/commands/project/project_commands.h"
 #include "app/input/loaded_terrain.h"
 #include "app/output/output_check.h"
+#include "app/output/report.h"
 #include "host/elevation/elevation_writer.h"
 #include "host/project/project_terrain.h"
 #include "platform/system/terminal_text.h"
@@ -9,7 +10,6 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <iostream>
 #include <memory>
 
 namespace tessara {
@@ -24,13 +24,13 @@ struct ExportOptions {
 
 void Export(const ExportOptions& options)
 {
-    RequireWritable(options.output, options.project);
+    const std::string output = CheckedOutput(options.output, {options.project}, {".tif", ".tiff", ".asc", ".png"});
     const auto place = OpenElement(options.project, options.element);
     const ProjectTerrain terrain = ReadTerrain(*place);
-    WriteElevationFile(terrain.data, options.output);
-    std::cout << TerminalText(place->Name()) << ": " << terrain.data.width << " x " << terrain.data.height
-              << " heights\n"
-              << options.output << '\n';
+    WriteElevationFile(terrain.data, output);
+    PrintWritten(place->Name() + ": " + std::to_string(terrain.data.width) + " x " +
+                     std::to_string(terrain.data.height) + " heights",
+                 output);
 }
 
 }  // namespace

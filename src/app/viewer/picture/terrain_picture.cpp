@@ -94,7 +94,7 @@ void TerrainPicture::Draw(int width, int height, double factor, TextPainter& tex
 
 void TerrainPicture::Save(const std::string& path, int width, int height)
 {
-    RequireWritable(path, document_.Path());
+    CheckedOutput(path, {document_.Path()}, {".png"});
     std::vector<std::uint8_t> pixels;
     {
         const OtherFrame frame(gl_, camera_, controller_, width, height);

@@ -1,6 +1,7 @@
 #include "app/viewer/terrain/triangle_export.h"
 
 #include "app/output/frame_dump.h"
+#include "app/output/ground_mesh.h"
 #include "app/output/mesh_file.h"
 #include "app/output/output_check.h"
 #include "app/viewer/terrain/terrain_document.h"
@@ -30,7 +31,8 @@ void CopyView(Camera& from, Camera& to, const GroundFrame& ground, double lift)
 std::uint64_t ExportTriangles(const TerrainDocument& document, const std::string& path, Camera& camera,
                               double levelOfDetail)
 {
-    RequireWritable(path, document.Path());
+    const MeshFormat format = MeshFormatOf(path);
+    CheckedOutput(path, {document.Path()}, {".txt", ".obj", ".ply", ".stl"});
     const auto host = MakeObject<KvoHost>(nullptr, nullptr);
     const double exaggeration = document.Session().Ground().Exaggeration();
     const TerrainSession terrain(document.Data(), {exaggeration, levelOfDetail}, ComPtr<IKvoHost>(host.Get()));
@@ -38,9 +40,14 @@ std::uint64_t ExportTriangles(const TerrainDocument& document, const std::string
     const auto eye = MakeObject<Camera>();
     CopyView(camera, *eye, terrain.Ground(),
              document.Session().Ground().FromMap(0.0, 0.0, static_cast<double>(document.Data().minimum)).y);
-    const PolygonText polygons = DumpFrame(terrain, *eye, 0);
-    WriteMesh(polygons, path, terrain.Ground());
-    return polygons.Triangles();
+    if (format == MeshFormat::Text) {
+        const PolygonText polygons = DumpFrame(terrain, *eye, 0, FrameExtent::Seen);
+        WritePolygons(polygons, path);
+        return polygons.Triangles();
+    }
+    const TriangleMesh mesh = MakeGroundMesh(DumpFrame(terrain, *eye, 0, FrameExtent::Whole), document.Data());
+    WriteMesh(mesh, path, format, kGroundUnits);
+    return mesh.triangles.size();
 }
 
 }  // namespace tessara

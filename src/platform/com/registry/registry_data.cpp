@@ -10,6 +10,7 @@ namespace {
 
 constexpr char kSeparator = '\\';
 constexpr std::size_t kLongestName = 255;
+constexpr int kMostParts = 64;
 
 /// Place of a character in the order of names: the separator comes first of all.
 int Rank(char c)
@@ -80,6 +81,8 @@ std::vector<std::string> RegistryData::Subkeys(std::string_view path) const
 
 std::string RegistryData::CreateKey(std::string_view path)
 {
+    if (std::count(path.begin(), path.end(), kSeparator) >= kMostParts)
+        throw RegistryError(REGDB_E_INVALIDVALUE, "A key of the class registry has more than 64 keys above it.");
     std::string spelled;
     for (std::size_t start = 0; start <= path.size();) {
         const std::size_t end = std::min(path.find(kSeparator, start), path.size());

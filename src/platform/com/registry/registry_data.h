@@ -37,8 +37,8 @@ public:
 
     /// Makes a key, and those above it, where they aren't there yet.
     /// \return its path as spelled here
-    /// \throws RegistryError with REGDB_E_INVALIDVALUE for a path with a part that is empty, longer than 255 bytes or
-    /// has control characters
+    /// \throws RegistryError with REGDB_E_INVALIDVALUE for a path of more than 64 parts, or with a part that is empty,
+    /// longer than 255 bytes or has control characters
     std::string CreateKey(std::string_view path);
 
     /// Sets a value and makes its key. \throws as CreateKey, also for the value's name

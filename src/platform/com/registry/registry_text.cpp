@@ -81,7 +81,7 @@ private:
         throw RegistryError(REGDB_E_READREGDB, "The class registry " + path_ + " " + why + ".");
     }
 
-    [[noreturn]] void RefuseLine(const char* what) const
+    [[noreturn]] void RefuseLine(const std::string& what) const
     {
         Refuse("is damaged: line " + std::to_string(line_) + " " + what);
     }
@@ -119,8 +119,8 @@ private:
             RefuseLine("is not a key");
         try {
             return data.CreateKey(line.substr(1, line.size() - 2));
-        } catch (const RegistryError&) {
-            RefuseLine("is not a key");
+        } catch (const RegistryError& error) {
+            RefuseLine("is not a key (" + std::string(error.what()) + ")");
         }
     }
 

@@ -142,6 +142,10 @@ TEST(RegistryText, NamesTheLineThatIsNoKeyAndNoValue)
                             "[A]\n=\"1\"\n", "[A]\n[B\n", "[A]\n[]\n", "[A]\n[B\\\\C]\n", "[A]\n\"x"})
         EXPECT_THAT(Refusal(Framed(bad)), HasSubstr("line 3")) << bad;
     EXPECT_THAT(Refusal(Framed("@=\"no key\"\n")), HasSubstr("line 2"));
+    std::string deep = "[A";
+    for (int i = 0; i < 20000; ++i)
+        deep += "\\A";
+    EXPECT_THAT(Refusal(Framed(deep + "]\n")), HasSubstr("more than 64 keys above it"));
     EXPECT_THAT(Refusal(Framed("[A]\n@=\"1\"\n@=\"2\"\n")), HasSubstr("line 4"));
 }
 
