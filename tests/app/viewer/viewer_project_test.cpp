@@ -196,6 +196,10 @@ TEST_F(ViewerProject, EveryChangeButTheCamerasIsWork)
     EXPECT_FALSE(viewer_->HasUnsavedWork());
     viewer_->Sculptor().Undo();
     EXPECT_TRUE(viewer_->HasUnsavedWork());
+    viewer_->Work().SaveProject(path_);
+    viewer_->Sculptor().Redo();
+    viewer_->Work().SaveHeights(folder_ / "dug.tif");
+    EXPECT_TRUE(viewer_->HasUnsavedWork()) << "the project doesn't hold them";
 }
 
 TEST_F(ViewerProject, ADetailTextureThatWasChosenDuringTheLoadIsWork)

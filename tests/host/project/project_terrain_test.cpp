@@ -236,12 +236,15 @@ TEST_F(ProjectTerrainTest, ANewAimEndsTheOldOne)
     ProjectView view;
     view.azimuth = 10.0;
     view.tilt = 20.0;
+    view.target = Vector3{4.0, 5.0, 6.0};
     view.sun = {1.0, 2.0};
     RememberView(*place, view);
+    ASSERT_TRUE(ViewOf(place->Settings()).target);
     ProjectView standing;
     standing.camera = Vector3{1.0, 2.0, 3.0};
     RememberView(*place, standing);
     EXPECT_FALSE(ViewOf(place->Settings()).azimuth);
+    EXPECT_FALSE(ViewOf(place->Settings()).target);
     EXPECT_TRUE(ViewOf(place->Settings()).camera);
     EXPECT_TRUE(ViewOf(place->Settings()).sun) << "what doesn't contradict stays";
     ProjectView turned;
