@@ -146,8 +146,7 @@ struct ITessara : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE LoadSerializedSurfaceProperties(IUnknown* pIParser) = 0;
 
     /// Gives the matrix, which is made where there is none, new cells and the default palette. The tree goes.
-    /// \return S_OK, also when no matrix could be made, and when the matrix couldn't allocate its cells, which leaves
-    /// it
+    /// \return S_OK, also when no matrix could be made or it couldn't allocate its cells, which leaves it
     ///         without any; E_FAIL without size or elevations, with the matrix as it was
     virtual HRESULT STDMETHODCALLTYPE LoadSerializedMatrix(IUnknown* pIParser) = 0;
 
