@@ -11,6 +11,10 @@ function(tessara_compile_settings target)
     # root.
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wno-psabi
         $<$<BOOL:${TESSARA_WERROR}>:-Werror> -ffp-contract=off -fno-math-errno -fno-semantic-interposition)
+    if(WIN32)
+        # OpenGL's functions without the import attribute: a recording library can stand in their place.
+        target_compile_definitions(${target} PRIVATE _GDI32_)
+    endif()
     if(TESSARA_FUZZ)
         target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
     endif()

@@ -93,7 +93,7 @@ void CTextureDetailDlg::DoDataExchange(CDataExchange* exchange)
 }
 
 /// Return never closes the dialog: it goes on to the next control, which applies a field that is left.
-BOOL CTextureDetailDlg::PreTranslateMessage(MSG* message)
+BOOL CTextureDetailDlg::PreTranslateMessage(InputMessage* message)
 {
     if (GetActiveWindow() == this)
         m_toolTip.RelayEvent(message);

@@ -40,7 +40,7 @@ public:
 protected:
     const tessara::MessageMap* GetMessageMap() const override;
     void DoDataExchange(CDataExchange* exchange) override;
-    BOOL PreTranslateMessage(MSG* message) override;
+    BOOL PreTranslateMessage(tessara::InputMessage* message) override;
     BOOL OnInitDialog() override;
 
 private:
@@ -109,9 +109,9 @@ private:
     IGLContext* m_pContext = nullptr;        // counted, from OnInitDialog to OnDestroy
     std::string m_strElement;                // a display name at first, the key of the selected element later
     std::string m_strTable = "TerrainTextureDetail";
-    ULONG m_previewTexture = 0;        // of the preview's context, 0 for none
-    std::vector<BSTR> m_keys;          // owned
-    std::vector<BSTR> m_displayNames;  // owned, parallel to m_keys; may be empty or null
+    std::uint32_t m_previewTexture = 0;  // of the preview's context, 0 for none
+    std::vector<BSTR> m_keys;            // owned
+    std::vector<BSTR> m_displayNames;    // owned, parallel to m_keys; may be empty or null
     std::string m_strSystemLabel = "System database";
     std::string m_strUserLabel = "User database";
     std::string m_strDatabaseLabel;  // of the database that is shown

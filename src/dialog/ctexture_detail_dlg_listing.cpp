@@ -12,9 +12,11 @@ using namespace tessara;
 
 namespace {
 
-std::u16string_view View(BSTR text)
+using WideView = std::basic_string_view<OLECHAR>;
+
+WideView View(BSTR text)
 {
-    return text ? std::u16string_view(text, SysStringLen(text)) : std::u16string_view();
+    return text ? WideView(text, SysStringLen(text)) : WideView();
 }
 
 void Free(std::vector<BSTR>& strings) noexcept
@@ -65,7 +67,7 @@ void CTextureDetailDlg::FillElementList()
         return;
     ReadElements(*database);
     // A key that stands there twice has the display name of its first entry, as in FindDisplayName.
-    std::unordered_map<std::u16string_view, std::size_t> entries;
+    std::unordered_map<WideView, std::size_t> entries;
     int selected = 0;
     for (std::size_t i = 0; i < m_keys.size(); ++i) {
         const std::string name = NarrowText(m_displayNames[i]);
@@ -97,7 +99,7 @@ void CTextureDetailDlg::FreeElements() noexcept
 /// \return false, with `out` left alone, for an unknown key; an element without a display name is found
 bool CTextureDetailDlg::FindDisplayName(const std::string& key, std::string& out) const
 {
-    const std::u16string wide = WideText(key);
+    const std::basic_string<OLECHAR> wide = WideText(key);
     for (std::size_t i = 0; i < m_keys.size(); ++i) {
         if (View(m_keys[i]) == wide) {
             out = NarrowText(m_displayNames[i]);

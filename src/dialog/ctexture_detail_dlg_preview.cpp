@@ -30,8 +30,10 @@ void CTextureDetailDlg::LoadPreviewElement()
     const BstrHolder key(m_strElement);
     const BstrHolder table(m_strTable);
     DatabaseSelector selector(m_strDatabaseLabel != m_strSystemLabel);
+    ULONG texture = m_previewTexture;
     if (const CurrentPreview current(*m_pContext); current)
-        m_pHost->LoadPreviewTexture(key.Get(), table.Get(), &m_previewTexture, selector.Get());
+        m_pHost->LoadPreviewTexture(key.Get(), table.Get(), &texture, selector.Get());
+    m_previewTexture = texture;
 }
 
 void CTextureDetailDlg::DropPreviewTexture()

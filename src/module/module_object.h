@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/com/class_registry.h"
+#include "platform/com/module_registration.h"
 
 #include <string>
 

@@ -5,7 +5,7 @@
 #include "module/object_map.h"
 #include "module/type_library.h"
 #include "platform/com/guard.h"
-#include "platform/com/module_server.h"
+#include "platform/com/module_file.h"
 
 #include <string>
 

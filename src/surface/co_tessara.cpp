@@ -23,7 +23,7 @@ void ReleaseField(T*& field)
 
 HRESULT CoTessara::InitServer()
 {
-    for (ULONG& id : m_textureId)
+    for (std::uint32_t& id : m_textureId)
         id = 0;
     delete std::exchange(m_pTerrain, nullptr);
     Guard([this] {
@@ -66,11 +66,11 @@ HRESULT CoTessara::StopServer()
     ReleaseField(m_pMatrix);
     delete std::exchange(m_pTerrain, nullptr);
     if (m_pTextureMgr) {
-        for (ULONG& id : m_textureId) {
+        for (std::uint32_t& id : m_textureId) {
             if (id != 0)
                 m_pTextureMgr->ReleaseTexture(id);
         }
-        for (ULONG& id : m_textureId)
+        for (std::uint32_t& id : m_textureId)
             id = 0;
     }
     // Both are forgotten too, so that a call out of order fails instead of using a host that may be gone.

@@ -114,11 +114,11 @@ private:
     HRESULT LoadDetail();
     void TakeTextureSettings(const tessara::SavedTextureSettings& saved);
 
-    IKvoHost* m_pKvo = nullptr;             // counted
-    IElevationMatrix* m_pMatrix = nullptr;  // counted
-    TerrainLod* m_pTerrain = nullptr;       // owned, from InitServer to StopServer
-    ULONG m_textureId[3] = {0, 0, 0};       // one hold each where not 0; the terrain points here
-    std::string m_textureKey[3];            // second name of the slot's texture
+    IKvoHost* m_pKvo = nullptr;                // counted
+    IElevationMatrix* m_pMatrix = nullptr;     // counted
+    TerrainLod* m_pTerrain = nullptr;          // owned, from InitServer to StopServer
+    std::uint32_t m_textureId[3] = {0, 0, 0};  // one hold each where not 0; the terrain points here
+    std::string m_textureKey[3];               // second name of the slot's texture
     float m_canvasLeft = 0.0f;
     float m_canvasTop = 0.0f;
     ITextureMgr* m_pTextureMgr = nullptr;  // counted

@@ -55,7 +55,10 @@ HRESULT CoTessara::CreateSlotTexture(Slot slot, LONG width, LONG height, LONG bi
         m_pTextureMgr->ReleaseTexture(std::exchange(m_textureId[slot], 0));
     m_pTextureMgr->SetElementName(element.Get());
     m_pTextureMgr->SetTextureName(key.Get());
-    return m_pTextureMgr->CreateTexture(width, height, bitsPerPixel, pixels, &m_textureId[slot]);
+    ULONG id = 0;
+    const HRESULT result = m_pTextureMgr->CreateTexture(width, height, bitsPerPixel, pixels, &id);
+    m_textureId[slot] = id;
+    return result;
 }
 
 HRESULT CoTessara::CreateTextureSurface2D()

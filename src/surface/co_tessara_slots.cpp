@@ -163,11 +163,11 @@ HRESULT CoTessara::SetTextureDetailFromDB(BSTR name, BSTR table, VARIANT* v)
             std::string newName = tessara::NarrowText(name);
             std::string newTable = tessara::NarrowText(table);
             std::string newDatabase = v ? "USERDB" : "APPDB";
-            const ULONG old = m_textureId[Detail];
-            const HRESULT result = m_pKvo->LoadTextureFromDB(name, table, &m_textureId[Detail], v);
-            if (FAILED(result)) {
-                m_textureId[Detail] = old;
-            } else {
+            const std::uint32_t old = m_textureId[Detail];
+            ULONG id = old;
+            const HRESULT result = m_pKvo->LoadTextureFromDB(name, table, &id, v);
+            if (SUCCEEDED(result)) {
+                m_textureId[Detail] = id;
                 m_detailName = std::move(newName);
                 m_detailTable = std::move(newTable);
                 if (old != 0 && m_pTextureMgr)

@@ -1,3 +1,4 @@
+#include "platform/system/text_file.h"
 #include "terrain/patch_writer.h"
 #include "terrain/terrain_frustum.h"
 #include "terrain/terrain_lod.h"
@@ -139,7 +140,7 @@ bool TerrainLod::DumpPolygons(const char* fileName, float x, float y, float z, c
 
 bool TerrainLod::DumpToFile(const char* fileName, const TerrainFrustum* frustum)
 {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(fileName, "w"), &std::fclose);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(tessara::CreateTextFile(fileName), &std::fclose);
     if (!file)
         return false;
     if (!frustum || !Source.HasData())

@@ -51,7 +51,7 @@ template <class Proc>
 void FetchOnce(Proc& proc, const char* name)
 {
     if (!proc)
-        proc = reinterpret_cast<Proc>(wglGetProcAddress(name));
+        proc = reinterpret_cast<Proc>(reinterpret_cast<void*>(wglGetProcAddress(name)));
 }
 
 /// A row-major image whose pixels change places.

@@ -158,7 +158,7 @@ void ScriptedDialog::PickRows(int control, const std::vector<int>& rows, int foc
 
 void ScriptedDialog::Press(WPARAM key)
 {
-    MSG message{WM_KEYDOWN, key, 0, focus_};
+    InputMessage message{WM_KEYDOWN, key, 0, focus_};
     if (result)
         return;
     if (!events_.Translate(message)) {
@@ -195,7 +195,7 @@ void ScriptedDialog::ClickLink(const std::string& text)
 void ScriptedDialog::Rest()
 {
     while (!result && (!posted_.empty() || invalid_)) {
-        MSG next{WM_PAINT, 0, 0, 0};
+        InputMessage next{WM_PAINT, 0, 0, 0};
         if (!std::exchange(invalid_, false)) {
             next = posted_.front();
             posted_.pop_front();

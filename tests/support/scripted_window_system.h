@@ -65,7 +65,7 @@ public:
     bool CreateToolTip() override { return hasToolTips; }
     void SetToolTipLink(UINT message) override { linkMessage = message; }
     void AddToolTip(int control, const std::string& markup) override { toolTips.emplace_back(control, markup); }
-    void RelayToToolTip(const MSG& message) override { relayed.push_back(message); }
+    void RelayToToolTip(const InputMessage& message) override { relayed.push_back(message); }
     void ShowHelp(const std::string& markup) override { helps.push_back(markup); }
     DeviceContext* GetDeviceContext(int control) override { return Of(control).surface.get(); }
     void Post(UINT message, WPARAM wParam, LPARAM lParam) override { posted_.push_back({message, wParam, lParam, 0}); }
@@ -89,7 +89,7 @@ public:
     UINT linkMessage = 0;
     std::vector<std::pair<int, std::string>> toolTips;
     std::vector<std::string> helps;
-    std::vector<MSG> relayed;
+    std::vector<InputMessage> relayed;
     std::map<int, Image> images;
     std::optional<int> result;
 
@@ -115,7 +115,7 @@ private:
     DialogEvents& events_;
     std::map<int, Control> controls_;  ///< 0 is the dialog itself
     mutable Control missing_;
-    std::deque<MSG> posted_;
+    std::deque<InputMessage> posted_;
     int focus_ = 0;
     bool invalid_ = false;
 };

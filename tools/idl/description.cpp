@@ -124,7 +124,8 @@ std::string WriteDescription(const Library& library)
 
 std::string WriteConstants(const Library& library)
 {
-    return "#pragma once\n\n#include \"platform/com/class_registry.h\"\n\n/// The type description that the module "
+    return "#pragma once\n\n#include \"platform/com/module_registration.h\"\n\n/// The type description that the "
+           "module "
            "carries.\ninline constexpr tessara::TypeLibraryId kTypeLibrary = {\n    " +
            Initialiser(library.id) + ",\n    " + std::to_string(library.major) + ", " + std::to_string(library.minor) +
            ", " + std::to_string(library.locale) + ", " + Quoted(library.help) + "};\n";

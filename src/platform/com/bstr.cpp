@@ -82,17 +82,17 @@ std::string NarrowText(BSTR text)
     return out;
 }
 
-std::u16string WideText(std::string_view text)
+std::basic_string<OLECHAR> WideText(std::string_view text)
 {
-    std::u16string out;
+    std::basic_string<OLECHAR> out;
     out.reserve(text.size());
     while (!text.empty()) {
         const char32_t c = TakeUtf8(text);
         if (c < 0x10000) {
-            out.push_back(static_cast<char16_t>(c));
+            out.push_back(static_cast<OLECHAR>(c));
         } else {
-            out.push_back(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)));
-            out.push_back(static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+            out.push_back(static_cast<OLECHAR>(0xD800 + ((c - 0x10000) >> 10)));
+            out.push_back(static_cast<OLECHAR>(0xDC00 + ((c - 0x10000) & 0x3FF)));
         }
     }
     return out;
@@ -100,7 +100,7 @@ std::u16string WideText(std::string_view text)
 
 BSTR MakeBstr(std::string_view text)
 {
-    const std::u16string wide = WideText(text);
+    const std::basic_string<OLECHAR> wide = WideText(text);
     BSTR result = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
     if (!result)
         throw std::bad_alloc();

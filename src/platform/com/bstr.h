@@ -12,7 +12,7 @@ namespace tessara {
 TESSARA_EXPORT std::string NarrowText(BSTR text);
 
 /// UTF-8 as UTF-16. A byte that is not UTF-8 becomes U+FFFD.
-TESSARA_EXPORT std::u16string WideText(std::string_view text);
+TESSARA_EXPORT std::basic_string<OLECHAR> WideText(std::string_view text);
 
 /// A new BSTR of UTF-8 text, for the caller to free. \throws std::bad_alloc
 [[nodiscard]] TESSARA_EXPORT BSTR MakeBstr(std::string_view text);

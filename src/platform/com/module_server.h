@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com.h"
+#include "module_file.h"
 
 #include <string>
 
@@ -19,9 +20,5 @@ TESSARA_EXPORT HRESULT UnregisterServer(const std::string& modulePath) noexcept;
 /// \return S_OK; CO_E_DLLNOTFOUND; CO_E_ERRORINDLL; the result of DllGetClassObject. A module that can't be loaded
 /// comes with a debug line
 TESSARA_EXPORT HRESULT ProbeServer(const std::string& modulePath, REFCLSID clsid) noexcept;
-
-/// Path, absolute and without links, of the file that the code at an address was loaded from. A module that was loaded
-/// by a relative path asks before the process's folder can change. \return empty where there is no such file
-TESSARA_EXPORT std::string ModulePathOf(const void* address);
 
 }  // namespace tessara

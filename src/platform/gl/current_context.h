@@ -20,7 +20,7 @@ public:
     friend bool operator==(const CurrentContext&, const CurrentContext&) noexcept = default;
 
 private:
-    enum class Kind { None, Egl, Glx };
+    enum class Kind { None, Egl, Glx, Wgl };
 
     Kind kind_ = Kind::None;
     void* display_ = nullptr;

@@ -1,11 +1,9 @@
 #pragma once
 
-/// An entry point of unknown signature; the caller casts it to the right one.
-using PROC = void (*)();
+// wglGetProcAddress, the lookup of OpenGL entry points by their names. On Windows it is the system's.
 
-/// Address of an OpenGL entry point for the context that is current on this thread, of whatever window system it is.
-/// An entry point of an extension is given only where the context has the extension; the address stays good for as long
-/// as the context's driver is loaded.
-/// \return null for a null name, a name that doesn't exist, and without a current context. "wglGetExtensionsStringARB"
-///         alone always has an answer.
-PROC wglGetProcAddress(const char* name);
+#ifdef _WIN32
+#include "platform/com/types_win32.h"
+#else
+#include "platform/gl/entry_point_posix.h"
+#endif

@@ -2,6 +2,10 @@
 
 // OpenGL 1.x, its extensions' constants, and GLU, under one name on every platform.
 
+#ifdef _WIN32
+#include "../com/types_win32.h"
+#endif
+
 #include <GL/gl.h>
 #include <GL/glext.h>
 #include <GL/glu.h>

@@ -127,7 +127,7 @@ const tessara::MessageMap* CDialog::GetMessageMap() const
 
 void CDialog::DoDataExchange(CDataExchange*) {}
 
-BOOL CDialog::PreTranslateMessage(MSG*)
+BOOL CDialog::PreTranslateMessage(tessara::InputMessage*)
 {
     return FALSE;
 }
@@ -157,7 +157,7 @@ bool CDialog::Created(tessara::DialogWindow& window)
     return focusFirst;
 }
 
-bool CDialog::Translate(MSG& message)
+bool CDialog::Translate(tessara::InputMessage& message)
 {
     bool taken = false;
     KeepFailure([&] { taken = PreTranslateMessage(&message) != FALSE; });

@@ -64,7 +64,7 @@ protected:
     virtual void DoDataExchange(CDataExchange* exchange);
 
     /// A key or a move of the mouse is about to go to a control. \return TRUE to take it
-    virtual BOOL PreTranslateMessage(MSG* message);
+    virtual BOOL PreTranslateMessage(tessara::InputMessage* message);
 
     /// The window and its controls exist. A derived class calls this first.
     /// \return TRUE to give the first control in tab order the focus
@@ -79,7 +79,7 @@ protected:
 
 private:
     bool Created(tessara::DialogWindow& window) override;
-    bool Translate(MSG& message) override;
+    bool Translate(tessara::InputMessage& message) override;
     LRESULT Dispatch(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Step(int control, int steps) override;
 

@@ -44,7 +44,7 @@ int CImageList::Add(const CBitmap* bitmap, COLORREF mask)
     return first;
 }
 
-HICON CImageList::ExtractIcon(int index) const
+tessara::IconPicture CImageList::ExtractIcon(int index) const
 {
     return index >= 0 && index < GetImageCount() ? m_icons[static_cast<std::size_t>(index)] : nullptr;
 }

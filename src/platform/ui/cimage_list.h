@@ -7,7 +7,9 @@
 #include <vector>
 
 /// An icon; it lives as long as somebody has it.
-using HICON = std::shared_ptr<const tessara::Image>;
+namespace tessara {
+using IconPicture = std::shared_ptr<const Image>;
+}
 
 /// A bitmap of the module's resources.
 class CBitmap {
@@ -39,10 +41,10 @@ public:
     int GetImageCount() const noexcept { return static_cast<int>(m_icons.size()); }
 
     /// \return null for an icon that isn't there
-    HICON ExtractIcon(int index) const;
+    tessara::IconPicture ExtractIcon(int index) const;
 
 private:
     int m_width = 0;
     int m_height = 0;
-    std::vector<HICON> m_icons;
+    std::vector<tessara::IconPicture> m_icons;
 };

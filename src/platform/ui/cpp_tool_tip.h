@@ -18,7 +18,7 @@ public:
     void AddTool(CWnd* control, UINT textId, const RECT* area, UINT toolId);
 
     /// Tooltips react to the messages that come here.
-    void RelayEvent(const MSG* message);
+    void RelayEvent(const tessara::InputMessage* message);
 
     /// Shows a text at once.
     void ShowHelpTooltip(const std::string& text);

@@ -10,7 +10,8 @@ class CXTButton : public CButton {
 public:
     /// \param size the icon's in pixels; an icon of another size is cut or padded to it
     /// \param icon null takes the icon away \param second for buttons with two states; not shown
-    virtual void SetIcon(SIZE size, HICON icon, HICON second = nullptr, BOOL redraw = TRUE);
+    virtual void SetIcon(SIZE size, tessara::IconPicture icon, tessara::IconPicture second = nullptr,
+                         BOOL redraw = TRUE);
 
     /// \param style looks of the button beyond the window system's own; kept, and not shown
     void SetXButtonStyle(DWORD style, BOOL redraw = TRUE);

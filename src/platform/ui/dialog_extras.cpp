@@ -30,7 +30,7 @@ void CPPToolTip::AddTool(CWnd* control, UINT textId, const RECT*, UINT)
         window->AddToolTip(control->GetDlgCtrlID(), LoadString(textId));
 }
 
-void CPPToolTip::RelayEvent(const MSG* message)
+void CPPToolTip::RelayEvent(const tessara::InputMessage* message)
 {
     if (tessara::DialogWindow* window = Window())
         window->RelayToToolTip(*message);

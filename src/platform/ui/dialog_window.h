@@ -71,7 +71,7 @@ public:
     virtual void AddToolTip(int control, const std::string& markup) = 0;
 
     /// Tooltips show themselves on account of the messages that come here.
-    virtual void RelayToToolTip(const MSG& message) = 0;
+    virtual void RelayToToolTip(const InputMessage& message) = 0;
 
     /// Shows a text in the place of a tooltip, at once.
     virtual void ShowHelp(const std::string& markup) = 0;
@@ -99,7 +99,7 @@ public:
     virtual bool Created(DialogWindow& window) = 0;
 
     /// A key or a move of the mouse is about to go to a control. \return true where the dialog took it
-    virtual bool Translate(MSG& message) = 0;
+    virtual bool Translate(InputMessage& message) = 0;
 
     /// WM_COMMAND: a control's notification, see MakeCommand. BN_CLICKED of IDCANCEL also comes for the Escape key and
     /// the title bar's close button; the Return key clicks the button that has the focus, or else the default one.

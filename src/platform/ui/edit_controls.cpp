@@ -29,7 +29,7 @@ void CEdit::SetModify(BOOL modified)
         m_window->SetModified(m_control, modified != FALSE);
 }
 
-void CXTButton::SetIcon(SIZE size, HICON icon, HICON, BOOL redraw)
+void CXTButton::SetIcon(SIZE size, tessara::IconPicture icon, tessara::IconPicture, BOOL redraw)
 {
     if (!m_window)
         return;

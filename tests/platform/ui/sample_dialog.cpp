@@ -86,7 +86,7 @@ void SampleDialog::DoDataExchange(CDataExchange* exchange)
     DDX_Control(exchange, kButton, button);
 }
 
-BOOL SampleDialog::PreTranslateMessage(MSG* message)
+BOOL SampleDialog::PreTranslateMessage(tessara::InputMessage* message)
 {
     if (hasToolTip)
         toolTip.RelayEvent(message);

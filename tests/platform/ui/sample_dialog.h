@@ -57,7 +57,7 @@ public:
 protected:
     const MessageMap* GetMessageMap() const override;
     void DoDataExchange(CDataExchange* exchange) override;
-    BOOL PreTranslateMessage(MSG* message) override;
+    BOOL PreTranslateMessage(tessara::InputMessage* message) override;
     BOOL OnInitDialog() override;
 
 private:

@@ -235,7 +235,7 @@ int WxDialogWindow::FilterEvent(wxEvent& event)
             toolTips_->DialogUsed();
         return Event_Skip;
     }
-    MSG message{WM_MOUSEMOVE, 0, 0, IdOf(window)};
+    InputMessage message{WM_MOUSEMOVE, 0, 0, IdOf(window)};
     bool taken = false;
     WithHostContext([&] { taken = events_.Translate(message); });
     return taken ? Event_Processed : Event_Skip;
@@ -252,7 +252,7 @@ bool WxDialogWindow::TakeKey(int key, bool shift)
 {
     if (toolTips_)
         toolTips_->Hide();
-    MSG message{WM_KEYDOWN, static_cast<WPARAM>(key), 0, GetFocus()};
+    InputMessage message{WM_KEYDOWN, static_cast<WPARAM>(key), 0, GetFocus()};
     bool taken = false;
     WithHostContext([&] { taken = events_.Translate(message); });
     return taken || HandleKey(key, shift);

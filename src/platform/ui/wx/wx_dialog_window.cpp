@@ -248,7 +248,7 @@ void WxDialogWindow::AddToolTip(int control, const std::string& markup)
         toolTips_->Add(*found->window, markup);
 }
 
-void WxDialogWindow::RelayToToolTip(const MSG& message)
+void WxDialogWindow::RelayToToolTip(const InputMessage& message)
 {
     if (!toolTips_ || message.message != WM_MOUSEMOVE)
         return;

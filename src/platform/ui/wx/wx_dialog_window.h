@@ -54,7 +54,7 @@ public:
     bool CreateToolTip() override;
     void SetToolTipLink(UINT message) override { linkMessage_ = message; }
     void AddToolTip(int control, const std::string& markup) override;
-    void RelayToToolTip(const MSG& message) override;
+    void RelayToToolTip(const InputMessage& message) override;
     void ShowHelp(const std::string& markup) override;
     DeviceContext* GetDeviceContext(int control) override;
     void Post(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -1,13 +1,9 @@
+#include "platform/com/module_server.h"
+
 #include "platform/com/com_ptr.h"
 #include "platform/com/guard.h"
 #include "platform/com/module_library.h"
-#include "platform/com/module_server.h"
 #include "platform/system/debug_output.h"
-
-#include <dlfcn.h>
-
-#include <filesystem>
-#include <system_error>
 
 namespace tessara {
 
@@ -55,16 +51,6 @@ HRESULT ProbeServer(const std::string& modulePath, REFCLSID clsid) noexcept
         ComPtr<IUnknown> object;
         return factory->CreateInstance(nullptr, IID_IUnknown, object.OutVoid());
     });
-}
-
-std::string ModulePathOf(const void* address)
-{
-    Dl_info info = {};
-    std::error_code error;
-    if (dladdr(address, &info) == 0 || !info.dli_fname)
-        return {};
-    const std::filesystem::path path = std::filesystem::canonical(info.dli_fname, error);
-    return error ? std::string() : path.string();
 }
 
 }  // namespace tessara
