@@ -32,7 +32,9 @@ HRESULT ElevationMatrix::GetWidth(LONG* width)
 {
     if (!width)
         return E_POINTER;
-    grid_.GetWidth(width);
+    std::int32_t columns = 0;
+    grid_.GetWidth(&columns);
+    *width = columns;
     return S_OK;
 }
 
@@ -40,7 +42,9 @@ HRESULT ElevationMatrix::GetHeight(LONG* height)
 {
     if (!height)
         return E_POINTER;
-    grid_.GetHeight(height);
+    std::int32_t rows = 0;
+    grid_.GetHeight(&rows);
+    *height = rows;
     return S_OK;
 }
 

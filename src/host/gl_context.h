@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/com/com_object.h"
-#include "services/gl_context.h"
+#include "../platform/com/com_object.h"
+#include "../services/gl_context.h"
 
 namespace tessara {
 

@@ -1,9 +1,7 @@
 #include "host/kvo_host.h"
 
-#include "host/element_keys.h"
 #include "platform/com/bstr.h"
 #include "platform/com/guard.h"
-#include "services/image_file.h"
 
 namespace tessara {
 
@@ -25,24 +23,8 @@ KvoHost::KvoHost(ComPtr<ITextureMgr> textures, ComPtr<IProgressWindow> progress)
 }
 
 KvoHost::KvoHost(ComPtr<ITextureMgr> textures, ComPtr<IProgressWindow> progress, TextureDatabases databases)
-    : textures_(std::move(textures)), progress_(std::move(progress)), databases_(std::move(databases))
+    : BasicHost(std::move(textures), std::move(progress)), databases_(std::move(databases))
 {
-}
-
-HRESULT KvoHost::GetTextureMgr(ITextureMgr** textures)
-{
-    if (!textures)
-        return E_POINTER;
-    *textures = ComPtr<ITextureMgr>(textures_).Detach();
-    return S_OK;
-}
-
-HRESULT KvoHost::CreateImageFile(IImageFile** image)
-{
-    if (!image)
-        return E_POINTER;
-    return CoCreateInstance(CLSID_ImageFile, nullptr, CLSCTX_INPROC_SERVER, InterfaceId<IImageFile>,
-                            reinterpret_cast<void**>(image));
 }
 
 HRESULT KvoHost::OpenTextureDatabase(ITextureDatabase** database, VARIANT* selector)
@@ -56,25 +38,14 @@ HRESULT KvoHost::OpenTextureDatabase(ITextureDatabase** database, VARIANT* selec
     });
 }
 
-HRESULT KvoHost::NewElementKey(BSTR* key)
-{
-    if (!key)
-        return E_POINTER;
-    *key = nullptr;
-    return Guard([&] {
-        *key = MakeBstr(tessara::NewElementKey());
-        return S_OK;
-    });
-}
-
 HRESULT KvoHost::LoadTextureFromDB(BSTR name, BSTR table, ULONG* id, VARIANT* selector)
 {
     if (!id)
         return E_POINTER;
-    if (!textures_)
+    if (!Textures())
         return E_FAIL;
     return Guard([&] {
-        return databases_.LoadTexture(*textures_, NarrowText(name), NarrowText(table), selector != nullptr, id);
+        return databases_.LoadTexture(*Textures(), NarrowText(name), NarrowText(table), selector != nullptr, id);
     });
 }
 
@@ -85,14 +56,6 @@ HRESULT KvoHost::LoadPreviewTexture(BSTR key, BSTR table, ULONG* textureName, VA
     *textureName = 0;
     return Guard(
         [&] { return databases_.LoadPreview(NarrowText(key), NarrowText(table), selector != nullptr, textureName); });
-}
-
-HRESULT KvoHost::GetProgressWindow(IProgressWindow** progress)
-{
-    if (!progress)
-        return E_POINTER;
-    *progress = ComPtr<IProgressWindow>(progress_).Detach();
-    return S_OK;
 }
 
 }  // namespace tessara

@@ -6,6 +6,16 @@
 
 namespace tessara {
 
+namespace {
+
+void GiveOut(std::int32_t value, LONG* out)
+{
+    if (out)
+        *out = value;
+}
+
+}  // namespace
+
 TextureService::~TextureService()
 {
     for (const TextureRecord* record : textures_.records)
@@ -36,8 +46,11 @@ HRESULT TextureService::CreateTexture(LONG width, LONG height, LONG bitsPerPixel
         return E_POINTER;
     *id = 0;
     return Run([&] {
-        if (!textures_.CreateTexture(elementName_.c_str(), textureName_.c_str(), width, height, bitsPerPixel, pixels,
-                                     id))
+        std::uint32_t made = 0;
+        const bool done = textures_.CreateTexture(elementName_.c_str(), textureName_.c_str(), width, height,
+                                                  bitsPerPixel, pixels, &made);
+        *id = made;
+        if (!done)
             return false;
         if (*id != 0)
             return true;
@@ -71,8 +84,16 @@ HRESULT TextureService::GetTextureData(ULONG id, LONG* width, LONG* height, LONG
     }
     if (pixels)
         *pixels = nullptr;
-    return Run(
-        [&] { return textures_.GetTextureInfo(id, width, height, bitsPerPixel, nullptr, pixels, &CoTaskMemAlloc); });
+    return Run([&] {
+        std::int32_t columns = 0, rows = 0, bits = 0;
+        const bool done = textures_.GetTextureInfo(id, width ? &columns : nullptr, height ? &rows : nullptr,
+                                                   bitsPerPixel ? &bits : nullptr, nullptr, pixels,
+                                                   [](std::size_t size) { return CoTaskMemAlloc(size); });
+        GiveOut(columns, width);
+        GiveOut(rows, height);
+        GiveOut(bits, bitsPerPixel);
+        return done;
+    });
 }
 
 HRESULT TextureService::SelectTextureUnit(ULONG unit)
