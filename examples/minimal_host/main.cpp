@@ -1,8 +1,9 @@
 // The smallest host that draws: a height field of its own, the library's host object and camera, one terrain, one
 // frame off-screen.
 
+#include "system.h"
+#include <tessara/host/basic_host.h>
 #include <tessara/host/camera.h>
-#include <tessara/host/kvo_host.h>
 #include <tessara/platform/com/bstr.h>
 #include <tessara/platform/com/com_object.h>
 #include <tessara/platform/com/module_class.h>
@@ -11,9 +12,6 @@
 #include <tessara/surface/itessara.h>
 #include <tessara/textures/elevation_element.h>
 #include <tessara/textures/elevation_palette.h>
-
-#include <EGL/egl.h>
-#include <EGL/eglext.h>
 
 #include <algorithm>
 #include <cmath>
@@ -60,24 +58,6 @@ private:
     ElevationPalette palette_;
 };
 
-/// Makes an off-screen context current, on whatever renderer the machine has.
-bool OpenContext()
-{
-    EGLDisplay display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
-    const EGLint want[] = {
-        EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT, EGL_DEPTH_SIZE, 24, EGL_RED_SIZE, 8,
-        EGL_NONE};
-    const EGLint size[] = {EGL_WIDTH, kPicture, EGL_HEIGHT, kPicture, EGL_NONE};
-    EGLConfig config = nullptr;
-    EGLint count = 0;
-    if (!eglInitialize(display, nullptr, nullptr) || !eglBindAPI(EGL_OPENGL_API) ||
-        !eglChooseConfig(display, want, &config, 1, &count) || count == 0)
-        return false;
-    EGLSurface surface = eglCreatePbufferSurface(display, config, size);
-    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
-    return eglMakeCurrent(display, surface, surface, context) != EGL_FALSE;
-}
-
 /// Counts the pixels that the terrain covered.
 int CountDrawn()
 {
@@ -96,6 +76,7 @@ int CountTriangles(ITessara& terrain, ICameraObject& camera)
     terrain.GetRenderedPolygons(tessara::BstrHolder(path).Get(), &camera);
     std::ifstream file(path);
     const auto lines = std::count(std::istreambuf_iterator<char>(file), {}, '\n');
+    file.close();
     std::filesystem::remove(path);
     return static_cast<int>(lines / 3);
 }
@@ -110,6 +91,7 @@ int Fail(const char* what, HRESULT result)
 
 int main(int argc, char** argv)
 {
+    StartComponents();
     // Registered on this machine, the component is found by its class id alone. Otherwise the host names its file.
     const bool registered = argc == 2 && std::strcmp(argv[1], "--registered") == 0;
     if (!registered)
@@ -128,7 +110,7 @@ int main(int argc, char** argv)
     camera->SetPosition({-20.0, 100.0, kSide + 20.0});
     camera->LookAt({kSide / 2.0, 0.0, kSide / 2.0});
     terrain->InitServer();
-    terrain->SetKVO(MakeObject<tessara::KvoHost>(nullptr, nullptr).Get());  // no textures, no progress display
+    terrain->SetKVO(MakeObject<tessara::BasicHost>(nullptr, nullptr).Get());  // no textures, no progress display
     terrain->SetMatrix(hills.Get());
     terrain->SetElevationScale(kRelief);
     terrain->SetLOD(50.0f);
@@ -136,7 +118,7 @@ int main(int argc, char** argv)
     if (FAILED(result))
         return Fail("building the terrain", result);
 
-    const bool context = OpenContext();
+    const bool context = OpenContext(kPicture);
     int drawn = 0;
     if (context) {
         glEnable(GL_DEPTH_TEST);

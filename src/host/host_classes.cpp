@@ -3,9 +3,6 @@
 #include "host/class_factory.h"
 #include "host/elevation_matrix.h"
 #include "host/gl_context.h"
-#include "host/storage/own_folder.h"
-#include "platform/com/module_class.h"
-#include "services/image_file.h"
 
 #include <new>
 
@@ -26,12 +23,9 @@ void HostClasses::Add(REFCLSID clsid, IUnknown* factory)
     cookies_.push_back(cookie);
 }
 
-HostClasses RegisterHostClasses()
+HostClasses HostClasses::OfHost()
 {
     HostClasses classes;
-    const std::string images = (OwnFolder() / TESSARA_IMAGE_MODULE).string();
-    if (FAILED(RegisterModuleClass(CLSID_ImageFile, images.c_str())))
-        throw std::bad_alloc();
     classes.Add(CLSID_ElevationMatrix, MakeObject<ClassFactory<ElevationMatrix>>().Get());
     classes.Add(CLSID_GLContext, MakeObject<ClassFactory<GlContext>>().Get());
     return classes;

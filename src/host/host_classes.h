@@ -8,7 +8,7 @@ namespace tessara {
 
 /// The host's classes in the process's class table, until the end of its life: CLSID_ElevationMatrix and
 /// CLSID_GLContext. The module behind CLSID_ImageFile, which lies beside this library and loads with the first reader,
-/// stays there until the process ends.
+/// stays there until the process ends. On Windows there is no such module.
 class HostClasses {
 public:
     HostClasses(const HostClasses&) = delete;
@@ -24,6 +24,9 @@ public:
 private:
     friend HostClasses RegisterHostClasses();
     HostClasses() = default;
+
+    /// The classes that every system has.
+    static HostClasses OfHost();
     void Add(REFCLSID clsid, IUnknown* factory);
 
     std::vector<DWORD> cookies_;

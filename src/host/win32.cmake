@@ -6,6 +6,8 @@ tessara_room(host
     elevation_cell.cpp
     elevation_matrix.cpp
     gl_context.cpp
+    host_classes.cpp
+    host_classes_win32.cpp
     memory_place.cpp
     textures/texture_service.cpp
 )
@@ -17,6 +19,7 @@ tessara_public_headers(tessara-host
     class_factory.h
     elevation_matrix.h
     gl_context.h
+    host_classes.h
     memory_place.h
     textures/texture_service.h
     vector3.h

@@ -3,6 +3,10 @@
 #include "platform/system/debug_output.h"
 #include "platform/system/message_box.h"
 
+#ifdef _WIN32
+#include "support/debug_sink_win32.h"
+#endif
+
 #include <string>
 #include <utility>
 #include <vector>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -14,9 +14,10 @@ class ScratchFolder {
 public:
     ScratchFolder()
     {
-        std::string name = (std::filesystem::temp_directory_path() / "tessara-XXXXXX").string();
-        if (!mkdtemp(name.data()))
-            throw std::filesystem::filesystem_error("no scratch folder", std::make_error_code(std::errc::io_error));
+        std::filesystem::path name;
+        do
+            name = std::filesystem::temp_directory_path() / ("tessara-" + std::to_string(std::random_device()()));
+        while (!std::filesystem::create_directory(name));
         path_ = std::filesystem::canonical(name);
     }
     ScratchFolder(const ScratchFolder&) = delete;

@@ -196,7 +196,7 @@ TEST_F(SavedFormTest, SwitchesAreOnWhereAProjectHasNoneAndStayWhereTheyCantBeRea
         LONG source = -1;
         surface->IsUsingTextureDetail(&detail);
         surface->IsUsingTextureSource(&source);
-        return std::pair(detail, source);
+        return std::pair<int, int>(detail, source);
     };
     EXPECT_EQ(load(1), std::pair(0, 0));
     parser->Put<LONG>("IS_USING_SOURCE", 2, {-3});

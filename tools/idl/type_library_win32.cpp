@@ -176,8 +176,8 @@ private:
         if (argument.defaultValue) {
             PARAMDESCEX& value = arguments.defaults.emplace_back();
             value.cBytes = sizeof value;
-            // A default of "" is a null string, one of 0 a null object.
-            value.varDefaultValue.vt = argument.defaultValue->starts_with('"') ? VT_BSTR : VT_UNKNOWN;
+            // A default of "" is a null string, one of 0 a null object: type libraries hold no objects.
+            value.varDefaultValue.vt = argument.defaultValue->starts_with('"') ? VT_BSTR : VT_I4;
             element.paramdesc.pparamdescex = &value;
             flags = static_cast<USHORT>(flags | PARAMFLAG_FHASDEFAULT);
         }

@@ -3,6 +3,8 @@
 #include "platform/com/module_class.h"
 #include "platform/system/wide_text_win32.h"
 
+#include <filesystem>
+
 namespace tessara {
 
 namespace {
@@ -11,7 +13,8 @@ using GetClassObjectProc = HRESULT(STDMETHODCALLTYPE*)(REFCLSID, REFIID, void**)
 
 HRESULT LoadFactory(REFCLSID clsid, const std::wstring& path, IUnknown** factory)
 {
-    HMODULE module = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const bool absolute = std::filesystem::path(path).is_absolute();
+    HMODULE module = LoadLibraryExW(path.c_str(), nullptr, absolute ? LOAD_WITH_ALTERED_SEARCH_PATH : 0);
     if (!module) {
         const DWORD error = GetLastError();
         return error == ERROR_FILE_NOT_FOUND || error == ERROR_MOD_NOT_FOUND ? CO_E_DLLNOTFOUND : CO_E_ERRORINDLL;

@@ -1,0 +1,10 @@
+#include "host/host_classes.h"
+
+namespace tessara {
+
+HostClasses RegisterHostClasses()
+{
+    return HostClasses::OfHost();
+}
+
+}  // namespace tessara
