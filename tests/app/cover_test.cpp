@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace tessara {
 namespace {
 
@@ -16,14 +19,19 @@ protected:
         WriteGrid(plain, 32, 32, [](int, int) { return 5; });
     }
 
-    /// The plain from above, north up, in even light.
-    Picture FromAbove(std::vector<std::string> options)
+    /// The plain from above, north up, in even light, unless the options say otherwise.
+    Picture FromAbove(const std::vector<std::string>& options)
     {
-        std::vector<std::string> arguments = {"render",    plain,     "-o",     scratch / "picture.png",
-                                              "--size",    "200x200", "--tilt", "90",
-                                              "--azimuth", "0",       "--sun",  "0,90",
-                                              "--palette", "grey"};
+        std::vector<std::string> arguments = {"render", plain, "-o", scratch / "picture.png"};
         arguments.insert(arguments.end(), options.begin(), options.end());
+        for (const auto& [name, value] : {std::pair{"--size", "200x200"},
+                                          {"--tilt", "90"},
+                                          {"--azimuth", "0"},
+                                          {"--sun", "0,90"},
+                                          {"--palette", "grey"}}) {
+            if (std::ranges::find(options, name) == options.end())
+                arguments.insert(arguments.end(), {name, value});
+        }
         const ProgramRun run = RunTessara(arguments);
         EXPECT_EQ(run.exitCode, 0) << run.errors;
         EXPECT_EQ(run.errors.find("texture"), std::string::npos) << run.errors;  // a search leaves no message
@@ -65,6 +73,49 @@ TEST_F(Cover, AnImageLiesNorthUpAndIsNotMirrored)
     EXPECT_GT(southWest.blue, southWest.red + 60);
     const Picture::Pixel southEast = at(135, 135);
     EXPECT_LT(southEast.red + southEast.green + southEast.blue, 100);
+}
+
+TEST_F(Cover, AnImageShowsItsOwnColoursUnlessThoseOfTheHeightsAreMixedIn)
+{
+    const std::string image = scratch / "grey.png";
+    WritePng(image, 4, 4, std::vector<std::uint8_t>(48, 128));
+    const auto middle = [&](std::vector<std::string> options) {
+        options.insert(options.end(), {"--source", image});
+        return FromAbove(options).Mean(70, 70, 60, 60);
+    };
+    for (const char* sun : {"0,90", "300,38", "120,25"})
+        EXPECT_LE(Difference(middle({"--sun", sun, "--palette", "natural"}), {128, 128, 128}), 9) << sun;
+    const Picture::Pixel mixed = middle({"--mix-color"});
+    EXPECT_LT(mixed.green, 110);
+    EXPECT_LE(Difference(middle({"--mix-color", "--no-color"}), {128, 128, 128}), 9);
+}
+
+/// What a colour looks like in a light of 1, in which the bright ones are bent.
+int Lit(int channel)
+{
+    const double light = channel * channel / 65025.0;
+    return static_cast<int>(255.0 * std::sqrt(light > 0.5 ? 1.0 - 0.5 * std::exp(1.0 - 2.0 * light) : light));
+}
+
+TEST_F(Cover, EachPixelHasThePalettesColourOfItsHeightHoweverFewTheTriangles)
+{
+    // Valleys so shallow that no triangle is spent on them.
+    WriteGrid(plain, 64, 64, [](int x, int y) { return 5.0 + std::sin(x * 0.6) + std::cos(y * 0.45); });
+    for (const char* palette : {"natural", "classic"}) {
+        const ProgramRun run = RunTessara({"map", plain, "-o", scratch / "map.png", "--palette", palette});
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+        const Picture map = ReadPicture(scratch / "map.png");
+        // From 1000 m above the middle of the grid, so that a cell takes ten pixels.
+        const Picture picture = FromAbove(
+            {"--palette", palette, "--camera", "315,315,1005", "--fov", "35.489", "--size", "640x640", "--lod", "1"});
+        for (int y = 1; y < 63; ++y) {
+            for (int x = 1; x < 63; ++x) {
+                const Picture::Pixel color = map.At(x, y);
+                const Picture::Pixel expected{Lit(color.red), Lit(color.green), Lit(color.blue)};
+                ASSERT_LE(Difference(picture.Mean(10 * x + 4, 10 * y + 4, 2, 2), expected), 40) << x << ", " << y;
+            }
+        }
+    }
 }
 
 TEST_F(Cover, ADetailTextureShowsAndHighBrightnessBrightens)

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tessara {
@@ -107,6 +108,26 @@ TEST_F(Render, AnExaggeratedHillStandsHigher)
         return picture.height;
     };
     EXPECT_LT(top(Draw(hill, low)) + 5, top(Draw(hill, high)));
+}
+
+TEST_F(Render, SteepGroundWithoutColoursIsLitAndNothingBurnsOut)
+{
+    const std::string steep = scratch / "steep.asc";
+    WriteGrid(steep, 60, 60, [](int x, int y) { return 60.0 * (std::sin(x * 0.5) + std::cos(y * 0.4)); });
+    for (const char* sun : {"300,8", "300,38", "0,90"}) {
+        const Picture picture = Draw(steep, {"--no-color", "--tilt", "90", "--azimuth", "0", "--sun", sun});
+        double sum = 0.0;
+        double squares = 0.0;
+        for (int y = 20; y < 140; ++y) {
+            for (int x = 60; x < 180; ++x) {
+                const Picture::Pixel pixel = picture.At(x, y);
+                ASSERT_LT(std::min({pixel.red, pixel.green, pixel.blue}), 250) << sun << ": " << x << ", " << y;
+                sum += pixel.green / 14400.0;
+                squares += pixel.green * pixel.green / 14400.0;
+            }
+        }
+        EXPECT_GT(std::sqrt(squares - sum * sum), 15.0) << sun;
+    }
 }
 
 TEST_F(Render, SmoothEdgesAreTheDefault)

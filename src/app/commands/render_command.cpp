@@ -59,6 +59,7 @@ Look LookFor(const RenderOptions& options, const LoadedTerrain& loaded)
         look.colors = {options.look.palette, static_cast<double>(loaded.span.lowest),
                        static_cast<double>(loaded.span.highest)};
     look.vertexColors = options.textures.color.value_or(look.vertexColors);
+    look.mixColors = options.textures.mixColor.value_or(look.mixColors);
     return look;
 }
 
@@ -85,7 +86,6 @@ void Render(RenderOptions options)
     RefuseIdleOptions(options.textures, loaded.place.Get() != nullptr);
     const Look look = LookFor(options, loaded);
     ScanHeights(loaded.data);
-    options.textures.color = look.vertexColors;
 
     OffscreenContext context;
     GlFunctions gl;
@@ -101,12 +101,13 @@ void Render(RenderOptions options)
     ApplyTextures(terrain.Surface(), loaded.place.Get(), options.textures, *progress);
     const auto camera = MakeCamera(options.view, loaded.data, loaded.span, terrain.Ground());
     const auto [azimuth, height] = look.sun.value_or(SunBeside(AzimuthOf(*camera)));
-    const SceneStyle style{SunlitAtmosphere(azimuth, height), look.fill, look.fog};
+    const SceneStyle style{SunlitAtmosphere(azimuth, height), look.fill, look.fog, look.vertexColors, look.mixColors};
     progress->Show("Lighting", 0.3);
     const LightMap light =
         MakeLightMap(loaded.data, look.exaggeration, style.atmosphere.sunDirection, LightMap::kMostSide);
     progress->Show("Drawing", 0.6);
     Scene scene(gl, loaded.data, terrain, light, style);
+    scene.Painter().SetColors(look.colors);
     target.Bind();
     const std::uint32_t triangles = scene.Settle(*camera, *camera, options.view.frames);
     scene.Draw(*camera);

@@ -8,6 +8,7 @@
 #include "host/console_progress.h"
 #include "host/memory_place.h"
 #include "host/project/project_place.h"
+#include "host/project/project_view.h"
 #include "persistence/saved_textures.h"
 #include "platform/com/bstr.h"
 #include "surface/itessara.h"
@@ -117,6 +118,20 @@ void AddTextureOptions(CLI::App& command, TextureOptions& options)
         .add_flag_callback(
             "--no-color", [&options] { options.color = false; }, "Leave the colours of the heights out")
         ->excludes("--color");
+    command.add_flag_callback(
+        "--mix-color", [&options] { options.mixColor = true; },
+        "Multiply the image by the colours of the heights,\nwhich it hides otherwise");
+    command
+        .add_flag_callback(
+            "--no-mix-color", [&options] { options.mixColor = false; },
+            "Show an image in its own colours where a project mixes them")
+        ->excludes("--mix-color");
+}
+
+void Remember(const TextureOptions& options, ProjectView& remembered)
+{
+    remembered.color = options.color;
+    remembered.mixColors = options.mixColor;
 }
 
 void RefuseIdleOptions(const TextureOptions& options, bool hasDetail)
@@ -148,7 +163,6 @@ void ApplyTextures(ITessara& surface, ProjectPlace* saved, const TextureOptions&
     }
     if (options.brighten)
         surface.SetTextureDetailRGBGamma(*options.brighten ? kHighBrightness : kLowBrightness);
-    surface.UseColor(options.color.value_or(true) ? 1 : 0);
 }
 
 void SaveTextures(ProjectPlace& place, const TextureOptions& options)

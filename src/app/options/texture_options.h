@@ -14,6 +14,7 @@ namespace tessara {
 
 class ConsoleProgress;
 class ProjectPlace;
+struct ProjectView;
 
 /// What a terrain is covered with. What isn't set is as a project has it, or else: no image, no texture, 16 x 16
 /// repeats, low brightness, colours of the heights.
@@ -25,10 +26,14 @@ struct TextureOptions {
     bool withoutSource = false;                     ///< of a project
     bool withoutDetail = false;                     ///< likewise
     std::optional<bool> color;                      ///< colours of the heights
+    std::optional<bool> mixColor;                   ///< the image multiplied by them, in place of its own colours
 };
 
 /// Adds the options to a command. \param options outlives the command
 void AddTextureOptions(CLI::App& command, TextureOptions& options);
+
+/// What was asked for of the colours, added to what a project is to remember.
+void Remember(const TextureOptions& options, ProjectView& remembered);
 
 /// Refuses options that are about a detail texture where there is none. \param hasDetail a project may bring one
 /// \throws CLI::ValidationError

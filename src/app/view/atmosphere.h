@@ -6,21 +6,24 @@ namespace tessara {
 
 /// Light and air of a picture. Colours are linear, red, green and blue in x, y and z.
 struct Atmosphere {
-    Vector3 sunDirection;  ///< unit vector of true space towards the sun
-    Vector3 sunColor{3.9, 3.45, 2.7};
-    Vector3 skyColor{0.27, 0.38, 0.62};     ///< light from above, in the shade
-    Vector3 groundColor{0.16, 0.14, 0.11};  ///< light from below
-    Vector3 hazeColor{0.62, 0.76, 0.92};    ///< what far things fade into
+    Vector3 sunDirection;                   ///< unit vector of true space towards the sun
+    Vector3 sunColor;                       ///< light on what is turned towards the sun
+    Vector3 skyColor{0.16, 0.21, 0.30};     ///< light from above, in the shade
+    Vector3 groundColor{0.10, 0.09, 0.07};  ///< light from below
+    Vector3 hazeColor;                      ///< what far things fade into
 
     /// Colour of the sky in a direction. \param height sine of the angle above the horizon, -1 to 1
     Vector3 Sky(double height) const;
 };
 
+/// Level ground in the open gets a light of 1 from sun and sky together, but for less in that of a low sun, which is
+/// warmer: a colour is seen as what it is.
 /// \param azimuth compass direction of the sun in degrees, 90 for east \param height of the sun above the horizon in
 ///        degrees
 Atmosphere SunlitAtmosphere(double azimuth, double height);
 
-/// From linear light, which may be above 1, to what a picture holds, 0 to 1. The terrain's shader does the same.
+/// From linear light to what a picture holds: the square root of light up to one half, and of what is brighter less
+/// and less, so that nothing burns out. The terrain's shader does the same.
 double EncodeLight(double linear);
 
 }  // namespace tessara

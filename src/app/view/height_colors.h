@@ -2,6 +2,8 @@
 
 #include "textures/elevation_palette.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -21,6 +23,13 @@ struct HeightColors {
 
 /// The colours of the ramp, from entry 0 for the lowest height to 255 for the highest.
 ElevationPalette RampOf(const HeightColors& colors);
+
+/// The entry of the ramp for a height in metres: the one at or below it, as the surface takes it too.
+inline std::int16_t EntryOf(const HeightColors& colors, double metres)
+{
+    const double share = (metres - colors.low) / std::max(colors.high - colors.low, 1e-6);
+    return static_cast<std::int16_t>(std::clamp(share * 255.0 + 0.002, 0.0, 255.0));
+}
 
 /// Gives the palette of a terrain the colours of a ramp.
 /// \param target its entries 0 to 255 stand for heights from `bottom` to `top` in metres

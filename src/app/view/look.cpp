@@ -53,6 +53,7 @@ Look LookIn(const ProjectTerrain& terrain, const ProjectSettings& stored, const 
     if (fill != std::end(kFillNames))
         look.fill = static_cast<FillMode>(fill - std::begin(kFillNames));
     look.vertexColors = terrain.view.color.value_or(look.vertexColors);
+    look.mixColors = terrain.view.mixColors.value_or(look.mixColors);
     return look;
 }
 
@@ -70,6 +71,8 @@ void RememberLook(ProjectPlace& place, const Look& look, const Look* before)
         view.sun = look.sun;
     if (changed(&Look::vertexColors))
         view.color = look.vertexColors;
+    if (changed(&Look::mixColors))
+        view.mixColors = look.mixColors;
     if (changed(&Look::colors)) {
         view.palette = look.colors.ramp;
         place.Set(kLow, look.colors.low);

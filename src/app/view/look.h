@@ -25,7 +25,8 @@ struct Look {
     double fog = 0.3;          ///< 0 for none to 1
     double errorPixels = 0.7;  ///< height errors smaller than this many pixels are left, unless an aim says otherwise
     FillMode fill = FillMode::Filled;
-    bool vertexColors = true;
+    bool vertexColors = true;   ///< heights have colours
+    bool mixColors = false;     ///< the picture of the ground is multiplied by them, in place of hiding them
     bool sourceTexture = true;  ///< the picture of the ground is shown where there is one
 
     bool operator==(const Look&) const = default;

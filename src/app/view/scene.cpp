@@ -26,15 +26,17 @@ Scene::Scene(const GlFunctions& gl, const ElevationData& data, const TerrainSess
       terrain_(terrain),
       style_(style),
       sky_(gl, withShaders),
-      painter_(gl, terrain, style.atmosphere, light, withShaders),
+      painter_(gl, data, terrain, style.atmosphere, light, withShaders),
       counter_(gl)
 {
+    painter_.ShowColors(style.heightColors, style.mixColors);
 }
 
 void Scene::SetStyle(const SceneStyle& style)
 {
     style_ = style;
     painter_.SetAtmosphere(style.atmosphere);
+    painter_.ShowColors(style.heightColors, style.mixColors);
     plinth_ = nullptr;  // it is lit
 }
 

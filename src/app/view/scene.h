@@ -19,6 +19,8 @@ struct SceneStyle {
     Atmosphere atmosphere;
     FillMode fill = FillMode::Filled;  ///< edges and points are drawn before a dark ground, without plinth and sky
     double fog = 0.3;                  ///< 0 for none to 1
+    bool heightColors = true;
+    bool mixColors = false;  ///< height colours also where a picture lies on the ground
 };
 
 /// A whole picture of a terrain: sky, plinth and terrain, drawn into the frame that is bound. Belongs to the OpenGL

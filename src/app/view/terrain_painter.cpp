@@ -1,22 +1,30 @@
 #include "app/view/terrain_painter.h"
 
+#include "app/view/height_colors.h"
 #include "app/view/terrain_shaders.h"
 #include "host/camera.h"
 #include "host/terrain_session.h"
 #include "platform/com/bstr.h"
 
+#include <cstdint>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace tessara {
 
 namespace {
 
-/// Lets shaders find the light map, in which the outermost texels stand on the outermost grid points.
-void SetLightPlace(const ShaderProgram& program, const GroundFrame& ground, int width, int height)
+/// What ground without any colour looks like in a light of 1: bright, with room above for what faces the sun.
+constexpr Vector3 kPlainColor{0.74, 0.73, 0.71};
+
+/// Lets shaders find a map, in which the outermost texels stand on the outermost grid points.
+/// \param name the uniform variables' but for their endings
+void SetPlace(const ShaderProgram& program, const std::string& name, const GroundFrame& ground, int width, int height)
 {
     const auto scale = [](double extent, int texels) { return extent > 0.0 ? (texels - 1) / (extent * texels) : 0.0; };
-    program.Set("lightScale", scale(ground.Width(), width), 0.0, scale(ground.Depth(), height));
-    program.Set("lightOrigin", 0.5 / width, 0.0, 0.5 / height);
+    program.Set((name + "Scale").c_str(), scale(ground.Width(), width), 0.0, scale(ground.Depth(), height));
+    program.Set((name + "Origin").c_str(), 0.5 / width, 0.0, 0.5 / height);
 }
 
 void Set(const ShaderProgram& program, const char* name, const Vector3& value)
@@ -26,9 +34,10 @@ void Set(const ShaderProgram& program, const char* name, const Vector3& value)
 
 }  // namespace
 
-TerrainPainter::TerrainPainter(const GlFunctions& gl, const TerrainSession& terrain, const Atmosphere& atmosphere,
-                               const LightMap& light, bool withShaders)
+TerrainPainter::TerrainPainter(const GlFunctions& gl, const ElevationData& data, const TerrainSession& terrain,
+                               const Atmosphere& atmosphere, const LightMap& light, bool withShaders)
     : gl_(gl),
+      data_(data),
       terrain_(terrain),
       atmosphere_(atmosphere),
       lightWidth_(light.width),
@@ -42,7 +51,29 @@ TerrainPainter::TerrainPainter(const GlFunctions& gl, const TerrainSession& terr
     } catch (const std::runtime_error&) {
         return;  // an old driver: OpenGL's own light still works
     }
+    heights_ = std::make_unique<HeightTexture>(gl, data);
     SetLight(light);
+}
+
+void TerrainPainter::SetColors(const HeightColors& colors)
+{
+    const ElevationPalette ramp = RampOf(colors);
+    std::vector<std::uint8_t> pixels;
+    for (std::int16_t entry = 0; entry < 256; ++entry) {
+        for (const int channel : {ramp.GetRed(entry), ramp.GetGreen(entry), ramp.GetBlue(entry)})
+            pixels.push_back(static_cast<std::uint8_t>(channel));
+    }
+    rampLow_ = colors.low;
+    rampScale_ = 255.0 / std::max(colors.high - colors.low, 1e-6);
+    if (program_)
+        ramp_ = std::make_unique<Texture>(gl_, GL_RGB8, 256, 1, GL_RGB, GL_UNSIGNED_BYTE, pixels.data(),
+                                          TextureFilter::Nearest);
+}
+
+void TerrainPainter::ShowColors(bool shown, bool mixed)
+{
+    colorsShown_ = shown;
+    colorsMixed_ = mixed;
 }
 
 void TerrainPainter::SetLight(const LightMap& light)
@@ -51,6 +82,7 @@ void TerrainPainter::SetLight(const LightMap& light)
         return;
     lightWidth_ = light.width;
     lightHeight_ = light.height;
+    heights_->RenewMipmaps(gl_);
     light_ = std::make_unique<Texture>(gl_, GL_RGBA16, light.width, light.height, GL_RGBA, GL_UNSIGNED_SHORT,
                                        light.texels.data());
     hasWater_ = !light.water.empty();
@@ -73,10 +105,17 @@ void TerrainPainter::UpdateLight(const LightMap& light, const GridArea& texels)
                        GL_LUMINANCE, GL_UNSIGNED_BYTE, &light.water[first]);
 }
 
+void TerrainPainter::UpdateHeights(const GridArea& cells)
+{
+    if (heights_ && !cells.IsEmpty())
+        heights_->Update(data_, cells);
+}
+
 void TerrainPainter::Draw(const Camera& camera, ICameraObject& detail, double clear, double haze) const
 {
     glPushAttrib(GL_ENABLE_BIT | GL_LIGHTING_BIT | GL_TRANSFORM_BIT);
     glEnable(GL_DEPTH_TEST);
+    ChooseVertexColors();
     CutEdges();
     if (program_)
         BeginShaded(camera, clear, haze);
@@ -93,6 +132,7 @@ void TerrainPainter::DrawUnlit(ICameraObject& camera, GLenum mode) const
     ITessara& surface = terrain_.Surface();
     glPushAttrib(GL_ENABLE_BIT | GL_TRANSFORM_BIT | GL_POLYGON_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_COLOR_BUFFER_BIT);
     glEnable(GL_DEPTH_TEST);
+    ChooseVertexColors();
     CutEdges();
     glEnable(GL_POLYGON_OFFSET_FILL);
     glPolygonOffset(1.0f, 2.0f);
@@ -114,7 +154,7 @@ void TerrainPainter::BeginShaded(const Camera& camera, double clear, double haze
     program_->Use();
     program_->Set("toGround", units.x, units.y * ground.ElevationScale(), units.z);
     program_->Set("groundOrigin", -terrain_.Border() * units.x, 0.0, -terrain_.Border() * units.z);
-    SetLightPlace(*program_, ground, lightWidth_, lightHeight_);
+    SetPlace(*program_, "light", ground, lightWidth_, lightHeight_);
     Set(*program_, "eye", camera.Position());
     Set(*program_, "sunDirection", atmosphere_.sunDirection);
     Set(*program_, "sunColor", atmosphere_.sunColor);
@@ -140,10 +180,8 @@ void TerrainPainter::BeginShaded(const Camera& camera, double clear, double haze
 /// grid, without the border around it.
 void TerrainPainter::SetTextures() const
 {
-    LONG source = 0;
     LONG detail = 0;
     int brightness = 1;
-    terrain_.Surface().IsUsingTextureSource(&source);
     terrain_.Surface().IsUsingTextureDetail(&detail);
     terrain_.Surface().GetTextureDetailRGBGamma(&brightness);
     const double columns = terrain_.Columns() - 2 * terrain_.Border();
@@ -151,15 +189,46 @@ void TerrainPainter::SetTextures() const
     const Vector3 units = terrain_.Ground().DrawUnits();
     program_->Set("sourceMap", 0);
     program_->Set("detailMap", 1);
-    // Without a texture in a slot the surface binds none.
     BstrHolder detailName;
     terrain_.Surface().GetDBTextureDetailName(detailName.Out(), nullptr);
-    const bool hasSource = source != 0 && SUCCEEDED(terrain_.Surface().ActivateSourceTexture());
+    const bool hasSource = ShowsSource();
     program_->Set("hasSource", hasSource ? 1 : 0);
+    SetHeights(hasSource);
     program_->Set("hasDetail", detail != 0 && SysStringLen(detailName.Get()) != 0 ? 1 : 0);
     program_->Set("detailScale", static_cast<double>(brightness));
     program_->Set("sourceScale", 1.0 / (columns * units.x), 0.0, 1.0 / (rows * units.z));
     program_->Set("sourceOrigin", 0.5 / columns, 0.0, 0.5 / rows);
+}
+
+/// Without a texture in a slot the surface binds none.
+bool TerrainPainter::ShowsSource() const
+{
+    LONG source = 0;
+    terrain_.Surface().IsUsingTextureSource(&source);
+    return source != 0 && SUCCEEDED(terrain_.Surface().ActivateSourceTexture());
+}
+
+/// They count where no shader colours the pixels.
+void TerrainPainter::ChooseVertexColors() const
+{
+    terrain_.Surface().UseColor(ShowsColors(ShowsSource()) ? 1 : 0);
+}
+
+void TerrainPainter::SetHeights(bool hasSource) const
+{
+    SetPlace(*program_, "height", terrain_.Ground(), heights_->Width(), heights_->Height());
+    Set(*program_, "plainColor", kPlainColor);
+    program_->Set("heightMap", 4);
+    program_->Set("rampMap", 5);
+    program_->Set("hasColors", ramp_ && ShowsColors(hasSource) ? 1 : 0);
+    program_->Set("rampLow", rampLow_);
+    program_->Set("rampScale", rampScale_);
+    gl_.ActiveTexture(GL_TEXTURE4);
+    heights_->Bind();
+    gl_.ActiveTexture(GL_TEXTURE5);
+    if (ramp_)
+        ramp_->Bind();
+    gl_.ActiveTexture(GL_TEXTURE0);
 }
 
 void TerrainPainter::BeginFixed() const

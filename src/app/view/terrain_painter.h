@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/view/atmosphere.h"
+#include "app/view/height_texture.h"
 #include "app/view/light_map.h"
 #include "app/view/shader_program.h"
 #include "app/view/texture.h"
@@ -11,14 +12,23 @@
 namespace tessara {
 
 class TerrainSession;
+struct ElevationData;
+struct HeightColors;
 
-/// Colours and lights what a terrain draws: each pixel by the light map where shaders work, else by OpenGL's own light
-/// on the facets. Whatever is drawn outside the terrain's outermost grid points is cut off.
+/// Colours and lights what a terrain draws: each pixel by its height and by the light map where shaders work, else the
+/// component's vertex colours by OpenGL's own light on the facets. Whatever is drawn outside the terrain's outermost
+/// grid points is cut off.
 class TerrainPainter {
 public:
-    /// \param gl outlives this object \param withShaders false uses OpenGL's own light in any case
-    TerrainPainter(const GlFunctions& gl, const TerrainSession& terrain, const Atmosphere& atmosphere,
-                   const LightMap& light, bool withShaders);
+    /// \param gl,data,terrain outlive this object \param withShaders false uses OpenGL's own light in any case
+    TerrainPainter(const GlFunctions& gl, const ElevationData& data, const TerrainSession& terrain,
+                   const Atmosphere& atmosphere, const LightMap& light, bool withShaders);
+
+    /// Takes the colours of heights. Until then there are none.
+    void SetColors(const HeightColors& colors);
+
+    /// \param shown whether they are seen \param mixed whether also where a picture lies on the ground
+    void ShowColors(bool shown, bool mixed);
 
     void SetAtmosphere(const Atmosphere& atmosphere) { atmosphere_ = atmosphere; }
 
@@ -27,6 +37,9 @@ public:
 
     /// Takes a part of the light anew. \param light the map of the last SetLight, changed within \param texels
     void UpdateLight(const LightMap& light, const GridArea& texels);
+
+    /// Heights have changed. \param cells where
+    void UpdateHeights(const GridArea& cells);
 
     bool HasShaders() const noexcept { return program_ != nullptr; }
 
@@ -45,14 +58,25 @@ public:
 private:
     void BeginShaded(const Camera& camera, double clear, double haze) const;
     void SetTextures() const;
+    void SetHeights(bool hasSource) const;
+    bool ShowsSource() const;
+    void ChooseVertexColors() const;
+    bool ShowsColors(bool hasSource) const noexcept { return colorsShown_ && (colorsMixed_ || !hasSource); }
     void BeginFixed() const;
 
     const GlFunctions& gl_;
+    const ElevationData& data_;
     const TerrainSession& terrain_;
     Atmosphere atmosphere_;
     int lightWidth_;
     int lightHeight_;
     bool hasWater_;
+    bool colorsShown_ = false;
+    bool colorsMixed_ = false;
+    double rampLow_ = 0.0;
+    double rampScale_ = 0.0;
+    std::unique_ptr<HeightTexture> heights_;
+    std::unique_ptr<Texture> ramp_;  // null until there are colours
     std::unique_ptr<Texture> light_;
     std::unique_ptr<Texture> water_;
     std::unique_ptr<ShaderProgram> program_;  // null without shaders

@@ -4,12 +4,19 @@
 
 namespace tessara {
 
-/// A 2D texture with mipmaps, clamped at its edges, of the context that was current when it was made.
+/// How a texture is seen between its pixels and from afar.
+enum class TextureFilter {
+    Smooth,  ///< between pixels and between mipmaps
+    Plain,   ///< between pixels, by the nearest mipmap
+    Nearest  ///< each pixel as it is, without mipmaps
+};
+
+/// A 2D texture, clamped at its edges, of the context that was current when it was made.
 class Texture {
 public:
     /// \param format,type of the pixels, whose rows have no padding \param gl is used by the constructor alone
     Texture(const GlFunctions& gl, GLint internalFormat, int width, int height, GLenum format, GLenum type,
-            const void* pixels);
+            const void* pixels, TextureFilter filter = TextureFilter::Smooth);
     Texture(const Texture&) = delete;
     Texture& operator=(const Texture&) = delete;
     ~Texture() { glDeleteTextures(1, &name_); }
@@ -17,6 +24,9 @@ public:
     /// Replaces a part of the picture, of the same format and type; the smaller mipmaps stay. The texture is bound.
     /// \param pixels the first one of the part, in rows of `rowLength` pixels
     void Update(int x, int y, int width, int height, int rowLength, GLenum format, GLenum type, const void* pixels);
+
+    /// Works the smaller mipmaps out of the picture as it is now. The texture is bound.
+    void RenewMipmaps(const GlFunctions& gl);
 
     void Bind() const { glBindTexture(GL_TEXTURE_2D, name_); }
 

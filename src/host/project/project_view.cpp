@@ -17,6 +17,7 @@ constexpr const char* kLevelOfDetail = "levelOfDetail";
 constexpr const char* kSunAzimuth = "sun.azimuth";
 constexpr const char* kSunHeight = "sun.height";
 constexpr const char* kColor = "color";
+constexpr const char* kColorMix = "color.mix";
 constexpr const char* kSea = "sea";
 constexpr const char* kSeaLevel = "sea.level";
 constexpr const char* kHoles = "holes";
@@ -94,6 +95,7 @@ ProjectView ViewOf(const ProjectSettings& settings)
     if (azimuth && height)
         view.sun = {*azimuth, *height};
     view.color = Switch(settings, kColor);
+    view.mixColors = Switch(settings, kColorMix);
     view.sea = Switch(settings, kSea);
     view.seaLevel = Number(settings, kSeaLevel, -1e6, 1e6);
     view.holes = Switch(settings, kHoles);
@@ -121,6 +123,7 @@ void RememberView(ProjectPlace& place, const ProjectView& view)
         place.Set(kSunHeight, view.sun->second);
     }
     Remember(place, kColor, view.color);
+    Remember(place, kColorMix, view.mixColors);
     Remember(place, kSea, view.sea);
     Remember(place, kSeaLevel, view.seaLevel);
     Remember(place, kHoles, view.holes);

@@ -23,6 +23,7 @@ struct ProjectView {
     std::optional<double> levelOfDetail;           ///< where somebody chose it
     std::optional<std::pair<double, double>> sun;  ///< compass direction and height in degrees
     std::optional<bool> color;                     ///< whether the heights' colours show
+    std::optional<bool> mixColors;                 ///< whether also where a picture lies on the ground
     std::optional<bool> sea;                       ///< whether water shows; a guess goes by the heights
     std::optional<double> seaLevel;                ///< height of the water in metres
     std::optional<bool> holes;                     ///< whether cells without data are open, or else filled

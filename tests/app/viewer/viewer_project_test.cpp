@@ -88,6 +88,7 @@ TEST_F(ViewerProject, SavesAndOpensEverythingButWhatIsTheProgramsOwn)
     settings.fog = 0.8;
     settings.errorPixels = 3.0;
     settings.vertexColors = false;
+    settings.mixColors = true;
     viewer_->Apply(settings);
     viewer_->SetColors(150.0, 250.0);
     viewer_->Camera().Place({400.0, 900.0, 700.0}, 77.0, 41.0);

@@ -76,7 +76,7 @@ void Create(CreateOptions options)
     ProjectView remembered;
     Remember(options.view.aim, remembered);
     Remember(options.look, remembered);
-    remembered.color = options.textures.color;
+    Remember(options.textures, remembered);
     if (remembered.palette.empty())
         remembered.palette = PaletteNames().front();
     const LoadedTerrain loaded = LoadTerrain(options.input, options.view.aim, *progress);

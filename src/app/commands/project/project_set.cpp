@@ -39,7 +39,7 @@ void Change(ProjectPlace& place, const SetOptions& options)
     ProjectView remembered;
     Remember(options.view.aim, remembered);
     Remember(options.look, remembered);
-    remembered.color = options.textures.color;
+    Remember(options.textures, remembered);
     RememberView(place, remembered);
     SaveTextures(place, options.textures);
     if (options.exaggeration)

@@ -25,8 +25,6 @@ constexpr auto kPatience = std::chrono::milliseconds(1500);
 std::vector<std::uint8_t> ColoredHeights(const ElevationData& data, const HeightColors& colors, int width, int height)
 {
     const ElevationPalette ramp = RampOf(colors);
-    const auto low = static_cast<float>(colors.low);
-    const auto scale = static_cast<float>(255.0 / std::max(colors.high - colors.low, 1e-6));
     std::vector<std::uint8_t> pixels;
     pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
     const auto source = [](int index, int count, int from) {
@@ -36,9 +34,8 @@ std::vector<std::uint8_t> ColoredHeights(const ElevationData& data, const Height
     for (int y = 0; y < height; ++y) {
         const float* row = data.metres.data() + source(y, height, data.height) * static_cast<std::size_t>(data.width);
         for (int x = 0; x < width; ++x) {
-            const float share = std::clamp((row[source(x, width, data.width)] - low) * scale, 0.0f, 255.0f);
-            const auto index = static_cast<std::int16_t>(share + 0.5f);
-            for (const int channel : {ramp.GetRed(index), ramp.GetGreen(index), ramp.GetBlue(index)})
+            const std::int16_t entry = EntryOf(colors, static_cast<double>(row[source(x, width, data.width)]));
+            for (const int channel : {ramp.GetRed(entry), ramp.GetGreen(entry), ramp.GetBlue(entry)})
                 pixels.push_back(static_cast<std::uint8_t>(channel));
         }
     }

@@ -59,7 +59,8 @@ void DrawBox(const DrawnNode& node)
 
 SceneStyle StyleOf(const ViewSettings& settings)
 {
-    return {SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight), settings.fill, settings.fog};
+    return {SunlitAtmosphere(settings.sunAzimuth, settings.sunHeight), settings.fill, settings.fog,
+            settings.vertexColors, settings.mixColors};
 }
 
 }  // namespace
@@ -88,7 +89,6 @@ void TerrainView::Apply(const ViewSettings& settings)
     if (document_.Session().Ground().Exaggeration() != settings.exaggeration)
         document_.Session().SetExaggeration(settings.exaggeration);
     scene_.SetStyle(StyleOf(settings));
-    surface.UseColor(settings.vertexColors ? 1 : 0);
     surface.SetRenderMode(settings.realTime ? TESSARA_RENDER_MODE_REALTIME : TESSARA_RENDER_MODE_NORMAL);
     Unsettle();
 }
@@ -124,6 +124,7 @@ void TerrainView::HeightsChanged(const GridArea& cells)
     treeIsStale_ = true;
     RenewDetail();
     const double exaggeration = document_.Session().Ground().Exaggeration();
+    scene_.Painter().UpdateHeights(cells);
     scene_.Painter().UpdateLight(light_, RenewNormals(light_, document_.Data(), exaggeration, cells));
     const ElevationData& data = document_.Data();
     if (cells.left == 0 || cells.top == 0 || cells.right == data.width || cells.bottom == data.height)
@@ -137,6 +138,7 @@ void TerrainView::SetColors(const HeightColors& colors)
     document_.Session().Matrix().GetPalette(&palette);
     if (palette)
         ColorPalette(*palette, document_.Floor(), document_.Top(), colors);
+    scene_.Painter().SetColors(colors);
 }
 
 void TerrainView::FixDetail(std::optional<double> metres)

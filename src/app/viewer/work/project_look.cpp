@@ -15,6 +15,7 @@ Look LookOf(const ViewSettings& settings, const HeightColors& colors)
             settings.errorPixels,
             settings.fill,
             settings.vertexColors,
+            settings.mixColors,
             settings.sourceTexture};
 }
 
@@ -28,6 +29,7 @@ ViewSettings WithLook(ViewSettings settings, const Look& look, double azimuth)
     settings.errorPixels = look.errorPixels;
     settings.fill = look.fill;
     settings.vertexColors = look.vertexColors;
+    settings.mixColors = look.mixColors;
     settings.ramp = look.colors.ramp;
     settings.frozen = false;
     return settings;

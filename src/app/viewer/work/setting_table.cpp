@@ -164,7 +164,7 @@ std::vector<Setting> MakeTable()
         Slider<&V::fog>("Light/Fog", Kept::Program, Group::Light, "Fog", "How much of what is far fades", 0.0, 1.0, 100,
                         &PercentText),
         Switch<&V::vertexColors>("View/VertexColors", Kept::Program, Group::HeightColors, "Colour by height",
-                                 "Without, it is white"),
+                                 "Without, the ground is of one light colour"),
         {.name = "Colors/Ramp",
          .kind = Kind::Choice,
          .kept = Kept::Program,
@@ -176,6 +176,8 @@ std::vector<Setting> MakeTable()
          .options = Ramps()},
         Switch<&V::sourceTexture>("View/SourceTexture", Kept::Program, Group::GroundPicture, "Show the source texture",
                                   "Show or hide the picture on the terrain"),
+        Switch<&V::mixColors>("View/MixColors", Kept::Program, Group::GroundPicture, "Mix in the height colours",
+                              "Without, the picture shows its own colours"),
         Switch<&V::realTime>("Sculpt/RealTime", Kept::Program, Group::Brush, "Real-time mode",
                              "Let the heights be changed"),
         Choice<&BrushSettings::kind>(

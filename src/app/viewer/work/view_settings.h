@@ -14,6 +14,7 @@ struct ViewSettings {
     double exaggeration = 1.0;
     FillMode fill = FillMode::Filled;
     bool vertexColors = true;
+    bool mixColors = false;     ///< height colours are mixed into the picture of the ground
     bool sourceTexture = true;  ///< the imported picture of the ground is shown where there is one
     double sunAzimuth = 305.0;  ///< compass direction in degrees
     double sunHeight = 38.0;    ///< degrees above the horizon
