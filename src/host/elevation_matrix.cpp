@@ -4,6 +4,7 @@
 #include "platform/com/guard.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <new>
 #include <utility>
 
@@ -53,11 +54,16 @@ HRESULT ElevationMatrix::AllocateCells()
     if (wantedWidth_ <= 0 || wantedHeight_ <= 0)
         return E_INVALIDARG;
     DropCells();
-    const HRESULT result = Guard([this] {
+    const HRESULT result = Guard([this]() -> HRESULT {
         ++generation_;
+        const auto count = static_cast<std::uint64_t>(wantedWidth_) * static_cast<std::uint64_t>(wantedHeight_);
+        if (count > SIZE_MAX / sizeof(ElevationElement) / 2)
+            return E_OUTOFMEMORY;
+        block_ = TakeBlock(static_cast<std::size_t>(count));
+        earlierBlocks_.reserve(earlierBlocks_.size() + 1);
         grid_.SetWidth(wantedWidth_);
         grid_.SetHeight(wantedHeight_);
-        return grid_.Allocate(nullptr) ? S_OK : E_OUTOFMEMORY;
+        return grid_.Allocate(block_.cells.get()) ? S_OK : E_OUTOFMEMORY;
     });
     if (FAILED(result))
         DropCells();
@@ -145,8 +151,9 @@ HRESULT ElevationMatrix::GetGrid(ElevationElement** grid)
 {
     if (!grid)
         return E_POINTER;
-    *grid = nullptr;
-    return grid_.GetGrid(grid) ? S_OK : E_FAIL;
+    *grid = block_.cells.get();
+    gridIsOut_ = true;
+    return *grid ? S_OK : E_FAIL;
 }
 
 void ElevationMatrix::TakeBack(ElevationCell* cell) noexcept
@@ -167,10 +174,31 @@ void ElevationMatrix::FinalRelease() noexcept
         delete this;
 }
 
-void ElevationMatrix::DropCells()
+/// The smallest earlier block that has room, or a new one. \throws std::bad_alloc
+ElevationMatrix::CellBlock ElevationMatrix::TakeBlock(std::size_t count)
+{
+    auto best = earlierBlocks_.end();
+    for (auto block = earlierBlocks_.begin(); block != earlierBlocks_.end(); ++block) {
+        if (block->count >= count && (best == earlierBlocks_.end() || block->count < best->count))
+            best = block;
+    }
+    if (best == earlierBlocks_.end()) {
+        // Out of memory is an answer here, and not an error that ends a checked build.
+        CellBlock block{std::unique_ptr<ElevationElement[]>(new (std::nothrow) ElevationElement[count]), count};
+        return block.cells ? std::move(block) : throw std::bad_alloc();
+    }
+    CellBlock block = std::move(*best);
+    earlierBlocks_.erase(best);
+    gridIsOut_ = true;
+    return block;
+}
+
+void ElevationMatrix::DropCells() noexcept
 {
     ++generation_;
-    grid_.Free();
+    if (std::exchange(gridIsOut_, false) && block_.cells)
+        earlierBlocks_.push_back(std::move(block_));
+    block_ = {};
     grid_.SetWidth(0);
     grid_.SetHeight(0);
 }

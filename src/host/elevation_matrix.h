@@ -5,6 +5,7 @@
 #include "../textures/elevation_grid.h"
 #include "../textures/elevation_palette.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -24,8 +25,9 @@ public:
     HRESULT STDMETHODCALLTYPE GetWidth(LONG* width) override;
     HRESULT STDMETHODCALLTYPE GetHeight(LONG* height) override;
 
-    /// New cells stand at the elevation 0.0. \return E_INVALIDARG for a size that is not positive, with the cells kept;
-    /// E_OUTOFMEMORY, with the cells gone
+    /// New cells stand at the elevation 0.0. A terrain that was built on the old ones may go on drawing until its next
+    /// InitQuadTree: memory that GetGrid gave out lives as long as the matrix, and serves new cells that fit into it.
+    /// \return E_INVALIDARG for a size that is not positive, with the cells kept; E_OUTOFMEMORY, with the cells gone
     HRESULT STDMETHODCALLTYPE AllocateCells() override;
 
     /// \return E_INVALIDARG for a place that has no cell
@@ -38,7 +40,7 @@ public:
     /// kept and the new one stays the caller's
     HRESULT STDMETHODCALLTYPE SetPalette(ElevationPalette* palette) override;
 
-    /// Palette and elevation range stay.
+    /// Palette and elevation range stay, and so does memory that GetGrid gave out.
     HRESULT STDMETHODCALLTYPE ResetMatrix() override;
 
     HRESULT STDMETHODCALLTYPE BeginUpdate(LONG reserved) override;
@@ -68,9 +70,18 @@ protected:
     void FinalRelease() noexcept override;
 
 private:
-    void DropCells();
+    struct CellBlock {
+        std::unique_ptr<ElevationElement[]> cells;
+        std::size_t count = 0;
+    };
 
-    ElevationGrid grid_;
+    CellBlock TakeBlock(std::size_t count);
+    void DropCells() noexcept;
+
+    ElevationGrid grid_;  // over the cells of block_
+    CellBlock block_;
+    bool gridIsOut_ = false;                // GetGrid gave the cells to somebody
+    std::vector<CellBlock> earlierBlocks_;  // that somebody may draw from; it always has room for one more
     std::unique_ptr<ElevationPalette> palette_;
     bool paletteIsOut_ = false;                                       // GetPalette gave it to somebody
     std::vector<std::unique_ptr<ElevationPalette>> earlierPalettes_;  // that somebody may draw with

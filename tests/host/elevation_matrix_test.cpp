@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <utility>
+#include <vector>
 
 namespace tessara {
 namespace {
@@ -118,6 +119,29 @@ TEST(ElevationMatrix, KeepsThePalettesThatSomebodyMayDrawWith)
     matrix->ResetMatrix();
     matrix = nullptr;
     EXPECT_EQ(destroyed, 3);
+}
+
+TEST(ElevationMatrix, KeepsTheCellsThatSomebodyMayDrawFrom)
+{
+    const auto matrix = MatrixOf(4, 3);
+    std::vector<ElevationElement*> given(1);
+    ASSERT_EQ(matrix->GetGrid(&given[0]), S_OK);
+    given[0][11].value = 0.75f;
+    matrix->ResetMatrix();
+    EXPECT_EQ(matrix->GetGrid(&given[0]), E_FAIL);
+    EXPECT_EQ(given[0], nullptr);
+    // Larger cells need memory of their own; what fits into earlier memory is put there.
+    for (const auto& [width, height] : {std::pair<LONG, LONG>{5, 5}, {3, 4}, {25, 1}, {2, 2}}) {
+        matrix->SetWidth(width);
+        matrix->SetHeight(height);
+        ASSERT_EQ(matrix->AllocateCells(), S_OK);
+        EXPECT_EQ(matrix->ElementAt(width - 1, height - 1)->value, 0.0f);
+        ASSERT_EQ(matrix->GetGrid(&given.emplace_back()), S_OK);
+        matrix->ElementAt(width - 1, height - 1)->value = 1.0f;
+    }
+    EXPECT_EQ(given[3], given[1]);
+    EXPECT_EQ(given[4], given[2]);
+    EXPECT_EQ(given[1][24].value, 0.0f) << "freed";
 }
 
 TEST(ElevationMatrix, RefusesNullPointersAndPlacesWithoutCell)

@@ -76,8 +76,15 @@ TEST(RegisteredComponent, DrawsForAHostThatKnowsItsClassIdAlone)
         ASSERT_EQ(Create(terrain), S_OK);
         terrain->InitServer();
         terrain->SetKVO(MakeObject<tessara::KvoHost>(nullptr, nullptr).Get());
-        terrain->SetMatrix(Slope().Get());
+        const auto matrix = Slope();
+        terrain->SetMatrix(matrix.Get());
+        terrain->SetRenderMode(TESSARA_RENDER_MODE_REALTIME);
         ASSERT_EQ(terrain->InitQuadTree(), S_OK);
+        EXPECT_GT(CountDrawn(*terrain, gl), kPicture * kPicture / 20);
+        // Cells that go under a terrain leave it what it was built on.
+        matrix->SetWidth(2);
+        ASSERT_EQ(matrix->AllocateCells(), S_OK);
+        matrix->ResetMatrix();
         EXPECT_GT(CountDrawn(*terrain, gl), kPicture * kPicture / 20);
         terrain->StopServer();
         terrain = nullptr;
