@@ -1,10 +1,24 @@
 #include "app/viewer/window/commands/command.h"
 
+#include "app/viewer/window/commands/menu_commands.h"
+
 #include <algorithm>
 #include <cctype>
 #include <string_view>
+#include <vector>
 
 namespace tessara {
+
+std::span<const Command> AllCommands()
+{
+    static const std::vector<Command> all = [] {
+        std::vector<Command> joined;
+        for (const auto menu : {FileCommands(), EditCommands(), ViewCommands(), TerrainCommands(), HelpCommands()})
+            joined.insert(joined.end(), menu.begin(), menu.end());
+        return joined;
+    }();
+    return all;
+}
 
 const Command* FindCommand(int id)
 {
