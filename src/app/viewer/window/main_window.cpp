@@ -11,6 +11,7 @@
 #include "app/viewer/window/window_text.h"
 #include "app/viewer/window/workbench.h"
 
+#include <gtk/gtk.h>
 #include <wx/display.h>
 #include <wx/dnd.h>
 #include <wx/splitter.h>
@@ -117,6 +118,12 @@ void MainWindow::BindEvents()
     Bind(wxEVT_SPLITTER_SASH_POS_CHANGED, changed);
     Bind(wxEVT_CLOSE_WINDOW, &MainWindow::OnClose, this);
     Bind(wxEVT_CHAR_HOOK, &MainWindow::OnKey, this);
+    // A bar that was closed or a pane that was hidden leaves the keyboard nowhere, and then no key would act.
+    Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
+        event.Skip();
+        if (!gtk_window_get_focus(GTK_WINDOW(GetHandle())))
+            panes_->Picture().SetFocus();
+    });
     Bind(
         wxEVT_MENU, [this](wxCommandEvent& event) { Run(event.GetId()); }, kOpen, kRecentEnd);
     SetDropTarget(new FileTarget(*this));

@@ -2,11 +2,9 @@
 
 #include "app/viewer/window/window_text.h"
 
-#include <utility>
-
 namespace tessara {
 
-NoteBar::NoteBar(wxWindow* parent, std::function<void()> closed) : wxInfoBar(parent), closed_(std::move(closed))
+NoteBar::NoteBar(wxWindow* parent) : wxInfoBar(parent)
 {
     SetName("Notes");
 }
@@ -17,15 +15,6 @@ void NoteBar::Tell(const std::string& text)
         Dismiss();
     else
         ShowMessage(Wide(text), wxICON_INFORMATION);
-}
-
-void NoteBar::Dismiss()
-{
-    const bool shown = IsShown();
-    wxInfoBar::Dismiss();
-    // The toolkit looks for another place for the keyboard first.
-    if (shown)
-        CallAfter(closed_);
 }
 
 }  // namespace tessara

@@ -27,7 +27,7 @@ constexpr double kMostMap = 0.42;
 
 WindowPanes::WindowPanes(wxWindow* parent, PicturePane::Listener picture, const SettingsListener& settings)
     : wxPanel(parent),
-      notes_(new NoteBar(this, [this] { picture_->SetFocus(); })),
+      notes_(new NoteBar(this)),
       whole_(new PaneSplitter(this, kMostSide)),
       side_(new PaneSplitter(whole_, kMostMap)),
       progress_(new LoadBar(this)),
