@@ -1,61 +1,14 @@
-#include "fuzz/project_fuzz.h"
-
+#include "fuzz/targets.h"
 #include "host/project/project_surfaces.h"
 #include "host/storage/sqlite_file.h"
+#include "support/sqlite_shell.h"
 
-#include <sqlite3.h>
-
-#include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace tessara::test {
 
 namespace {
-
-void Require(bool held, const std::string& what)
-{
-    if (held)
-        return;
-    std::fprintf(stderr, "%s\n", what.c_str());
-    std::abort();
-}
-
-/// Takes numbers and bytes from the input; zeros when it is used up.
-class Bytes {
-public:
-    explicit Bytes(std::span<const std::uint8_t> input) : input_(input) {}
-
-    bool AreLeft() const { return !input_.empty(); }
-
-    std::size_t Take(int count)
-    {
-        std::size_t number = 0;
-        for (int i = 0; i < count; ++i) {
-            number = number << 8 | (AreLeft() ? input_.front() : 0u);
-            input_ = input_.subspan(AreLeft() ? 1 : 0);
-        }
-        return number;
-    }
-
-    std::vector<std::uint8_t> TakeBlock(std::size_t size)
-    {
-        const auto block = input_.first(std::min(size, input_.size()));
-        input_ = input_.subspan(block.size());
-        std::vector<std::uint8_t> taken(block.begin(), block.end());
-        taken.resize(size);
-        return taken;
-    }
-
-private:
-    std::span<const std::uint8_t> input_;
-};
 
 class DamagedProject final : public ProjectSurfacesTest {
 public:
@@ -70,22 +23,20 @@ public:
         writer.Commit();
         for (const ProjectPlace::Value& value : ProjectFile(path_).Open("terrain")->Values())
             names_.push_back(value.name);
-        std::ostringstream text;
-        text << std::ifstream(path_, std::ios::binary).rdbuf();
-        whole_ = text.str();
+        whole_ = ReadBytes(path_);
     }
 
-    bool Use(Bytes input)
+    bool Use(Damage damage)
     {
-        const std::size_t kind = input.Take(1) % 4;
+        const std::size_t kind = damage.Take(1) % 4;
         std::string file = whole_;
         if (kind == 0)
-            file.resize(input.Take(3) % whole_.size());
-        while (kind == 1 && input.AreLeft())
-            DamageBytes(file, input);
-        std::ofstream(path_, std::ios::binary | std::ios::trunc) << file;
+            damage.Cut(file);
+        if (kind == 1)
+            damage.Apply(file, kPage);
+        folder_.Write("project.tessara", file);
         if (kind > 1)
-            DamageValues(input);
+            DamageValues(damage);
         const bool opened = Open();
         Require(opened || kind < 2, "a sound file with bad values was refused");
         log_.clear();
@@ -98,40 +49,16 @@ private:
 
     void TestBody() override {}
 
-    /// Another byte, one near the beginning of a page, where SQLite's own numbers lie, or a page in the place of
-    /// another.
-    static void DamageBytes(std::string& file, Bytes& input)
+    void DamageValues(Damage& damage)
     {
-        const std::size_t pages = file.size() / kPage;
-        const std::size_t how = input.Take(1);
-        const std::size_t page = how % pages * kPage;
-        if (how < 16)
-            file.replace(page, kPage, std::string(file), input.Take(1) % pages * kPage, kPage);
-        else if (how < 128)
-            file[page + input.Take(1)] = static_cast<char>(input.Take(1));
-        else
-            file[input.Take(3) % file.size()] = static_cast<char>(input.Take(1));
-    }
-
-    void DamageValues(Bytes& input)
-    {
-        sqlite3* database = nullptr;
-        sqlite3_open(path_.c_str(), &database);
-        sqlite3_exec(database, "PRAGMA synchronous = OFF; PRAGMA journal_mode = OFF; BEGIN", nullptr, nullptr, nullptr);
-        while (input.AreLeft()) {
-            const std::string& name = names_[input.Take(1) % names_.size()];
-            const std::size_t size = input.Take(1);
-            const auto bytes = input.TakeBlock(size < 200 ? 4 : size < 250 ? size - 200 : input.Take(2));
-            sqlite3_stmt* statement = nullptr;
-            const char sql[] = "UPDATE value SET bytes = ? WHERE name = ?";
-            Require(sqlite3_prepare_v2(database, sql, -1, &statement, nullptr) == SQLITE_OK, "no statement");
-            sqlite3_bind_blob(statement, 1, bytes.data(), static_cast<int>(bytes.size()), SQLITE_STATIC);
-            sqlite3_bind_text(statement, 2, name.c_str(), -1, SQLITE_STATIC);
-            sqlite3_step(statement);
-            sqlite3_finalize(statement);
+        std::string sql = "PRAGMA synchronous = OFF; PRAGMA journal_mode = OFF; BEGIN;";
+        while (damage.IsLeft()) {
+            const std::string& name = names_[damage.Take(1) % names_.size()];
+            const std::size_t size = damage.Take(1);
+            const auto bytes = damage.TakeBlock(size < 200 ? 4 : size < 250 ? size - 200 : damage.Take(2));
+            sql += "UPDATE value SET bytes = " + SqlBlob(bytes) + " WHERE name = '" + name + "';";
         }
-        sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr);
-        sqlite3_close(database);
+        RunSql(path_, sql + "COMMIT");
     }
 
     bool Open()
@@ -165,18 +92,10 @@ private:
 
 }  // namespace
 
-bool UseDamagedProject(std::span<const std::uint8_t> damage)
+bool UseDamagedProject(Damage damage)
 {
     static DamagedProject project;
-    return project.Use(Bytes(damage));
+    return project.Use(damage);
 }
 
 }  // namespace tessara::test
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
-{
-    tessara::test::UseDamagedProject({data, size});
-    return 0;
-}

@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 namespace tessara::test {
 
@@ -35,6 +37,15 @@ public:
 private:
     sqlite3* database_ = nullptr;
 };
+
+/// Bytes as statements name them.
+inline std::string SqlBlob(const std::vector<std::uint8_t>& bytes)
+{
+    std::string text = "x'";
+    for (const std::uint8_t byte : bytes)
+        text += {"0123456789ABCDEF"[byte / 16], "0123456789ABCDEF"[byte % 16]};
+    return text + "'";
+}
 
 inline std::string RunSql(const std::string& path, const std::string& statements)
 {
