@@ -6,8 +6,12 @@
 #include "host/console_progress.h"
 #include "host/project/project_file.h"
 #include "host/project/project_terrain.h"
+#include "platform/system/number_text.h"
 #include "samples/country/sample_terrain.h"
 
+#include <algorithm>
+#include <cmath>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -44,6 +48,24 @@ LoadedTerrain ReadProject(const TerrainInput& input)
     loaded.palette = std::make_unique<ElevationPalette>(terrain.palette);
     loaded.view = std::move(terrain.view);
     return loaded;
+}
+
+/// Height in metres of the ground at a map point; nothing beside the terrain.
+std::optional<double> GroundAt(const Vector3& point, const ElevationData& data)
+{
+    const double column = point.x / data.spacingX;
+    const double row = data.height - 1 - point.y / data.spacingY;
+    if (!(column >= 0.0 && column <= data.width - 1.0 && row >= 0.0 && row <= data.height - 1.0))
+        return std::nullopt;
+    const int x = static_cast<int>(column);
+    const int y = static_cast<int>(row);
+    const auto metres = [&](int dx, int dy) {
+        const auto left = static_cast<std::size_t>(std::min(x + dx, data.width - 1));
+        const auto above = static_cast<std::size_t>(std::min(y + dy, data.height - 1));
+        return static_cast<double>(data.metres[left + above * static_cast<std::size_t>(data.width)]);
+    };
+    return std::lerp(std::lerp(metres(0, 0), metres(1, 0), column - x),
+                     std::lerp(metres(0, 1), metres(1, 1), column - x), row - y);
 }
 
 /// Gives an aim what it leaves open from what a project remembers. One that asks for any place or direction of the
@@ -95,7 +117,17 @@ LoadedTerrain LoadTerrain(const TerrainInput& input, Aim& aim, ConsoleProgress& 
     }
     loaded.exaggeration = input.exaggeration.value_or(loaded.exaggeration);
     FillIn(aim, AimOf(loaded.view));
+    WarnOfBuriedCamera(aim, loaded.data, progress);
     return loaded;
+}
+
+void WarnOfBuriedCamera(const Aim& aim, const ElevationData& data, ConsoleProgress& progress)
+{
+    const auto ground = aim.camera ? GroundAt(*aim.camera, data) : std::nullopt;
+    if (!ground || aim.camera->z >= *ground)
+        return;
+    progress.Say("The camera stands below the ground, whose height there is " + FixedText(*ground, 1) +
+                 " m, and sees the terrain from below.");
 }
 
 std::unique_ptr<ElevationPalette> LoadedTerrain::Colours(const std::string& asked, const std::string& otherwise) const

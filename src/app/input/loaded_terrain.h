@@ -54,6 +54,9 @@ struct LoadedTerrain {
 /// \param aim gets from a project what it leaves open \throws std::runtime_error with one sentence that names the file
 LoadedTerrain LoadTerrain(const TerrainInput& input, Aim& aim, ConsoleProgress& progress);
 
+/// Tells of a camera from which the ground is seen from below: mostly a height that was mistaken.
+void WarnOfBuriedCamera(const Aim& aim, const ElevationData& data, ConsoleProgress& progress);
+
 /// The terrain of that name in a project, or the first one. \throws std::runtime_error where there is none
 ComPtr<ProjectPlace> OpenElement(const std::string& project, const std::string& element);
 

@@ -5,6 +5,7 @@
 #include "app/options/texture_options.h"
 #include "app/options/view_options.h"
 #include "app/view/palettes.h"
+#include "host/console_progress.h"
 #include "host/project/project_terrain.h"
 #include "host/project/project_writer.h"
 
@@ -66,6 +67,8 @@ void Set(const SetOptions& options)
             throw std::runtime_error("The project \"" + options.project + "\" has no terrain \"" + name +
                                      "\" any more.");
         Change(*place, options);
+        if (options.view.aim.camera)
+            WarnOfBuriedCamera(options.view.aim, ReadTerrain(*place).data, *MakeObject<ConsoleProgress>());
     }
     writer.Commit();
     std::cout << options.project << '\n';
