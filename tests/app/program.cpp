@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <fstream>
 #include <sstream>
 
@@ -16,7 +15,7 @@ namespace tessara {
 
 namespace fs = std::filesystem;
 
-ProgramRun RunTessara(const std::vector<std::string>& arguments, const std::string& device)
+ProgramRun RunTessara(const std::vector<std::string>& arguments, const std::string& device, std::atomic<pid_t>* started)
 {
     const ScratchFolder scratch;
     const std::string output = device.empty() ? scratch / "output" : device;
@@ -35,8 +34,10 @@ ProgramRun RunTessara(const std::vector<std::string>& arguments, const std::stri
     ProgramRun run;
     pid_t process = 0;
     int status = 0;
-    if (posix_spawn(&process, TESSARA_PROGRAM, &actions, nullptr, argv.data(), environ) == 0 &&
-        waitpid(process, &status, 0) == process && WIFEXITED(status))
+    const bool runs = posix_spawn(&process, TESSARA_PROGRAM, &actions, nullptr, argv.data(), environ) == 0;
+    if (started)
+        *started = process;
+    if (runs && waitpid(process, &status, 0) == process && WIFEXITED(status))
         run.exitCode = WEXITSTATUS(status);
     posix_spawn_file_actions_destroy(&actions);
     if (device.empty())

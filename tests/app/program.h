@@ -1,5 +1,8 @@
 #pragma once
 
+#include <sys/types.h>
+
+#include <atomic>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -14,7 +17,9 @@ struct ProgramRun {
 };
 
 /// Runs the program. \param output where its standard output goes; empty stands for the result
-ProgramRun RunTessara(const std::vector<std::string>& arguments, const std::string& output = {});
+/// \param started gets the process as soon as there is one; may be null
+ProgramRun RunTessara(const std::vector<std::string>& arguments, const std::string& output = {},
+                      std::atomic<pid_t>* started = nullptr);
 
 /// A folder of its own for a test, gone at the end.
 class ScratchFolder {
