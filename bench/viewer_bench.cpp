@@ -117,6 +117,37 @@ void Orbit(benchmark::State& state)
 }
 BENCHMARK(Orbit)->Args({400, kSide})->Unit(benchmark::kMillisecond);
 
+/// A frame of an orbit as large as the viewer's first window shows it. \param state the percentage of the pixels along
+/// an edge, and whether edges are smoothed
+void WindowFrame(benchmark::State& state)
+{
+    const int width = 860 * static_cast<int>(state.range(0)) / 100;
+    const int height = 730 * static_cast<int>(state.range(0)) / 100;
+    OpenViewer open(tessara::test::Hills(kSide, kSide));
+    const tessara::RenderTarget target(open.gl, width, height, state.range(1) != 0);
+    const auto draw = [&] {
+        target.Bind();
+        open.viewer.Picture().DrawGround(860, 730);
+        glFinish();
+    };
+    for (int settling = 0; settling < 10; ++settling)
+        draw();
+    open.viewer.Pointer().BeginOrbit(Hand(0));
+    int frame = 0;
+    for (auto _ : state) {
+        open.viewer.Pointer().Drag(Hand(++frame));
+        draw();
+    }
+}
+BENCHMARK(WindowFrame)
+    ->ArgNames({"percent", "smooth"})
+    ->Args({100, 0})
+    ->Args({64, 0})
+    ->Args({40, 0})
+    ->Args({100, 1})
+    ->MeasureProcessCPUTime()
+    ->Unit(benchmark::kMillisecond);
+
 double ThreadMilliseconds()
 {
     timespec time{};

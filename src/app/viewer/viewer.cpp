@@ -43,7 +43,7 @@ Viewer::Viewer(ComPtr<IKvoHost> host, GlLookup lookup, const ViewSettings& setti
       settings_(settings),
       changed_(std::move(changed)),
       light_(std::move(lightReady)),
-      pointer_(settings_, [this] { changed_({.picture = true}); })
+      pointer_(settings_, [this] { changed_({.brush = true}); })
 {
     if (!gl_.Load(lookup))
         throw std::runtime_error("The viewer needs OpenGL 3.0, which this system's driver doesn't have.");

@@ -73,13 +73,25 @@ void RenderTarget::Resolve() const
     gl_.BindFramebuffer(GL_READ_FRAMEBUFFER, resolved_.framebuffer);
 }
 
-void RenderTarget::Show() const
+void RenderTarget::Show(int width, int height) const
+{
+    CopyInto(0, width, height);
+    gl_.BindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+void RenderTarget::CopyTo(const RenderTarget& other) const
+{
+    CopyInto(other.drawn_.framebuffer, width_, height_);
+    gl_.BindFramebuffer(GL_FRAMEBUFFER, drawn_.framebuffer);
+}
+
+void RenderTarget::CopyInto(GLuint framebuffer, int width, int height) const
 {
     Resolve();
-    gl_.BindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
-    gl_.BlitFramebuffer(0, 0, width_ * scale_, height_ * scale_, 0, 0, width_, height_, GL_COLOR_BUFFER_BIT,
-                        scale_ > 1 ? GL_LINEAR : GL_NEAREST);
-    gl_.BindFramebuffer(GL_FRAMEBUFFER, 0);
+    const bool same = width == width_ * scale_ && height == height_ * scale_;
+    gl_.BindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
+    gl_.BlitFramebuffer(0, 0, width_ * scale_, height_ * scale_, 0, 0, width, height, GL_COLOR_BUFFER_BIT,
+                        same ? GL_NEAREST : GL_LINEAR);
 }
 
 std::vector<std::uint8_t> RenderTarget::ReadPixels() const

@@ -21,9 +21,13 @@ public:
     /// Makes this the frame that OpenGL draws into, with the viewport over all of it.
     void Bind() const;
 
-    /// Copies the picture over the frame that the window shows, which has the same size in pixels. That frame is bound
+    /// Copies the picture over the frame that the window shows. That frame is bound afterwards.
+    /// \param width,height of that in pixels: a picture of another size is stretched
+    void Show(int width, int height) const;
+
+    /// Copies the picture over another one of the same size, which has one sample a pixel. This one is bound
     /// afterwards.
-    void Show() const;
+    void CopyTo(const RenderTarget& other) const;
 
     /// The picture, three bytes red, green and blue a pixel, without padding, the top row first.
     std::vector<std::uint8_t> ReadPixels() const;
@@ -39,6 +43,7 @@ private:
     };
 
     void Resolve() const;
+    void CopyInto(GLuint framebuffer, int width, int height) const;
     bool Create(Frame& frame, GLsizei samples, bool withDepth) const;
     void Destroy(Frame& frame) const;
 

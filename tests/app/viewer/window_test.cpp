@@ -75,6 +75,48 @@ TEST_F(ViewerWindow, MovesTheCameraWithMouseAndKeys)
     EXPECT_NEAR(user.Camera().Azimuth(), azimuth, 1e-9);
 }
 
+/// How much neighbours in a row differ, in the middle of a picture.
+double Sharpness(const std::vector<std::uint8_t>& pixels)
+{
+    double sum = 0.0;
+    for (std::size_t i = pixels.size() / 4; i < pixels.size() * 3 / 4; ++i)
+        sum += std::abs(pixels[i] - pixels[i - 3]);
+    return sum;
+}
+
+TEST_F(ViewerWindow, MovesCoarselyWhereFramesTakeLongAndRestsSharply)
+{
+    const WindowUser user(Valley("valley.tif"));
+    PicturePane& picture = user.Window().Picture();
+    user.Click(picture, 0.02, 0.02);
+    user.Key('2');  // edges are where it shows
+    user.WaitForPicture();
+    const auto resting = user.Pixels(picture);
+    ASSERT_FALSE(picture.Graphics()->IsQuick()) << "this test is about graphics in software";
+    const auto draw = [&] {
+        picture.DrawNow();
+        return user.Pixels(picture);
+    };
+    FrameGovernor& governor = picture.Graphics()->Governor();
+    while (governor.Scale() < 1.0)
+        governor.Saw(1e-4);
+    picture.RequestDraw();
+    const auto quick = draw();
+    user.WaitForPicture();
+    EXPECT_EQ(user.Pixels(picture), resting);
+    for (int frame = 0; frame < 8; ++frame)
+        governor.Saw(0.3 * governor.Scale() * governor.Scale());
+    // What comes up again, or gets the outline of a brush, stays sharp.
+    EXPECT_EQ(draw(), resting);
+    picture.RequestBrush();
+    EXPECT_EQ(draw(), resting);
+    picture.RequestDraw();
+    const auto moving = draw();
+    EXPECT_LT(Sharpness(moving), 0.8 * Sharpness(quick));
+    user.WaitForPicture();
+    EXPECT_EQ(user.Pixels(picture), resting);
+}
+
 TEST_F(ViewerWindow, GoesWhereTheMapIsClicked)
 {
     const WindowUser user(Valley("valley.tif"));

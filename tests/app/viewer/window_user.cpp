@@ -161,24 +161,38 @@ void WindowUser::Key(int key, int modifiers) const
     Wait(80);
 }
 
-std::vector<int> WindowUser::Look(const wxWindow& pane) const
+std::vector<std::uint8_t> WindowUser::Pixels(const wxWindow& pane) const
 {
     const wxRect rect = pane.GetScreenRect();
     GdkPixbuf* const shot =
         gdk_pixbuf_get_from_window(gdk_get_default_root_window(), rect.x, rect.y, rect.width, rect.height);
-    std::vector<int> means(kRaster * kRaster * 3);
-    std::vector<int> counts(kRaster * kRaster);
     const guchar* const pixels = gdk_pixbuf_get_pixels(shot);
     const int channels = gdk_pixbuf_get_n_channels(shot);
+    std::vector<std::uint8_t> copy;
     for (int y = 0; y < rect.height; ++y) {
         for (int x = 0; x < rect.width; ++x) {
-            const auto field = static_cast<std::size_t>(y * kRaster / rect.height * kRaster + x * kRaster / rect.width);
-            ++counts[field];
-            for (std::size_t c = 0; c < 3; ++c)
-                means[field * 3 + c] += pixels[y * gdk_pixbuf_get_rowstride(shot) + x * channels + static_cast<int>(c)];
+            const guchar* const pixel = pixels + y * gdk_pixbuf_get_rowstride(shot) + x * channels;
+            copy.insert(copy.end(), pixel, pixel + 3);
         }
     }
     g_object_unref(shot);
+    return copy;
+}
+
+std::vector<int> WindowUser::Look(const wxWindow& pane) const
+{
+    const std::vector<std::uint8_t> pixels = Pixels(pane);
+    const wxSize size = pane.GetScreenRect().GetSize();
+    std::vector<int> means(kRaster * kRaster * 3);
+    std::vector<int> counts(kRaster * kRaster);
+    for (int y = 0; y < size.y; ++y) {
+        for (int x = 0; x < size.x; ++x) {
+            const auto field = static_cast<std::size_t>(y * kRaster / size.y * kRaster + x * kRaster / size.x);
+            ++counts[field];
+            for (std::size_t c = 0; c < 3; ++c)
+                means[field * 3 + c] += pixels[static_cast<std::size_t>(y * size.x + x) * 3 + c];
+        }
+    }
     for (std::size_t i = 0; i < means.size(); ++i)
         means[i] /= std::max(counts[i / 3], 1);
     return means;

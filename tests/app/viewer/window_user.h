@@ -64,7 +64,10 @@ public:
     /// Presses a key. \param modifiers of wxMOD_...
     void Key(int key, int modifiers = wxMOD_NONE) const;
 
-    /// Mean colours of an 8 x 8 raster over what the screen shows of a window.
+    /// What the screen shows of a window, three bytes a pixel, the top row first.
+    std::vector<std::uint8_t> Pixels(const wxWindow& pane) const;
+
+    /// Mean colours of an 8 x 8 raster over the same.
     std::vector<int> Look(const wxWindow& pane) const;
 
     std::string Status() const;

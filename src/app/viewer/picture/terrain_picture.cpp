@@ -86,10 +86,27 @@ void TerrainPicture::Clear(int width, int height)
 void TerrainPicture::Draw(int width, int height, double factor, TextPainter& text)
 {
     glViewport(0, 0, width, height);
+    DrawGround(width, height);
+    DrawScales(width, height, factor, text);
+    DrawBrush();
+}
+
+void TerrainPicture::DrawGround(int width, int height)
+{
     controller_.Resize(width, height);
-    view_.Draw(camera_, Ring());
+    view_.Draw(camera_);
+}
+
+void TerrainPicture::DrawScales(int width, int height, double factor, TextPainter& text)
+{
     DrawScaleBar(width, height, MetresPerPixel(controller_, width), factor, text);
     DrawCompass(width, height, controller_.Azimuth(), factor, text);
+}
+
+void TerrainPicture::DrawBrush()
+{
+    if (const auto ring = Ring())
+        view_.DrawRing(camera_, *ring);
 }
 
 void TerrainPicture::Save(const std::string& path, int width, int height)

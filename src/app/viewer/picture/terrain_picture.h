@@ -28,6 +28,12 @@ public:
     /// \param factor pixels for one of the desktop's
     void Draw(int width, int height, double factor, TextPainter& text);
 
+    // The parts of Draw, for a viewport that is set already, and which may have fewer pixels than the canvas: the
+    // terrain by itself, scale bar and compass, and the outline of the brush.
+    void DrawGround(int width, int height);
+    void DrawScales(int width, int height, double factor, TextPainter& text);
+    void DrawBrush();
+
     /// Draws the canvas without a terrain.
     static void Clear(int width, int height);
 

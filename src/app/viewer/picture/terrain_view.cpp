@@ -170,7 +170,7 @@ ICameraObject& TerrainView::TakeDetail(Camera& camera)
     return *frozen_;
 }
 
-void TerrainView::Draw(Camera& camera, const std::optional<GroundRing>& ring)
+void TerrainView::Draw(Camera& camera)
 {
     const Clock::time_point start = Clock::now();
     ICameraObject& detail = TakeDetail(camera);
@@ -178,9 +178,6 @@ void TerrainView::Draw(Camera& camera, const std::optional<GroundRing>& ring)
     settling_.Saw(figures_.triangles);
     if (settings_.levelColors || settings_.nodeBoxes)
         DrawNodes(detail);
-    if (ring)
-        DrawRing(*ring);
-
     const bool moved = Length(camera.Position() - lastPosition_) > 0.0;
     lastPosition_ = camera.Position();
     figures_.draw = std::max(Milliseconds(Clock::now() - start) - figures_.update, 0.0);
@@ -192,7 +189,7 @@ void TerrainView::Draw(Camera& camera, const std::optional<GroundRing>& ring)
 void TerrainView::DrawSettled(Camera& camera)
 {
     scene_.Settle(camera, TakeDetail(camera));
-    Draw(camera, std::nullopt);
+    Draw(camera);
 }
 
 void TerrainView::Measure(Camera& camera)
@@ -270,9 +267,10 @@ void TerrainView::DrawNodes(ICameraObject& detail)
     glPopAttrib();
 }
 
-void TerrainView::DrawRing(const GroundRing& ring) const
+void TerrainView::DrawRing(const Camera& camera, const GroundRing& ring) const
 {
     constexpr int kCorners = 96;
+    camera.LoadMatrices();
     const Vector3 units = document_.Session().Ground().DrawUnits();
     glPushAttrib(GL_ENABLE_BIT | GL_LINE_BIT | GL_CURRENT_BIT);
     glDisable(GL_DEPTH_TEST);

@@ -53,8 +53,11 @@ public:
     /// Colours heights anew.
     void SetColors(const HeightColors& colors);
 
-    /// Draws the terrain as the camera sees it. \param ring drawn on the ground, if any
-    void Draw(Camera& camera, const std::optional<GroundRing>& ring);
+    /// Draws the terrain as the camera sees it.
+    void Draw(Camera& camera);
+
+    /// Draws a ring over a picture of the terrain.
+    void DrawRing(const Camera& camera, const GroundRing& ring) const;
 
     /// Draws it in the detail in which it comes to rest.
     void DrawSettled(Camera& camera);
@@ -78,7 +81,6 @@ private:
     void RenewDetail();
     void Unsettle();
     void DrawNodes(ICameraObject& detail);
-    void DrawRing(const GroundRing& ring) const;
     void Survey(ICameraObject& detail);
     void EnterTreeSpace() const;
     int RootHalf() const;

@@ -253,6 +253,8 @@ void MainWindow::Changed(const ViewerChange& change)
 {
     if (change.picture)
         panes_->Picture().RequestDraw();
+    else if (change.brush)
+        panes_->Picture().RequestBrush();
     if (change.map)
         panes_->Map().RequestDraw();
     if (change.state)
@@ -290,8 +292,7 @@ void MainWindow::ShowFrame()
 {
     if (!bench_)
         return;
-    status_.ShowPlace(bench_->viewer);
-    status_.ShowFigures(bench_->picture, !bench_->viewer.Picture().WantsFrame());
+    status_.ShowFigures(bench_->viewer, bench_->picture);
     panes_->Settings().ShowFigures(bench_->viewer, bench_->picture);
 }
 

@@ -33,7 +33,7 @@ public:
     double Factor() const { return GetContentScaleFactor(); }
 
     /// Draws soon, once however often it is asked for.
-    void RequestDraw();
+    virtual void RequestDraw();
 
     /// Draws before it returns.
     void DrawNow();

@@ -13,6 +13,7 @@ namespace {
 constexpr int kStrokeTick = 25;  // milliseconds
 constexpr int kRest = 250;
 constexpr auto kMeasureEvery = std::chrono::milliseconds(700);
+constexpr auto kQuickMeasure = std::chrono::milliseconds(3);
 
 constexpr double kStep = 0.08;  // of the distance to what is looked at, for a press of an arrow key
 constexpr double kRise = 0.06;
@@ -29,6 +30,8 @@ PicturePane::PicturePane(wxWindow* parent, Listener listener)
     BindMouse();
     stroke_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { ContinueStroke(); });
     rest_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+        if (smooth_)
+            smooth_->Governor().Rest();
         fine_ = true;
         DrawNow();
         fine_ = false;
@@ -65,6 +68,18 @@ void PicturePane::Show(Viewer* viewer, TextPainter* text, SmoothFrame* smooth)
     viewer_ = viewer;
     text_ = text;
     RequestDraw();
+}
+
+void PicturePane::RequestDraw()
+{
+    wanted_ = Part::Ground;
+    GlPane::RequestDraw();
+}
+
+void PicturePane::RequestBrush()
+{
+    wanted_ = std::max(wanted_, Part::Brush);
+    GlPane::RequestDraw();
 }
 
 bool PicturePane::HasBrush() const
@@ -175,43 +190,82 @@ void PicturePane::ContinueStroke()
 void PicturePane::Draw(int width, int height, double factor)
 {
     frameStart_ = Clock::now();
+    drawn_ = std::exchange(wanted_, Part::None);
     if (!IsReady()) {
         TerrainPicture::Clear(width, height);
         return;
     }
-    const bool smooth = (fine_ || smooth_->IsQuick()) && smooth_->Begin(width, height);
-    viewer_->Picture().Draw(width, height, factor, *text_);
-    if (smooth)
-        smooth_->End();
+    drawn_ = fine_ ? Part::Ground : drawn_;
+    if (drawn_ != Part::Ground && smooth_->ShowKept(width, height)) {
+        viewer_->Picture().DrawBrush();
+        return;
+    }
+    drawn_ = Part::Ground;
+    if (fine_ || smooth_->IsQuick())
+        DrawSmooth(width, height, factor);
+    else
+        DrawMoving(width, height, factor);
+}
+
+void PicturePane::DrawSmooth(int width, int height, double factor)
+{
+    TerrainPicture& picture = viewer_->Picture();
+    if (!smooth_->Begin(width, height)) {
+        picture.Draw(width, height, factor, *text_);
+        return;
+    }
+    picture.DrawGround(width, height);
+    picture.DrawScales(width, height, factor, *text_);
+    smooth_->Keep();
+    picture.DrawBrush();
+    smooth_->End();
+}
+
+/// What is drawn over the terrain is never coarser than the window.
+void PicturePane::DrawMoving(int width, int height, double factor)
+{
+    TerrainPicture& picture = viewer_->Picture();
+    if (!smooth_->BeginCoarse(width, height)) {
+        picture.Draw(width, height, factor, *text_);
+        return;
+    }
+    picture.DrawGround(width, height);
+    smooth_->End();
+    picture.DrawScales(width, height, factor, *text_);
+    picture.DrawBrush();
 }
 
 void PicturePane::Drawn()
 {
-    if (!IsReady())
+    if (!IsReady() || fine_)
         return;
-    if (fine_)
-        return;
-    const double seconds = std::chrono::duration<double>(Clock::now() - frameStart_).count();
-    frameSeconds_ = frameSeconds_ > 0.0 ? frameSeconds_ + kNewest * (seconds - frameSeconds_) : seconds;
-    MeasureFrame();
-    figures_ = viewer_->Picture().Figures();
+    if (drawn_ == Part::Ground) {
+        const double seconds = std::chrono::duration<double>(Clock::now() - frameStart_).count();
+        frameSeconds_ = frameSeconds_ > 0.0 ? frameSeconds_ + kNewest * (seconds - frameSeconds_) : seconds;
+        smooth_->Governor().Saw(seconds);
+        MeasureFrame();
+        figures_ = viewer_->Picture().Figures();
+    }
     listener_.drawn();
     if (viewer_->Picture().WantsFrame())
         RequestDraw();
-    else if (!smooth_->IsQuick())
+    else if (!smooth_->IsQuick() && drawn_ != Part::None)
         rest_.StartOnce(kRest);
 }
 
-/// What costs extra is measured when the picture has come to rest, and now and then while it moves.
+/// What costs extra is measured when the picture has come to rest and, where it is quick, now and then while it moves.
 void PicturePane::MeasureFrame()
 {
     const bool settled = !viewer_->Picture().WantsFrame();
-    if ((!settled || measured_) && Clock::now() - lastMeasure_ < kMeasureEvery) {
+    const Clock::time_point start = Clock::now();
+    const bool isDue = start - lastMeasure_ >= kMeasureEvery && measuring_ <= kQuickMeasure;
+    if (!isDue && (!settled || measured_)) {
         measured_ = measured_ && settled;
         return;
     }
     viewer_->Picture().Measure();
     lastMeasure_ = Clock::now();
+    measuring_ = lastMeasure_ - start;
     measured_ = settled;
 }
 

@@ -27,6 +27,12 @@ public:
     /// \param viewer,text,smooth outlive their use; null ends it
     void Show(Viewer* viewer, TextPainter* text, SmoothFrame* smooth);
 
+    /// What is seen of the terrain has changed.
+    void RequestDraw() override;
+
+    /// Only the outline of the brush has changed.
+    void RequestBrush();
+
     void SetFlying(bool flying);
     bool IsFlying() const noexcept { return fly_.IsOn(); }
 
@@ -39,6 +45,9 @@ public:
 
     /// Whether somebody is in the middle of something.
     bool IsBusy() const noexcept { return dragging_ || fly_.IsOn(); }
+
+    /// \return null while nothing is shown
+    SmoothFrame* Graphics() const noexcept { return smooth_; }
 
     /// Frames that a second would hold at the pace of the last ones; 0 before the first one.
     double FramesPerSecond() const;
@@ -53,6 +62,9 @@ protected:
 private:
     using Clock = std::chrono::steady_clock;
 
+    /// What has to be drawn anew, with all before it.
+    enum class Part { None, Brush, Ground };
+
     bool IsReady() const;
     void BindMouse();
     void OnPress(const wxMouseEvent& event);
@@ -60,6 +72,8 @@ private:
     void OnRelease();
     void OnWheel(const wxMouseEvent& event);
     void ContinueStroke();
+    void DrawSmooth(int width, int height, double factor);
+    void DrawMoving(int width, int height, double factor);
     void MeasureFrame();
 
     Listener listener_;
@@ -72,11 +86,14 @@ private:
     Clock::time_point lastStroke_;
     Clock::time_point frameStart_;
     Clock::time_point lastMeasure_;
+    Clock::duration measuring_{};  // what the last measurement took
     FrameFigures figures_;
     double frameSeconds_ = 0.0;  // smoothed
     bool dragging_ = false;
     bool measured_ = false;
     bool fine_ = false;  // the next frame gets smooth edges though that takes long
+    Part wanted_ = Part::Ground;
+    Part drawn_ = Part::None;  // in the last frame
 };
 
 }  // namespace tessara

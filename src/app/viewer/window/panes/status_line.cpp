@@ -55,12 +55,13 @@ void StatusLine::ShowPlace(const Viewer& viewer)
     Fit();
 }
 
-void StatusLine::ShowFigures(const PicturePane& picture, bool final)
+void StatusLine::ShowFigures(const Viewer& viewer, const PicturePane& picture)
 {
     const auto now = std::chrono::steady_clock::now();
-    if (!final && now - lastFigures_ < kBetweenFigures)
+    if (viewer.Picture().WantsFrame() && now - lastFigures_ < kBetweenFigures)
         return;
     lastFigures_ = now;
+    ShowPlace(viewer);
     const FrameFigures& figures = picture.Figures();
     const wxString pace = Wide(FixedText(picture.FramesPerSecond(), 0)) + " fps";
     const wxString triangles = Wide(CountText(figures.triangles)) + " triangles";

@@ -29,8 +29,8 @@ public:
     /// What the mouse points at has changed.
     void ShowPlace(const Viewer& viewer);
 
-    /// A frame was drawn. \param final figures that change faster than anybody reads may be left out otherwise
-    void ShowFigures(const PicturePane& picture, bool final);
+    /// A frame was drawn. What changes faster than anybody reads is left out until the picture is final.
+    void ShowFigures(const Viewer& viewer, const PicturePane& picture);
 
 private:
     static constexpr std::size_t kTexts = 3;
