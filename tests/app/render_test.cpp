@@ -130,6 +130,28 @@ TEST_F(Render, SteepGroundWithoutColoursIsLitAndNothingBurnsOut)
     }
 }
 
+TEST_F(Render, NoSkyShowsBetweenTheTerrainAndItsPlinthHoweverCoarseItIs)
+{
+    const std::string rough = scratch / "rough.asc";
+    WriteGrid(rough, 120, 120, [](int x, int y) { return 40.0 * std::sin(x * 0.9) + 60.0 * std::cos(y * 0.7 + x); });
+    for (const char* detail : {"30", "300"}) {
+        for (const char* tilt : {"12", "35"}) {
+            // Ground, earth and whatever lies between them is reddish or dark, and only the sky is bright and bluish.
+            const Picture picture =
+                Draw(rough, {"--lod", detail, "--tilt", tilt, "--palette", "desert", "--no-antialias"});
+            const auto isSky = [&](int x, int y) {
+                return picture.At(x, y).blue >= std::max(picture.At(x, y).red, 150);
+            };
+            for (int x = 0; x < picture.width; ++x) {
+                int changes = 0;
+                for (int y = 1; y < picture.height; ++y)
+                    changes += isSky(x, y) != isSky(x, y - 1) ? 1 : 0;
+                EXPECT_LE(changes, 2) << "detail " << detail << ", tilt " << tilt << ", column " << x;
+            }
+        }
+    }
+}
+
 TEST_F(Render, SmoothEdgesAreTheDefault)
 {
     const std::string hill = Hill();

@@ -25,12 +25,18 @@ double SmoothStep(double low, double high, double value)
 
 }  // namespace
 
-Vector3 Atmosphere::Sky(double height) const
+Vector3 Atmosphere::Sky(const Vector3& direction) const
 {
     constexpr Vector3 kZenith{0.105, 0.26, 0.53};
     constexpr Vector3 kNadir{0.72, 0.75, 0.79};
-    const double share = 1.0 - std::exp(-std::fabs(height) * 8.0);
-    return Mix(hazeColor, height > 0.0 ? kZenith : kNadir, share);
+    constexpr double kFarGlow = 3.0;
+    constexpr double kNearGlow = 40.0;
+    const double share = 1.0 - std::exp(-std::fabs(direction.y) * 8.0);
+    const double towardsSun = std::max(Dot(direction, sunDirection), 0.0);
+    const double glow = 0.4 * std::pow(towardsSun, kFarGlow) + 0.6 * std::pow(towardsSun, kNearGlow);
+    // What lies below the horizon is no air, but the ground on which a model stands.
+    const double air = std::clamp(1.0 + 4.0 * direction.y, 0.0, 1.0);
+    return Mix(hazeColor, direction.y > 0.0 ? kZenith : kNadir, share) + glowColor * (glow * air);
 }
 
 Atmosphere SunlitAtmosphere(double azimuth, double height)
@@ -44,6 +50,7 @@ Atmosphere SunlitAtmosphere(double azimuth, double height)
     const Vector3 warmth = Mix({1.0, 1.0, 1.0}, {1.08, 0.80, 0.52}, low);
     const double slant = std::max(std::sin(rise), std::sin(kHighSun * std::numbers::pi / 180.0));
     atmosphere.sunColor = {onLevel.x * warmth.x / slant, onLevel.y * warmth.y / slant, onLevel.z * warmth.z / slant};
+    atmosphere.glowColor = Mix({0.30, 0.27, 0.20}, {0.75, 0.38, 0.10}, low);
     atmosphere.hazeColor = Mix({0.53, 0.63, 0.76}, {0.70, 0.60, 0.54}, low);
     return atmosphere;
 }

@@ -12,8 +12,10 @@ struct Atmosphere {
     Vector3 groundColor{0.10, 0.09, 0.07};  ///< light from below
     Vector3 hazeColor;                      ///< what far things fade into
 
-    /// Colour of the sky in a direction. \param height sine of the angle above the horizon, -1 to 1
-    Vector3 Sky(double height) const;
+    Vector3 glowColor;  ///< what the air around the sun adds to the sky
+
+    /// Colour of the sky, brighter and warmer towards the sun. \param direction unit vector of true space
+    Vector3 Sky(const Vector3& direction) const;
 };
 
 /// Level ground in the open gets a light of 1 from sun and sky together, but for less in that of a low sun, which is

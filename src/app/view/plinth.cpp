@@ -12,8 +12,14 @@ namespace tessara {
 
 namespace {
 
-constexpr Vector3 kTopEarth{0.50, 0.33, 0.19};
-constexpr Vector3 kDeepEarth{0.20, 0.13, 0.085};
+constexpr Vector3 kTopEarth{0.34, 0.245, 0.17};
+constexpr Vector3 kDeepEarth{0.15, 0.105, 0.075};
+
+/// Light on the insides.
+constexpr double kPlainLight = 0.6;
+
+/// How far up the insides of walls go.
+constexpr double kInside = 0.75;
 
 /// One wall, along the outermost grid points of a side.
 struct Side {
@@ -27,11 +33,11 @@ constexpr Side kSides[] = {{true, false, {0.0, 0.0, -1.0}},
                            {false, false, {-1.0, 0.0, 0.0}},
                            {false, true, {1.0, 0.0, 0.0}}};
 
-/// Light on a wall, without shadows.
+/// Light on a wall: much alike on all sides, whatever the sun's colour, so that they are seen to be of one material.
 Vector3 LightOn(const Vector3& outward, const Atmosphere& atmosphere)
 {
-    const double sun = std::max(Dot(outward, atmosphere.sunDirection), 0.0);
-    return atmosphere.sunColor * sun + (atmosphere.skyColor + atmosphere.groundColor) * 0.5;
+    const double light = 0.60 + 0.22 * Dot(outward, atmosphere.sunDirection);
+    return {light, light, light};
 }
 
 /// Top of a wall in draw space. \param index of the grid point along the side; -1 and the count are the corners, half a
@@ -62,11 +68,15 @@ Plinth::Plinth(const ElevationData& data, const GroundFrame& ground, const Atmos
         faces_.back().strip.push_back(
             {{static_cast<float>(at.x), static_cast<float>(at.y), static_cast<float>(at.z)},
              {shade(albedo.x * light.x), shade(albedo.y * light.y), shade(albedo.z * light.z)}});
+        faces_.back().inside.push_back(
+            {{static_cast<float>(at.x), static_cast<float>(bottom + (at.y - bottom) * kInside),
+              static_cast<float>(at.z)},
+             {shade(kTopEarth.x * kPlainLight), shade(kTopEarth.y * kPlainLight), shade(kTopEarth.z * kPlainLight)}});
         faces_.back().point = {at.x * units.x, at.y * units.y, at.z * units.z};
     };
     for (const Side& side : kSides) {
         const Vector3 light = LightOn(side.outward, atmosphere);
-        faces_.push_back({side.outward, {}, {}});
+        faces_.push_back({side.outward, {}, {}, {}});
         const int count = side.alongX ? data.width : data.height;
         for (int index = -1; index <= count; ++index) {
             const Vector3 top = WallTop(side, index, data, ground);
@@ -74,7 +84,7 @@ Plinth::Plinth(const ElevationData& data, const GroundFrame& ground, const Atmos
             add({top.x, bottom, top.z}, kDeepEarth, light);
         }
     }
-    faces_.push_back({{0.0, -1.0, 0.0}, {}, {}});
+    faces_.push_back({{0.0, -1.0, 0.0}, {}, {}, {}});
     for (const double x : {-0.5, data.width - 0.5}) {
         for (const double z : {-0.5, data.height - 0.5})
             add({x, bottom, z}, kDeepEarth, LightOn(faces_.back().outward, atmosphere));
@@ -89,9 +99,8 @@ void Plinth::Draw(const Camera& camera) const
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_COLOR_ARRAY);
     for (const Face& face : faces_) {
-        if (Dot(face.outward, camera.Position() - face.point) <= 0.0)
-            continue;
-        const Vertex* vertices = face.strip.data();
+        const bool outside = Dot(face.outward, camera.Position() - face.point) > 0.0;
+        const Vertex* vertices = outside ? face.strip.data() : face.inside.data();
         glVertexPointer(3, GL_FLOAT, sizeof(Vertex), vertices->position);
         glColorPointer(3, GL_FLOAT, sizeof(Vertex), vertices->color);
         glDrawArrays(GL_TRIANGLE_STRIP, 0, static_cast<GLsizei>(face.strip.size()));

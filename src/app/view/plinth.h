@@ -17,8 +17,9 @@ public:
     /// \param base its height in true space
     Plinth(const ElevationData& data, const GroundFrame& ground, const Atmosphere& atmosphere, double base);
 
-    /// Draws the faces that are turned to the camera, whose matrices are loaded. The others can't be seen, but for the
-    /// edge of a wall behind terrain that is drawn in less detail.
+    /// Draws the faces as the camera, whose matrices are loaded, sees them: those that are turned to it from outside,
+    /// and the others from inside. The insides show where terrain in little detail leaves a gap above a wall; they end
+    /// below the terrain's far edge, so that they don't stand out above it.
     void Draw(const Camera& camera) const;
 
 private:
@@ -27,9 +28,10 @@ private:
         float color[3];
     };
     struct Face {
-        Vector3 outward;            // direction that it faces
-        Vector3 point;              // on it, in true space
-        std::vector<Vertex> strip;  // of triangles
+        Vector3 outward;             // direction that it faces
+        Vector3 point;               // on it, in true space
+        std::vector<Vertex> strip;   // of triangles
+        std::vector<Vertex> inside;  // the same, lower and of one colour
     };
 
     std::vector<Face> faces_;

@@ -12,7 +12,9 @@ namespace tessara {
 
 namespace {
 
-constexpr int kBands = 96;
+/// Of the grid whose corners get the sky's colours.
+constexpr int kColumns = 32;
+constexpr int kRows = 64;
 
 constexpr char kVertexShader[] = R"(#version 120
 void main()
@@ -45,6 +47,14 @@ double HorizonShift(const Camera& camera)
     return std::max(-lowest, 0.0);
 }
 
+/// Direction that a place of the picture looks in, with the horizon lifted. \param x,y -1 to 1
+Vector3 DirectionOf(const Camera& camera, double x, double y, double shift)
+{
+    const double pitch = Pitch(camera) + std::atan(y * camera.HalfHeight()) + shift;
+    const double compass = std::atan2(camera.Right().z, camera.Right().x) + std::atan(x * camera.HalfWidth());
+    return {std::cos(pitch) * std::sin(compass), std::sin(pitch), -std::cos(pitch) * std::cos(compass)};
+}
+
 }  // namespace
 
 Sky::Sky(const GlFunctions& gl, bool withShaders) : gl_(gl)
@@ -70,16 +80,21 @@ void Sky::Draw(const Atmosphere& atmosphere, const Camera& camera) const
     const double shift = HorizonShift(camera);
     if (dither_)
         dither_->Use();
-    glBegin(GL_QUAD_STRIP);
-    for (int band = 0; band <= kBands; ++band) {
-        const double y = 2.0 * band / kBands - 1.0;
-        const double angle = Pitch(camera) + std::atan(y * camera.HalfHeight()) + shift;
-        const Vector3 color = atmosphere.Sky(std::sin(angle));
+    const auto corner = [&](int column, int row) {
+        const double x = 2.0 * column / kColumns - 1.0;
+        const double y = 2.0 * row / kRows - 1.0;
+        const Vector3 color = atmosphere.Sky(DirectionOf(camera, x, y, shift));
         glColor3d(EncodeLight(color.x), EncodeLight(color.y), EncodeLight(color.z));
-        glVertex2d(-1.0, y);
-        glVertex2d(1.0, y);
+        glVertex2d(x, y);
+    };
+    for (int column = 0; column < kColumns; ++column) {
+        glBegin(GL_QUAD_STRIP);
+        for (int row = 0; row <= kRows; ++row) {
+            corner(column, row);
+            corner(column + 1, row);
+        }
+        glEnd();
     }
-    glEnd();
     if (dither_)
         gl_.UseProgram(0);
     glPopAttrib();
