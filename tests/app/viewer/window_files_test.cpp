@@ -234,6 +234,7 @@ TEST_F(ViewerWindow, AFileThatIsReadWaitsForADialogOnTheTerrain)
                 dialog->EndModal(wxID_CANCEL);
         }
     });
+    user.Window().Load({});  // is on its way when another one is wanted
     user.Window().Load(Valley("other.tif", 60));
     timer.StartOnce(1500);
     user.Window().Run(kInformation);

@@ -113,9 +113,18 @@ void FileDesk::Load(const std::string& path, const std::string& element)
     Begin(std::move(terrain));
 }
 
+/// A loader that is in the middle of a long step ends it before it notices: nobody waits for that.
+void FileDesk::DropLoader()
+{
+    if (!loader_)
+        return;
+    loader_->Cancel();
+    leaving_.push_back(std::move(loader_));
+}
+
 void FileDesk::Begin(TerrainRequest terrain)
 {
-    loader_ = nullptr;
+    DropLoader();
     to_.panes.Picture().SetFlying(false);
     terrain.settings = to_.viewer.Settings();
     terrain.size = {to_.panes.Picture().PixelWidth(), to_.panes.Picture().PixelHeight()};
@@ -135,8 +144,10 @@ void FileDesk::Cancel()
 
 void FileDesk::WatchLoader()
 {
+    std::erase_if(leaving_, [](const auto& loader) { return loader->IsDone(); });
     if (!loader_) {
-        timer_.Stop();
+        if (leaving_.empty())
+            timer_.Stop();
         return;
     }
     to_.panes.Progress().Step(loader_->Fraction());
@@ -147,7 +158,6 @@ void FileDesk::WatchLoader()
         ShowCoarse();
         return;
     }
-    timer_.Stop();
     const std::unique_ptr<TerrainLoader> done = std::move(loader_);
     to_.panes.Progress().End();
     try {

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class wxWindow;
 
@@ -59,6 +60,7 @@ public:
 
 private:
     void Begin(TerrainRequest terrain);
+    void DropLoader();
     void WatchLoader();
 
     /// A first look at a large terrain, unless something was done to the old one meanwhile: that has its question
@@ -76,6 +78,7 @@ private:
     bool recovering_ = false;
     std::optional<WorkState> left_;  // the work that may be left for what is being read
     std::unique_ptr<TerrainLoader> loader_;
+    std::vector<std::unique_ptr<TerrainLoader>> leaving_;  // cancelled, until they have noticed
     wxTimer timer_;
 };
 
