@@ -31,6 +31,13 @@ tessara_wine_test(platform_gl_test
 tessara_wine_test(platform_ui_test
     SOURCES platform/ui/sample_dialog.cpp platform/ui/ui_classes_test.cpp
     LIBRARIES tessara-scripted-ui tessara-ui)
+tessara_wine_test(platform_ui_win32_test
+    SOURCES platform/ui/sample_dialog.cpp platform/ui/win32_user.cpp platform/ui/win32_features_test.cpp
+        platform/ui/window_contract_test.cpp
+    LIBRARIES tessara-ui tessara-offscreen)
+target_compile_definitions(platform_ui_win32_test PRIVATE TESSARA_DIALOG_USER="platform/ui/win32_user.h")
+# One desktop for all.
+set_tests_properties(platform_ui_win32_test PROPERTIES RUN_SERIAL ON)
 tessara_wine_test(textures_test
     SOURCES textures/elevation_grid_test.cpp textures/elevation_palette_test.cpp
     LIBRARIES tessara-textures)

@@ -15,9 +15,16 @@ tessara_room(platform
     system/wide_text_win32.cpp
     ui/null/null_window_system.cpp
     ui/window_system.cpp
-    ui/window_system_library_win32.cpp
+    gl/current_context_win32.cpp
+    ui/win32/gl_viewport.cpp
+    ui/win32/picture_bitmap.cpp
+    ui/win32/win32_dialog_controls.cpp
+    ui/win32/win32_dialog_events.cpp
+    ui/win32/win32_dialog_window.cpp
+    ui/win32/win32_window_system.cpp
 )
-target_link_libraries(tessara-platform PUBLIC oleaut32 ole32 uuid advapi32 user32 kernel32)
+target_link_libraries(tessara-platform PUBLIC OpenGL::GL
+    comctl32 comdlg32 shell32 oleaut32 ole32 uuid advapi32 msimg32 gdi32 user32 kernel32)
 
 # Dialogs and controls under the application framework's names, on whatever window system the process has.
 tessara_room(ui ${tessara_ui_classes})
@@ -25,11 +32,10 @@ target_link_libraries(tessara-ui PUBLIC tessara-platform)
 
 # OpenGL beyond what the system library exports, and frames in memory.
 tessara_room(gl
-    gl/current_context_win32.cpp
     gl/gl_functions.cpp
     gl/render_target.cpp
 )
-target_link_libraries(tessara-gl PUBLIC OpenGL::GL)
+target_link_libraries(tessara-gl PUBLIC tessara-platform OpenGL::GL)
 
 # Contexts without a window to be seen.
 tessara_room(offscreen

@@ -1,10 +1,11 @@
 // What a dialog can rely on, with mouse and keyboard on the desktop's windows.
 
 #include "platform/ui/window_system.h"
-#include "platform/ui/wx_user.h"
 
 #include <gmock/gmock.h>
-#include <wx/dialog.h>
+
+// Who works with the windows of this system: User and WhenModal.
+#include TESSARA_DIALOG_USER
 
 #include <utility>
 
@@ -19,11 +20,11 @@ protected:
     DialogContract() { EXPECT_TRUE(CurrentWindowSystem().CanOpenWindows()) << "no display answers"; }
 
     /// Runs the dialog with what the user does, and keeps what the dialog heard, paints left out.
-    int Run(std::function<void(WxUser&)> act)
+    int Run(std::function<void(User&)> act)
     {
         dialog_.events.clear();
-        const WhenModal user([&act](wxDialog& dialog) {
-            WxUser hands(dialog);
+        const WhenModal user([&act](ModalWindow& dialog) {
+            User hands(dialog);
             act(hands);
         });
         const int result = dialog_.DoModal();
@@ -47,18 +48,18 @@ protected:
 
 TEST_F(DialogContract, EndsWithTheClosingButtonThatWasClicked)
 {
-    EXPECT_EQ(Run([](WxUser& user) { user.Click(IDOK); }), IDOK);
+    EXPECT_EQ(Run([](User& user) { user.Click(IDOK); }), IDOK);
     EXPECT_TRUE(painted_);
     EXPECT_THAT(dialog_.events, ElementsAre("created", "destroy"));
-    EXPECT_EQ(Run([](WxUser& user) { user.Click(IDCANCEL); }), IDCANCEL);
-    EXPECT_EQ(Run([](WxUser& user) { user.Press(VK_ESCAPE); }), IDCANCEL);
-    EXPECT_EQ(Run([](WxUser& user) { user.Press(VK_RETURN); }), IDOK);
+    EXPECT_EQ(Run([](User& user) { user.Click(IDCANCEL); }), IDCANCEL);
+    EXPECT_EQ(Run([](User& user) { user.Press(VK_ESCAPE); }), IDCANCEL);
+    EXPECT_EQ(Run([](User& user) { user.Press(VK_RETURN); }), IDOK);
 }
 
 TEST_F(DialogContract, IsNeverShownWhenItEndsAtItsStart)
 {
     dialog_.endsAtOnce = true;
-    EXPECT_EQ(Run([](WxUser&) { FAIL() << "the dialog was shown"; }), 17);
+    EXPECT_EQ(Run([](User&) { FAIL() << "the dialog was shown"; }), 17);
     EXPECT_FALSE(painted_);
     EXPECT_THAT(dialog_.events, ElementsAre("created", "destroy"));
 }
@@ -89,7 +90,7 @@ TEST_F(DialogContract, TakesValuesFromTheProgramWithoutNotice)
         EXPECT_THAT(dialog.list.GetSelItems(3), ElementsAre(1));
         EXPECT_EQ(dialog.button.IsWindowEnabled(), FALSE);
     };
-    Run([](WxUser& user) { user.Click(kButton); });
+    Run([](User& user) { user.Click(kButton); });
     EXPECT_TRUE(Heard().empty()) << testing::PrintToString(Heard());
 }
 
@@ -106,7 +107,7 @@ TEST_F(DialogContract, HearsWhatTheUserChanges)
         EXPECT_THAT(dialog.list.GetSelItems(2), ElementsAre(1, 2));
         EXPECT_EQ(dialog.list.GetCurSel(), 3);
     };
-    Run([](WxUser& user) {
+    Run([](User& user) {
         user.Click(kCheck);
         user.Pick(kChoice, 1);
         user.Pick(kList, 0);
@@ -123,7 +124,7 @@ TEST_F(DialogContract, AnEditFieldTellsWhenItIsLeft)
         EXPECT_EQ(dialog.number.GetModify(), TRUE);
         EXPECT_EQ(dialog.plain.GetModify(), FALSE);
     };
-    EXPECT_EQ(Run([](WxUser& user) {
+    EXPECT_EQ(Run([](User& user) {
                   user.Type(kNumber, "1.5");
                   user.Click(kPlainEdit);
                   user.Click(kNumber);
@@ -142,7 +143,7 @@ TEST_F(DialogContract, AListGoesToTheNameOfALetterAndLeavesReturnToTheDialog)
     };
     std::vector<int> rows;
     int focused = 0;
-    Run([&](WxUser& user) {
+    Run([&](User& user) {
         user.Pick(kList, 3);
         for (const char letter : {'a', 'a', 'a', 'z', 'q'}) {
             user.Press(static_cast<WPARAM>(letter));
@@ -161,7 +162,7 @@ TEST_F(DialogContract, TheTabKeySkipsDisabledControlsAndComesRound)
 {
     dialog_.atStart = [](SampleDialog& dialog) { dialog.GetDlgItem(kNumber)->EnableWindow(FALSE); };
     std::vector<int> order;
-    Run([&](WxUser& user) {
+    Run([&](User& user) {
         user.Click(kCheck);
         for (int i = 0; i < 7; ++i) {
             user.Press(VK_TAB);
@@ -180,7 +181,7 @@ TEST_F(DialogContract, APostedMessageComesAfterTheRunningEvent)
         EXPECT_EQ(dialog.SendMessage(kPosted, 1, 2), 1);
         EXPECT_EQ(dialog.events.back(), "posted 1 2");
     };
-    Run([](WxUser& user) { user.Rest(); });
+    Run([](User& user) { user.Rest(); });
     EXPECT_THAT(Heard(), ElementsAre("posted 1 2", "posted 7 8"));
     EXPECT_EQ(dialog_.PostMessage(kPosted), FALSE);
 }
@@ -188,7 +189,7 @@ TEST_F(DialogContract, APostedMessageComesAfterTheRunningEvent)
 TEST_F(DialogContract, AFailureInAHandlerEndsTheDialogAndReachesTheCaller)
 {
     dialog_.throws = true;
-    EXPECT_THROW(Run([](WxUser& user) { user.Click(kButton); }), std::runtime_error);
+    EXPECT_THROW(Run([](User& user) { user.Click(kButton); }), std::runtime_error);
     std::erase(dialog_.events, "paint");
     EXPECT_EQ(dialog_.events.back(), "destroy");
 }

@@ -44,6 +44,9 @@ private:
     wxDialog& dialog_;
 };
 
+using User = WxUser;
+using ModalWindow = wxDialog;
+
 /// Calls somebody back as soon as a modal dialog runs.
 class WhenModal {
 public:
