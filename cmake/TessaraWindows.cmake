@@ -3,6 +3,8 @@ enable_language(RC)
 
 # What is built needs nothing beside it but the system's own libraries.
 add_link_options(-static)
+# The same bytes from the same sources, and no names that only debuggers read.
+add_link_options(-s LINKER:--no-insert-timestamp)
 set(CMAKE_CXX_STANDARD_LIBRARIES "")
 
 find_package(Threads REQUIRED)
@@ -22,6 +24,7 @@ add_subdirectory(src/dialog)
 add_subdirectory(src/module)
 add_subdirectory(src/host)
 add_subdirectory(examples)
+include(cmake/TessaraWindowsPackage.cmake)
 
 if(TESSARA_BUILD_TESTS)
     enable_testing()
