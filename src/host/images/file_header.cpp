@@ -168,4 +168,21 @@ bool IsCutShort(std::istream& file)
     return false;
 }
 
+bool LacksColours(std::istream& file)
+{
+    const Header header(file);
+    if (!header.Has(0, "8BPS"))
+        return false;
+    const std::uint32_t channels = header.Byte(12) << 8 | header.Byte(13);
+    switch (header.Byte(24) << 8 | header.Byte(25)) {
+    case 3:  // red, green, blue
+    case 9:  // Lab
+        return channels < 3;
+    case 4:  // CMYK
+        return channels < 4;
+    default:
+        return channels < 1;
+    }
+}
+
 }  // namespace tessara

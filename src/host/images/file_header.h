@@ -20,4 +20,7 @@ std::optional<StatedSize> SizeInHeader(std::istream& file);
 /// picture in grey.
 bool IsCutShort(std::istream& file);
 
+/// Whether a Photoshop file states fewer channels than its colours are made of; the image library reads past their end.
+bool LacksColours(std::istream& file);
+
 }  // namespace tessara

@@ -27,13 +27,11 @@ constexpr std::uint64_t kMaxPixelsPerByte = 16384;
     throw std::runtime_error("Can't read the image \"" + path + "\": " + reason);
 }
 
-/// The library's text may span lines.
-std::string OneLine(std::string text)
+/// The first line of the library's text; those behind it tell less of the same.
+std::string OneLine(const std::string& text)
 {
-    while (!text.empty() && text.back() == '\n')
-        text.pop_back();
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    return text.empty() ? "the file is damaged" : text;
+    const std::string line = text.substr(0, text.find('\n'));
+    return line.empty() ? "the file is damaged" : line;
 }
 
 void CheckSize(const std::string& path, std::uint64_t width, std::uint64_t height, std::uint64_t fileSize)
@@ -64,6 +62,8 @@ std::uint64_t CheckFile(const std::string& path)
         Fail(path, "the file can't be opened");
     if (const auto stated = SizeInHeader(bytes))
         CheckSize(path, stated->width, stated->height, size);
+    if (LacksColours(bytes))
+        Fail(path, "it states fewer channels than its colours are made of");
     if (IsCutShort(bytes))
         Fail(path, "the file is cut short");
     return size;

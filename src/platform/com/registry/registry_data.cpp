@@ -124,6 +124,7 @@ void RegistryData::DeleteTree(std::string_view path)
     while (last != keys_.end() && IsBelow(last->first, path))
         ++last;
     keys_.erase(first, last);
+    keys_.try_emplace("CLSID");  // which is always there
 }
 
 RegistryData::Keys::const_iterator RegistryData::Below(std::string_view path) const
