@@ -136,15 +136,20 @@ TEST_F(ViewerProject, OtherTerrainsAndOtherProgramsValuesStay)
     settings.fog = 0.9;
     viewer_->Apply(settings);
     EXPECT_TRUE(viewer_->HasUnsavedWork());
-    viewer_->Work().SaveProject(folder_ / "copy.tessara");
-    const ProjectFile copy(folder_ / "copy.tessara");
+    const std::string theirs = test::ReadBytes(path_);
+    EXPECT_THROW(viewer_->Work().SaveProject(path_), ProjectChanged);
+    EXPECT_EQ(test::ReadBytes(path_), theirs);
+    EXPECT_TRUE(viewer_->HasUnsavedWork());
+    // Whoever saves all the same puts the changes into the project as it is now.
+    viewer_->Work().SaveProject(path_, TerrainWork::IfChanged::Merge);
+    EXPECT_FALSE(viewer_->HasUnsavedWork());
+    const ProjectFile copy(path_);
     EXPECT_EQ(copy.Elements(), (std::vector<std::string>{"hills", "second"}));
     const auto place = copy.Open("hills");
     EXPECT_EQ(NumberOf(place->Settings(), "somebody's", 0.0), 7.0);
     EXPECT_EQ(NumberOf(place->Settings(), "fog", 0.0), 0.9);
     EXPECT_TRUE(place->Read("FOREIGN"));
     EXPECT_EQ(TextOf(copy.Settings(), "whole"), "project");
-    EXPECT_EQ(viewer_->Work().ProjectPath(), folder_ / "copy.tessara");
 }
 
 TEST_F(ViewerProject, EveryChangeButTheCamerasIsWork)

@@ -164,6 +164,7 @@ TEST_F(ImageFileTest, AFileThatCannotBeReadSaysWhichAndWhy)
     folder_.Write("huge.tga", Tga(10, 65535, 65535, 32, Bytes({255, 1, 2, 3, 4})));
     folder_.Write("hollow.psd", Psd(3, 3, 16000, 4000, 8, "abc"));
     folder_.Write("short.psd", Psd(3, 3, 1000, 4000, 8, std::string(3000, 'a')));
+    folder_.Write("poor.psd", Psd(3, 2, 2, 1, 8, "abcdef"));
     folder_.Write("empty.png", "");
     folder_.Write("text.jpg", "This is no picture.\nNeither is this.");
     folder_.Write("cut.jpg", CmykJpeg().substr(0, 170));
@@ -175,6 +176,7 @@ TEST_F(ImageFileTest, AFileThatCannotBeReadSaysWhichAndWhy)
         {"huge.tga", "it states a size of 65535 x 65535 pixels, more than"},
         {"hollow.psd", "it states a size of 16000 x 4000 pixels, for which it is too short"},
         {"short.psd", ""},
+        {"poor.psd", "it states fewer channels than its colours are made of"},
         {"empty.png", ""},
         {"text.jpg", ""},
         {"cut.jpg", "the file is cut short"},

@@ -101,14 +101,13 @@ void TerrainWork::WriteChanges(ProjectPlace& place) const
         ForgetLevelOfDetail(place);
 }
 
-void TerrainWork::SaveProject(const std::string& path)
+void TerrainWork::SaveProject(const std::string& path, IfChanged ifChanged)
 {
     const bool goesOn = !project_.empty() && IsProjectFile(project_);
     ProjectWriter writer(path, goesOn ? project_ : std::string());
-    if (path == project_ && version_ && writer.Replaced() && writer.Replaced() != version_)
-        throw StorageError("Another program has changed \"" + path +
-                           "\" since it was opened here, and what it changed would be lost; save under another name, "
-                           "or open the project again");
+    if (ifChanged == IfChanged::Refuse && path == project_ && version_ && writer.Replaced() &&
+        writer.Replaced() != version_)
+        throw ProjectChanged("Another program has changed \"" + path + "\" since it was opened here.");
     WriteProject(writer);
     writer.Commit();
     version_ = VersionOf(path);

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 
 namespace tessara {
@@ -25,6 +26,12 @@ struct WorkState {
     Look look;
 
     bool operator==(const WorkState&) const = default;
+};
+
+/// Another program has changed a project since it was opened here: who saves into it decides whose changes count.
+class ProjectChanged : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
 };
 
 /// What a person has done to a terrain, and where that is kept: in a project, in a file of heights, or nowhere yet.
@@ -59,9 +66,13 @@ public:
     /// \throws std::runtime_error for the user
     void WriteProject(ProjectWriter& writer) const;
 
-    /// Saves the terrain into a project, which it belongs to from now on. Its own project isn't written over where
-    /// another program has changed it. \throws std::runtime_error for the user
-    void SaveProject(const std::string& path);
+    /// What to do where another program has changed the project since it was opened here: to say so, or to put the
+    /// changes made here into it as it is now.
+    enum class IfChanged { Refuse, Merge };
+
+    /// Saves the terrain into a project, which it belongs to from now on.
+    /// \throws ProjectChanged, with nothing written; std::runtime_error for the user
+    void SaveProject(const std::string& path, IfChanged ifChanged = IfChanged::Refuse);
 
     /// Writes the heights as a GeoTIFF, or what else the name's ending asks for.
     /// \throws std::runtime_error with one sentence that names the file

@@ -48,6 +48,8 @@ TEST(RegistryData, AKeyGoesWithAllThatIsBelowItAndNothingElse)
     data.DeleteTree("A\\b");
     EXPECT_THAT(data.Subkeys("A"), ElementsAre("B D", "Z"));
     data.DeleteTree("A");
+    data.DeleteTree("clsid");
+    EXPECT_TRUE(data.HasKey("CLSID")) << "always there";
     EXPECT_FALSE(data.HasKey("A"));
     EXPECT_FALSE(data.HasKey("A\\Z"));
     for (const char* path : {"A B", "A.1", "AB", "CLSID"})

@@ -96,17 +96,36 @@ bool SaveDesk::SaveProjectAs()
     return path && WriteProject(*path);
 }
 
-bool SaveDesk::WriteProject(const std::string& path)
+/// The project is another one than was opened: asks whose changes count.
+bool SaveDesk::SettleChanges(const std::string& path, const std::string& what)
+{
+    wxMessageDialog question(&window_,
+                             Wide(what) + "\n\nSave Anyway puts what was changed here into the project as it is now. "
+                                          "What both have changed becomes as it is here.",
+                             "Tessara", wxYES_NO | wxCANCEL | wxICON_WARNING);
+    question.SetYesNoCancelLabels("Save &As...", "Save An&yway", "&Cancel");
+    const int answer = question.ShowModal();
+    if (answer == wxID_YES)
+        return SaveProjectAs();
+    return answer == wxID_NO && WriteProject(path, TerrainWork::IfChanged::Merge);
+}
+
+bool SaveDesk::WriteProject(const std::string& path, TerrainWork::IfChanged ifChanged)
 {
     if (!picture_.MakeCurrent())
         return false;
-    const wxBusyCursor wait;
+    std::string changed;
     try {
-        viewer_.Work().SaveProject(path);
+        const wxBusyCursor wait;
+        viewer_.Work().SaveProject(path, ifChanged);
+    } catch (const ProjectChanged& error) {
+        changed = error.what();
     } catch (const std::exception& error) {
         ShowError(&window_, error.what());
         return false;
     }
+    if (!changed.empty())
+        return SettleChanges(path, changed);
     watch_.Saved();
     store_.AddRecent(path);
     status_.Tell("Saved " + TerrainName(path));

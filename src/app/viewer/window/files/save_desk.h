@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/viewer/work/terrain_work.h"
+
 #include <string>
 
 class wxWindow;
@@ -33,7 +35,8 @@ public:
     std::string NameOfWork() const;
 
 private:
-    bool WriteProject(const std::string& path);
+    bool WriteProject(const std::string& path, TerrainWork::IfChanged ifChanged = TerrainWork::IfChanged::Refuse);
+    bool SettleChanges(const std::string& path, const std::string& what);
 
     wxWindow& window_;
     Viewer& viewer_;
