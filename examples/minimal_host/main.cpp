@@ -4,6 +4,8 @@
 #include "system.h"
 #include <tessara/host/basic_host.h>
 #include <tessara/host/camera.h>
+#include <tessara/host/detail_camera.h>
+#include <tessara/host/height_pyramid.h>
 #include <tessara/platform/com/bstr.h>
 #include <tessara/platform/com/com_object.h>
 #include <tessara/platform/com/module_class.h>
@@ -113,7 +115,13 @@ int main(int argc, char** argv)
     terrain->SetKVO(MakeObject<tessara::BasicHost>(nullptr, nullptr).Get());  // no textures, no progress display
     terrain->SetMatrix(hills.Get());
     terrain->SetElevationScale(kRelief);
-    terrain->SetLOD(50.0f);
+    // Heights are drawn where they are, to the pixel.
+    ElevationElement* grid = nullptr;
+    hills->GetGrid(&grid);
+    const tessara::HeightPyramid heights(grid, kSide, kSide);
+    const ComPtr<tessara::DetailCamera> detail = MakeObject<tessara::DetailCamera>();
+    detail->Follow(*camera.Get(), {.heights = heights, .elevationScale = kRelief});
+    terrain->SetLOD(static_cast<float>(detail->Factor() * kPicture / (2.0 * camera->HalfWidth())));
     result = terrain->InitQuadTree();
     if (FAILED(result))
         return Fail("building the terrain", result);
@@ -125,14 +133,14 @@ int main(int argc, char** argv)
         camera->LoadMatrices();
         for (int frame = 0; frame < 4; ++frame) {  // the first frames settle the level of detail
             glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-            terrain->Draw3D(camera.Get());
+            terrain->Draw3D(detail.Get());
         }
         drawn = CountDrawn();
         std::printf("%d of %d pixels show the terrain\n", drawn, kPicture * kPicture);
     } else {
         std::printf("no off-screen OpenGL on this machine: triangles only\n");
     }
-    const int triangles = CountTriangles(*terrain.Get(), *camera.Get());
+    const int triangles = CountTriangles(*terrain.Get(), *detail.Get());
     std::printf("%d triangles\n", triangles);
     terrain->StopServer();
     terrain = nullptr;

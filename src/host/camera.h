@@ -11,7 +11,8 @@ namespace tessara {
 
 /// A perspective camera. It stands in true space: right-handed, x east, y up, z south, the same unit along each axis,
 /// for instance metres from the terrain's north-west corner. The terrain is drawn in draw space, which has the same
-/// axes and origin with a unit of its own along each; position and frustum go out in that space.
+/// axes and origin with a unit of its own along each; position and frustum go out in that space. A level of detail that
+/// keeps below an error in pixels is a DetailCamera's.
 ///
 /// All setters but the one for the lens take any values; a direction without length, or an up without an angle to it,
 /// is replaced by a usable one.
@@ -38,6 +39,10 @@ public:
     void SetViewport(std::int32_t width, std::int32_t height);
 
     const Vector3& Position() const noexcept { return position_; }
+    const Vector3& DrawUnits() const noexcept { return drawUnits_; }
+
+    /// What the camera sees, with its WorldPlanes in draw space.
+    const TerrainFrustum& Frustum() const noexcept { return frustum_; }
 
     /// Axes of the view in true space, each of length 1: right x up = backward.
     const Vector3& Right() const noexcept { return right_; }

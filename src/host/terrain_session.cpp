@@ -1,5 +1,7 @@
 #include "host/terrain_session.h"
 
+#include "host/camera.h"
+#include "host/detail_camera.h"
 #include "host/elevation/elevation_data.h"
 #include "host/module_path.h"
 #include "host/process_memory.h"
@@ -127,7 +129,29 @@ void TerrainSession::SetExaggeration(double exaggeration)
 void TerrainSession::SetLevelOfDetail(double metres)
 {
     levelOfDetail_ = metres;
-    surface_->SetLOD(static_cast<float>(metres));
+    surface_->SetLOD(static_cast<float>(metres * levelFactor_));
+}
+
+void TerrainSession::Follow(DetailCamera& detail, const Camera& camera)
+{
+    if (!heights_) {
+        ElevationElement* grid = nullptr;
+        matrix_->GetGrid(&grid);
+        heights_.emplace(grid, columns_, rows_);
+    }
+    const double border = border_;
+    detail.Follow(camera, {*heights_, ground_.ElevationScale(), {-border, 0.0, -border}});
+    levelFactor_ = detail.Factor();
+    SetLevelOfDetail(levelOfDetail_);
+}
+
+void TerrainSession::HeightsChanged(int left, int top, int right, int bottom)
+{
+    if (!heights_)
+        return;
+    // The border repeats the outermost points, so it changes with them.
+    const int border = border_;
+    heights_->Update(left, top, right + 2 * border, bottom + 2 * border);
 }
 
 void TerrainSession::DumpPolygons(const std::string& path, ICameraObject& camera) const

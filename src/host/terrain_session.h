@@ -5,6 +5,7 @@
 #include "../surface/itessara.h"
 #include "elevation_matrix.h"
 #include "ground_frame.h"
+#include "height_pyramid.h"
 
 #include <cstddef>
 #include <functional>
@@ -16,6 +17,8 @@
 
 namespace tessara {
 
+class Camera;
+class DetailCamera;
 struct ElevationData;
 
 struct TerrainOptions {
@@ -61,8 +64,19 @@ public:
     /// Draws heights multiplied with another factor, positive, from the next frame on.
     void SetExaggeration(double exaggeration);
 
-    /// A drawn height error of 1 m counts out to this many metres.
+    /// A drawn height error of 1 m counts out to this many metres, for cameras that stand at a DetailCamera from the
+    /// next Follow on.
     void SetLevelOfDetail(double metres);
+    double LevelOfDetail() const noexcept { return levelOfDetail_; }
+
+    /// Takes the terrain's detail to where a camera stands, and leads another one there, for whom it is to be drawn:
+    /// then no drawn height in the picture is off by more than a metre for each so many metres of distance as the level
+    /// of detail says.
+    void Follow(DetailCamera& detail, const Camera& camera);
+
+    /// Heights in the matrix have changed, of the data's columns and rows from left and top up to, without, right and
+    /// bottom.
+    void HeightsChanged(int left, int top, int right, int bottom);
 
     /// What the process grew by while the tree was built, in bytes; 0 where the system doesn't tell.
     std::size_t TreeMemory() const noexcept { return treeMemory_; }
@@ -85,6 +99,8 @@ private:
     LONG rows_ = 0;
     LONG border_ = 0;
     double levelOfDetail_;
+    double levelFactor_ = 1.0;              // of the camera that was followed last
+    std::optional<HeightPyramid> heights_;  // once somebody needs it
     std::size_t treeMemory_ = 0;
 };
 

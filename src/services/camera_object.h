@@ -6,11 +6,14 @@ class TerrainFrustum;
 
 /// A camera, as Draw3D and GetRenderedPolygons read it. They take no reference on it.
 struct ICameraObject : IUnknown {
-    /// Writes the eye position, x, y and z: tree units with the surface's translation added and heights multiplied by
-    /// its elevation scale.
+    /// Writes the position that the level of detail measures distances from, as it comes: x and z in tree units,
+    /// without the surface's translation; y against normalised elevations, so that it counts as the least distance of
+    /// all. For errors that stay below some pixels it is the distance from the eye to the nearest ground in the
+    /// picture, in cells; the host library's DetailCamera answers that.
     virtual HRESULT STDMETHODCALLTYPE GetPosition(float* position) = 0;
 
-    /// Gives the camera's frustum, whose WorldPlanes stand in the same space as the position. The camera keeps it; it
+    /// Gives the camera's frustum, whose WorldPlanes stand in draw space: tree units with the surface's
+    /// translation added and heights multiplied by its elevation scale. The camera keeps it; it
     /// must stay valid and unchanged during the call in which the surface asked for it.
     virtual HRESULT STDMETHODCALLTYPE GetFrustum(TerrainFrustum** frustum) = 0;
 

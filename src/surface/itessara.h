@@ -26,7 +26,8 @@ struct ITessara : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE SetKVO(IUnknown* kvo) = 0;
 
     /// Level of detail: distance units that one drawn unit of error is worth. The product with the elevation scale of
-    /// this moment is what the terrain tests with, so SetElevationScale comes first.
+    /// this moment is what the terrain tests with, so SetElevationScale comes first. The host library's DetailCamera
+    /// gives the factor at which errors stay below a number of pixels.
     virtual HRESULT STDMETHODCALLTYPE SetLOD(float f) = 0;
     virtual HRESULT STDMETHODCALLTYPE GetLOD(float* f) = 0;
 

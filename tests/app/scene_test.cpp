@@ -4,6 +4,7 @@
 #include "app/view/light_map.h"
 #include "app/view/scene.h"
 #include "host/camera.h"
+#include "host/detail_camera.h"
 #include "host/kvo_host.h"
 #include "host/terrain_session.h"
 #include "host/test_elevation.h"
@@ -104,8 +105,10 @@ protected:
         Scene scene(gl, data, terrain, light, style, withShaders);
         const RenderTarget target(gl, 160, 120, false);
         target.Bind();
-        triangles = scene.Settle(*camera, *camera);
-        scene.Draw(*camera);
+        const auto detail = MakeObject<DetailCamera>();
+        terrain.Follow(*detail, *camera);
+        triangles = scene.Settle(*camera, *detail);
+        scene.Draw(*camera, *detail);
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
         return {160, 120, target.ReadPixels()};
     }

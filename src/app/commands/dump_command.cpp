@@ -45,8 +45,8 @@ SolidSize SizeOf(const DumpOptions& options, const LoadedTerrain& loaded)
 }
 
 /// \return how many triangles there are
-std::uint64_t WriteFrame(const DumpOptions& options, const LoadedTerrain& loaded, const TerrainSession& terrain,
-                         Camera& camera, const std::string& output)
+std::uint64_t WriteFrame(const DumpOptions& options, const LoadedTerrain& loaded, TerrainSession& terrain,
+                         const Camera& camera, const std::string& output)
 {
     const MeshFormat format = MeshFormatOf(output);
     if (format == MeshFormat::Text) {
@@ -73,11 +73,11 @@ void Dump(const DumpOptions& options)
     const ElevationData& data = loaded.data;
     progress->Show("Building the terrain", 0.0);
     const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
-    const TerrainSession terrain(data,
-                                 {.exaggeration = loaded.exaggeration,
-                                  .levelOfDetail = LevelOfDetailOf(view, loaded.look.errorPixels),
-                                  .elevations = loaded.SavedElevations()},
-                                 ComPtr<IKvoHost>(host.Get()));
+    TerrainSession terrain(data,
+                           {.exaggeration = loaded.exaggeration,
+                            .levelOfDetail = LevelOfDetailOf(view, loaded.look.errorPixels),
+                            .elevations = loaded.SavedElevations()},
+                           ComPtr<IKvoHost>(host.Get()));
     const auto camera = MakeCamera(view, data, loaded.span, terrain.Ground());
 
     progress->Show("Writing the triangles", 0.5);

@@ -47,11 +47,11 @@ void Info(const InfoOptions& options)
 
     progress->Show("Building the terrain", 0.0);
     const auto host = MakeObject<KvoHost>(nullptr, ComPtr<IProgressWindow>(progress.Get()));
-    const TerrainSession terrain(data,
-                                 {.exaggeration = loaded.exaggeration,
-                                  .levelOfDetail = LevelOfDetailOf(view, loaded.look.errorPixels),
-                                  .elevations = loaded.SavedElevations()},
-                                 ComPtr<IKvoHost>(host.Get()));
+    TerrainSession terrain(data,
+                           {.exaggeration = loaded.exaggeration,
+                            .levelOfDetail = LevelOfDetailOf(view, loaded.look.errorPixels),
+                            .elevations = loaded.SavedElevations()},
+                           ComPtr<IKvoHost>(host.Get()));
     const auto camera = MakeCamera(view, data, loaded.span, terrain.Ground());
     progress->Show("Counting the triangles", 0.5);
     const std::uint64_t triangles =

@@ -12,6 +12,7 @@
 #include "app/view/light_map.h"
 #include "app/view/scene.h"
 #include "host/console_progress.h"
+#include "host/detail_camera.h"
 #include "host/kvo_host.h"
 #include "host/terrain_session.h"
 #include "host/textures/texture_service.h"
@@ -96,7 +97,7 @@ void Render(RenderOptions options)
     progress->Show("Building the terrain", 0.0);
     const auto host = MakeObject<KvoHost>(ComPtr<ITextureMgr>(MakeObject<TextureService>().Get()),
                                           ComPtr<IProgressWindow>(progress.Get()));
-    const TerrainSession terrain =
+    TerrainSession terrain =
         MakeTerrain(loaded, look, LevelOfDetailOf(options.view, look.errorPixels), ComPtr<IKvoHost>(host.Get()));
     ApplyTextures(terrain.Surface(), loaded.place.Get(), options.textures, *progress);
     const auto camera = MakeCamera(options.view, loaded.data, loaded.span, terrain.Ground());
@@ -109,8 +110,10 @@ void Render(RenderOptions options)
     Scene scene(gl, loaded.data, terrain, light, style);
     scene.Painter().SetColors(look.colors);
     target.Bind();
-    const std::uint32_t triangles = scene.Settle(*camera, *camera, options.view.frames);
-    scene.Draw(*camera);
+    const auto detail = MakeObject<DetailCamera>();
+    terrain.Follow(*detail, *camera);
+    const std::uint32_t triangles = scene.Settle(*camera, *detail, options.view.frames);
+    scene.Draw(*camera, *detail);
     progress->Show("Writing", 0.9);
     WritePng(output, target.Width(), target.Height(), target.ReadPixels());
     progress->Clear();

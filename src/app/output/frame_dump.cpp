@@ -1,7 +1,7 @@
 #include "app/output/frame_dump.h"
 
-#include "app/view/detail_camera.h"
 #include "host/camera.h"
+#include "host/detail_camera.h"
 #include "host/terrain_session.h"
 
 namespace tessara {
@@ -14,13 +14,13 @@ constexpr int kMostLooks = 20;
 
 }  // namespace
 
-PolygonText DumpFrame(const TerrainSession& terrain, Camera& camera, int frames, FrameExtent extent)
+PolygonText DumpFrame(TerrainSession& terrain, const Camera& camera, int frames, FrameExtent extent)
 {
     const auto blind = MakeObject<DetailCamera>();
-    blind->Follow(camera);
+    terrain.Follow(*blind, camera);
     blind->SeeNothing();
     const auto eye = MakeObject<DetailCamera>();
-    eye->Follow(camera);
+    terrain.Follow(*eye, camera);
     if (extent == FrameExtent::Whole)
         eye->SeeAll();
     const auto look = [&](int steps) {

@@ -16,6 +16,6 @@ enum class FrameExtent {
 /// Adapts a terrain to the camera, without OpenGL.
 /// \param frames to adapt for; 0 goes on until the number of triangles stays the same
 /// \return the triangles of the frame \throws std::runtime_error with one sentence for the user
-PolygonText DumpFrame(const TerrainSession& terrain, Camera& camera, int frames, FrameExtent extent);
+PolygonText DumpFrame(TerrainSession& terrain, const Camera& camera, int frames, FrameExtent extent);
 
 }  // namespace tessara

@@ -41,9 +41,8 @@ public:
     TerrainPainter& Painter() noexcept { return painter_; }
 
     /// Draws one frame over the whole viewport. \param camera whose matrices stay loaded
-    /// \param detail for whom the terrain is adapted and culled, the camera or another \return the terrain's triangles
+    /// \param detail for whom the terrain is adapted and culled \return the terrain's triangles
     std::uint32_t Draw(Camera& camera, ICameraObject& detail);
-    std::uint32_t Draw(Camera& camera) { return Draw(camera, camera); }
 
     /// Takes the level of detail towards a camera, without a picture: the frame holds nothing of use afterwards.
     /// \param frames to adapt for; 0 goes on until the triangles stay the same \return the triangles that it sees

@@ -124,7 +124,7 @@ SavedMatrix MatrixOf(const TerrainSession& session, const ElevationData& data)
 SavedProperties PropertiesOf(const TerrainSession& session)
 {
     SavedProperties saved;
-    session.Surface().GetLOD(&saved.lod);
+    saved.lod = static_cast<float>(session.LevelOfDetail());
     saved.elevationScale = static_cast<float>(session.Ground().ElevationScale());
     return saved;
 }

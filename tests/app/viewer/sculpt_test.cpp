@@ -32,13 +32,13 @@ ViewSettings RealTime(BrushKind kind = BrushKind::Raise)
 /// Draws one frame of the whole terrain. \return how many of its vertices within the grid don't have the grid's height
 int WrongVertices(OpenViewer& open, std::size_t least)
 {
-    const TerrainSession& session = open.viewer.Document().Session();
+    TerrainSession& session = open.viewer.Document().Session();
     FrameProbe probe(open.gl, OffscreenContext::Lookup());
     const auto camera = MakeObject<DetailCamera>();
     const auto eye = MakeObject<Camera>();
     eye->SetDrawUnits(session.Ground().DrawUnits());
     eye->SetPosition(open.viewer.Camera().Position());
-    camera->Follow(*eye);
+    session.Follow(*camera, *eye);
     camera->SeeAll();
     const auto vertices = probe.Capture(session.Surface(), *camera, 1);
     EXPECT_GT(vertices.size(), least);

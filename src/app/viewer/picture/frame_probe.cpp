@@ -1,6 +1,6 @@
 #include "app/viewer/picture/frame_probe.h"
 
-#include "app/view/detail_camera.h"
+#include "host/detail_camera.h"
 #include "surface/itessara.h"
 
 #include <algorithm>

@@ -72,7 +72,8 @@ TerrainView::TerrainView(const GlFunctions& gl, GlLookup lookup, TerrainDocument
       light_(std::move(light)),
       scene_(gl, document.Data(), document.Session(), light_, StyleOf(settings)),
       probe_(gl, lookup),
-      detail_(MakeObject<DetailCamera>())
+      detail_(MakeObject<DetailCamera>()),
+      probing_(MakeObject<DetailCamera>())
 {
     Apply(settings);
 }
@@ -81,7 +82,7 @@ void TerrainView::Apply(const ViewSettings& settings)
 {
     ITessara& surface = document_.Session().Surface();
     if (settings.frozen && !settings_.frozen)
-        frozen_ = nullptr;  // frozen at the next frame, for the camera of then
+        isHeld_ = false;  // frozen at the next frame, for the camera of then
     if (settings.errorPixels != settings_.errorPixels)
         fixedDetail_.reset();
     settings_ = settings;
@@ -153,35 +154,31 @@ double TerrainView::LevelOfDetail(const Camera& camera) const
 }
 
 /// How fine the terrain is, and for whom.
-ICameraObject& TerrainView::TakeDetail(Camera& camera)
+DetailCamera& TerrainView::TakeDetail(const Camera& camera)
 {
-    if (!settings_.frozen)
-        frozen_ = nullptr;
-    if (frozen_)
-        return *frozen_;
+    if (settings_.frozen && isHeld_)
+        return *detail_;
     const double levelOfDetail = LevelOfDetail(camera);
     if (std::exchange(levelOfDetail_, levelOfDetail) != levelOfDetail)
         settling_.Restart();
     document_.Session().SetLevelOfDetail(levelOfDetail);
-    if (!settings_.frozen)
-        return camera;
-    frozen_ = MakeObject<DetailCamera>();
-    frozen_->Follow(camera);
-    return *frozen_;
+    document_.Session().Follow(*detail_, camera);
+    isHeld_ = settings_.frozen;
+    return *detail_;
 }
 
 void TerrainView::Draw(Camera& camera)
 {
     const Clock::time_point start = Clock::now();
-    ICameraObject& detail = TakeDetail(camera);
+    DetailCamera& detail = TakeDetail(camera);
     figures_.triangles = scene_.Draw(camera, detail);
     settling_.Saw(figures_.triangles);
     if (settings_.levelColors || settings_.nodeBoxes)
-        DrawNodes(detail);
+        DrawNodes();
     const bool moved = Length(camera.Position() - lastPosition_) > 0.0;
     lastPosition_ = camera.Position();
     figures_.draw = std::max(Milliseconds(Clock::now() - start) - figures_.update, 0.0);
-    if (moved && !frozen_)
+    if (moved && !isHeld_)
         settling_.Restart();
     figures_.settled = settling_.IsDone();
 }
@@ -195,13 +192,13 @@ void TerrainView::DrawSettled(Camera& camera)
 void TerrainView::Measure(Camera& camera)
 {
     ITessara& surface = document_.Session().Surface();
-    detail_->Follow(frozen_ ? static_cast<ICameraObject&>(*frozen_) : camera);
-    detail_->SeeNothing();
+    probing_->Join(TakeDetail(camera));
+    probing_->SeeNothing();
     const Clock::time_point start = Clock::now();
-    surface.Draw3D(detail_.Get());
+    surface.Draw3D(probing_.Get());
     figures_.update = Milliseconds(Clock::now() - start);
-    detail_->SeeAll();
-    const std::vector<DrawnVertex> all = probe_.Capture(surface, *detail_, figures_.triangles * 2);
+    probing_->SeeAll();
+    const std::vector<DrawnVertex> all = probe_.Capture(surface, *probing_, figures_.triangles * 2);
     figures_.activeNodes = SurveyNodes(all, RootHalf()).active;
 }
 
@@ -211,9 +208,8 @@ int TerrainView::RootHalf() const
     return 1 << (MeasureTree(document_.Session().Columns(), document_.Session().Rows()).levels - 1);
 }
 
-void TerrainView::Survey(ICameraObject& detail)
+void TerrainView::Survey()
 {
-    detail_->Follow(detail);
     captured_ = probe_.Capture(document_.Session().Surface(), *detail_, figures_.triangles);
     survey_ = SurveyNodes(captured_, RootHalf());
 }
@@ -228,9 +224,9 @@ void TerrainView::EnterTreeSpace() const
 }
 
 /// Over the terrain as it was drawn: the nodes' triangles in the colours of their levels, and their boxes.
-void TerrainView::DrawNodes(ICameraObject& detail)
+void TerrainView::DrawNodes()
 {
-    Survey(detail);
+    Survey();
     glPushAttrib(GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT | GL_CURRENT_BIT | GL_LINE_BIT | GL_COLOR_BUFFER_BIT |
                  GL_POLYGON_BIT | GL_TRANSFORM_BIT);
     glEnable(GL_DEPTH_TEST);

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/view/detail_camera.h"
 #include "app/view/height_colors.h"
 #include "app/view/light_map.h"
 #include "app/view/scene.h"
 #include "app/view/settling.h"
 #include "app/viewer/picture/frame_probe.h"
 #include "app/viewer/work/view_settings.h"
+#include "host/detail_camera.h"
 
 #include <chrono>
 #include <memory>
@@ -77,11 +77,11 @@ public:
     void UseSource(bool use);
 
 private:
-    ICameraObject& TakeDetail(Camera& camera);
+    DetailCamera& TakeDetail(const Camera& camera);
     void RenewDetail();
     void Unsettle();
-    void DrawNodes(ICameraObject& detail);
-    void Survey(ICameraObject& detail);
+    void DrawNodes();
+    void Survey();
     void EnterTreeSpace() const;
     int RootHalf() const;
 
@@ -90,8 +90,9 @@ private:
     LightMap light_;
     Scene scene_;
     FrameProbe probe_;
-    ComPtr<DetailCamera> detail_;  // for measuring, and what the detail is frozen for
-    ComPtr<DetailCamera> frozen_;
+    ComPtr<DetailCamera> detail_;   // for whom the terrain is drawn
+    ComPtr<DetailCamera> probing_;  // for measuring
+    bool isHeld_ = false;           // the detail is frozen for the camera of an earlier frame
     std::vector<DrawnVertex> captured_;
     NodeSurvey survey_;
     FrameFigures figures_;

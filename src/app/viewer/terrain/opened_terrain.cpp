@@ -1,9 +1,9 @@
 #include "app/viewer/terrain/opened_terrain.h"
 
 #include "app/view/atmosphere.h"
-#include "app/view/detail_camera.h"
 #include "app/view/height_span.h"
 #include "app/viewer/camera/camera_controller.h"
+#include "host/detail_camera.h"
 #include "host/kvo_host.h"
 #include "platform/com/bstr.h"
 
@@ -24,15 +24,15 @@ constexpr int kFirstSteps = 4;
 void AdaptToFirstView(TerrainDocument& document, const Outline& outline, const ViewSettings& settings,
                       const PictureSize& size)
 {
-    const TerrainSession& session = document.Session();
+    TerrainSession& session = document.Session();
     const auto camera = MakeObject<Camera>();
     CameraController controller(*camera, document.Ground(), session.Ground());
     controller.Resize(size.width, size.height);
     controller.SetOutline(outline);
     controller.ShowAll();
-    document.Session().SetLevelOfDetail(camera->Width() / (2.0 * camera->HalfWidth()) / settings.errorPixels);
+    session.SetLevelOfDetail(camera->Width() / (2.0 * camera->HalfWidth()) / settings.errorPixels);
     const auto detail = MakeObject<DetailCamera>();
-    detail->Follow(*camera);
+    session.Follow(*detail, *camera);
     detail->SeeNothing();
     const BstrHolder nowhere("/dev/null");
     for (int step = 0; step < kFirstSteps; ++step)

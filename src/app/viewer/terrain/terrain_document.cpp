@@ -50,6 +50,7 @@ void TerrainDocument::Changed(const GridArea& area)
     }
     madeUp_.MarkHoles(data_, area);
     CopyToMatrix(area);
+    session_->HeightsChanged(area.left, area.top, area.right, area.bottom);
 }
 
 /// Cells of the border repeat the outermost ones.

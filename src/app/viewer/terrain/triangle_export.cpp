@@ -35,7 +35,7 @@ std::uint64_t ExportTriangles(const TerrainDocument& document, const std::string
     CheckedOutput(path, {document.Path()}, {".txt", ".obj", ".ply", ".stl"});
     const auto host = MakeObject<KvoHost>(nullptr, nullptr);
     const double exaggeration = document.Session().Ground().Exaggeration();
-    const TerrainSession terrain(document.Data(), {exaggeration, levelOfDetail}, ComPtr<IKvoHost>(host.Get()));
+    TerrainSession terrain(document.Data(), {exaggeration, levelOfDetail}, ComPtr<IKvoHost>(host.Get()));
     // This terrain's lowest point is the zero of its heights, not the floor.
     const auto eye = MakeObject<Camera>();
     CopyView(camera, *eye, terrain.Ground(),
