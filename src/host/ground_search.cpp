@@ -57,9 +57,10 @@ private:
         };
         const int right = std::min((column + 1) << level, ground_.heights.CellColumns());
         const int bottom = std::min((row + 1) << level, ground_.heights.CellRows());
-        return {{place((column << level) + ground_.translation.x), height(range.low),
-                 place((row << level) + ground_.translation.z)},
-                {place(right + ground_.translation.x), height(range.high), place(bottom + ground_.translation.z)}};
+        const double x = ground_.translation.x + ground_.heights.Border();
+        const double z = ground_.translation.z + ground_.heights.Border();
+        return {{place((column << level) + x), height(range.low), place((row << level) + z)},
+                {place(right + x), height(range.high), place(bottom + z)}};
     }
 
     void Visit(int level, int column, int row, bool isInside)

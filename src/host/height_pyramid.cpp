@@ -18,19 +18,21 @@ HeightPyramid::Range Joined(const HeightPyramid::Range& a, const HeightPyramid::
 
 }  // namespace
 
-HeightPyramid::HeightPyramid(const ElevationElement* grid, int columns, int rows)
-    : grid_(grid),
-      columns_(columns),
-      rows_(rows),
-      cellColumns_(std::max(columns - 1, 1)),
-      cellRows_(std::max(rows - 1, 1))
+HeightPyramid::HeightPyramid(const ElevationElement* grid, int columns, int rows, int border)
+    : grid_(grid + static_cast<std::ptrdiff_t>(border) * columns + border),
+      stride_(columns),
+      border_(border),
+      columns_(columns - 2 * border),
+      rows_(rows - 2 * border),
+      cellColumns_(std::max(columns_ - 1, 1)),
+      cellRows_(std::max(rows_ - 1, 1))
 {
     do {
         const int level = Levels();
         Level& blocks = levels_.emplace_back(BlocksOver(cellColumns_, level), BlocksOver(cellRows_, level));
         blocks.blocks.resize(static_cast<std::size_t>(blocks.columns) * static_cast<std::size_t>(blocks.rows));
     } while (levels_.back().blocks.size() > 1);
-    Update(0, 0, columns, rows);
+    Update(0, 0, columns_, rows_);
 }
 
 void HeightPyramid::Update(int left, int top, int right, int bottom)
@@ -66,10 +68,10 @@ HeightPyramid::Range HeightPyramid::Scan(int left, int top, int right, int botto
 {
     right = std::min(right, columns_ - 1);
     bottom = std::min(bottom, rows_ - 1);
-    const float first = grid_[left + static_cast<std::ptrdiff_t>(top) * columns_].value;
+    const float first = grid_[left + static_cast<std::ptrdiff_t>(top) * stride_].value;
     Range range{first, first};
     for (int row = top; row <= bottom; ++row) {
-        const ElevationElement* element = grid_ + left + static_cast<std::ptrdiff_t>(row) * columns_;
+        const ElevationElement* element = grid_ + left + static_cast<std::ptrdiff_t>(row) * stride_;
         for (int column = left; column <= right; ++column, ++element)
             range = Joined(range, {element->value, element->value});
     }

@@ -20,11 +20,13 @@ public:
     };
 
     /// \param grid row-major elements, `columns` a row; it outlives this object \param columns,rows positive
-    HeightPyramid(const ElevationElement* grid, int columns, int rows);
+    /// \param border points that are left out along each edge of the grid; all places are counted without them
+    HeightPyramid(const ElevationElement* grid, int columns, int rows, int border = 0);
 
     /// Elevations have changed, of points from left and top up to, without, right and bottom.
     void Update(int left, int top, int right, int bottom);
 
+    int Border() const noexcept { return border_; }
     int Levels() const noexcept { return kFirst + static_cast<int>(levels_.size()); }
 
     /// Cells from west to east and from north to south; a single row or column of points counts as one.
@@ -46,7 +48,9 @@ private:
     Range Scan(int left, int top, int right, int bottom) const;
     void Renew(std::size_t level, int column, int row);
 
-    const ElevationElement* grid_;
+    const ElevationElement* grid_;  // without the border
+    int stride_;
+    int border_;
     int columns_;
     int rows_;
     int cellColumns_;

@@ -137,7 +137,7 @@ void TerrainSession::Follow(DetailCamera& detail, const Camera& camera)
     if (!heights_) {
         ElevationElement* grid = nullptr;
         matrix_->GetGrid(&grid);
-        heights_.emplace(grid, columns_, rows_);
+        heights_.emplace(grid, columns_, rows_, border_);
     }
     const double border = border_;
     detail.Follow(camera, {*heights_, ground_.ElevationScale(), {-border, 0.0, -border}});
@@ -147,11 +147,8 @@ void TerrainSession::Follow(DetailCamera& detail, const Camera& camera)
 
 void TerrainSession::HeightsChanged(int left, int top, int right, int bottom)
 {
-    if (!heights_)
-        return;
-    // The border repeats the outermost points, so it changes with them.
-    const int border = border_;
-    heights_->Update(left, top, right + 2 * border, bottom + 2 * border);
+    if (heights_)
+        heights_->Update(left, top, right, bottom);
 }
 
 void TerrainSession::DumpPolygons(const std::string& path, ICameraObject& camera) const
