@@ -61,7 +61,7 @@ TEST(NodeSurvey, FindsEachTriangleOfATerrainInItsNode)
         ASSERT_LE(std::fabs(vertices[i].z - static_cast<float>(node.centerZ)), static_cast<float>(node.half));
         ASSERT_TRUE(vertices[i].y >= node.low && vertices[i].y <= node.high);
     }
-    EXPECT_LT(cut, vertices.size() / 20);
+    EXPECT_LT(cut, vertices.size() / 16);
     EXPECT_GT(levels.size(), 2u);
 }
 

@@ -179,7 +179,7 @@ TEST(ViewerPicture, FiguresAreThoseOfTheFrame)
         open.Settle();
         open.viewer.Picture().Measure();
         const FrameFigures figures = open.viewer.Picture().Figures();
-        const TerrainSession& session = open.viewer.Document().Session();
+        TerrainSession& session = open.viewer.Document().Session();
         // The program's own count, by the text that the component writes.
         const auto camera = MakeObject<Camera>();
         const Vector3 units = session.Ground().DrawUnits();
@@ -192,7 +192,9 @@ TEST(ViewerPicture, FiguresAreThoseOfTheFrame)
         controller.SetOutline(OutlineOf(open.Data(), SpanOf(open.Data()), session.Ground()));
         controller.ShowAll();
         ASSERT_LT(Length(controller.Position() - open.viewer.Camera().Position()), 1e-6);
-        session.DumpPolygons(folder / "frame.txt", *camera);
+        const auto detail = MakeObject<DetailCamera>();
+        session.Follow(*detail, *camera);
+        session.DumpPolygons(folder / "frame.txt", *detail);
         const std::string text = test::ReadBytes(folder / "frame.txt");
         const auto lines = static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
         EXPECT_NEAR(figures.triangles, lines / 3, 0.001 * lines);
