@@ -56,6 +56,8 @@ TEST_F(Usage, MistakesOnTheCommandLineAreNamedAndEndWithTwo)
         {{"render", grid, "-o", out, "--no-data", "none"}, "--no-data: expects a number, not none"},
         {{"render", grid, "-o", out, "--sun", "10,95"}, "not 10,95"},
         {{"render", grid, "-o", out, "--frames", "0"}, "not 0"},
+        {{"render", grid, "-o", out, "--window", "0,0,1,5"}, "2 columns and rows or more"},
+        {{"render", grid, "-o", out, "--extent", "5,0,1,5"}, "west below east"},
         {{"sample", "-o", scratch / "s.tif", "--size", "1"}, "not 1"},
         {{"sample", "-o", scratch / "s.tif", "--seed", "-1"}, "not -1"},
         {{"render", grid, "-o", out, "--camera", "1,2,3", "--look-at", "4,5,6", "--tilt", "4"},

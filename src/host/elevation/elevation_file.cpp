@@ -1,6 +1,7 @@
 #include "host/elevation/elevation_file.h"
 
 #include "host/elevation/elevation_error.h"
+#include "host/elevation/grid_choice.h"
 #include "host/elevation/grid_reducer.h"
 #include "host/elevation/ground_reference.h"
 #include "host/elevation/raster_source.h"
@@ -19,25 +20,33 @@ namespace {
 constexpr std::int64_t kMostCells = std::int64_t{1} << 30;
 constexpr double kReadShare = 0.9;  // of the progress; the rest is for filling
 
-/// Sets the size that a grid is read at: the file's, or one of the same shape with no more than `most` cells.
-void ChooseSize(std::int64_t most, ElevationData& data)
+/// Sets the size that a grid is read at: the file's, or one of the same shape that is no finer than `resolution` and
+/// has no more than `most` cells.
+/// \param data with the spacing of the file's cells
+void ChooseSize(double resolution, std::int64_t most, ElevationData& data)
 {
-    data.width = data.sourceWidth;
-    data.height = data.sourceHeight;
+    const auto enough = [&](int cells, double spacing) {
+        return resolution > spacing ? std::max(1, static_cast<int>(std::lround(cells * spacing / resolution))) : cells;
+    };
+    data.width = enough(data.sourceWidth, data.spacingX);
+    data.height = enough(data.sourceHeight, data.spacingY);
+    if (resolution > 0.0 && resolution < std::min(data.spacingX, data.spacingY))
+        data.notes.push_back("The file holds nothing finer than its cells; it was read as it is.");
     most = std::clamp<std::int64_t>(most, 1, kMostCells);
-    if (std::int64_t{data.width} * data.height <= most)
-        return;
-    const double cells = static_cast<double>(data.width) * data.height;
-    const double ratio = std::sqrt(cells / static_cast<double>(most));
-    const auto reduced = [&](int size) { return std::max(1, static_cast<int>(std::lround(size / ratio))); };
-    data.width = reduced(data.width);
-    data.height = reduced(data.height);
-    // A strip of one cell's breadth leaves all of them to its length.
-    data.width = static_cast<int>(std::min(std::int64_t{data.width}, std::max<std::int64_t>(1, most / data.height)));
-    data.height = static_cast<int>(std::min(std::int64_t{data.height}, most / data.width));
-    data.notes.push_back("The file's " + std::to_string(data.sourceWidth) + " x " + std::to_string(data.sourceHeight) +
-                         " cells were reduced to " + std::to_string(data.width) + " x " + std::to_string(data.height) +
-                         ".");
+    if (std::int64_t{data.width} * data.height > most) {
+        const double ratio = std::sqrt(static_cast<double>(data.width) * data.height / static_cast<double>(most));
+        const auto reduced = [&](int size) { return std::max(1, static_cast<int>(std::lround(size / ratio))); };
+        data.width = reduced(data.width);
+        data.height = reduced(data.height);
+        // A strip of one cell's breadth leaves all of them to its length.
+        data.width =
+            static_cast<int>(std::min(std::int64_t{data.width}, std::max<std::int64_t>(1, most / data.height)));
+        data.height = static_cast<int>(std::min(std::int64_t{data.height}, most / data.width));
+    }
+    if (data.width < data.sourceWidth || data.height < data.sourceHeight)
+        data.notes.push_back("The " + std::to_string(data.sourceWidth) + " x " + std::to_string(data.sourceHeight) +
+                             " cells were reduced to " + std::to_string(data.width) + " x " +
+                             std::to_string(data.height) + ".");
 }
 
 void Report(const ProgressCallback& progress, double fraction)
@@ -88,7 +97,7 @@ void ReadHeights(RasterSource& source, ElevationData& data, const ProgressCallba
     }
 }
 
-void Flip(const GroundReference& ground, ElevationData& data)
+void Flip(const GridFrame& ground, ElevationData& data)
 {
     const auto row = [&](int y) { return data.metres.begin() + std::ptrdiff_t{data.width} * y; };
     if (ground.flipRows)
@@ -110,22 +119,35 @@ void NoteFilled(ElevationData& data, ElevationFill fill)
                          (fill == ElevationFill::Lowest ? "with the lowest height." : "smoothly from their borders."));
 }
 
+CellWindow WindowIn(const RasterSource& source, const GridFrame& whole, const ElevationReadOptions& options,
+                    std::vector<std::string>& notes)
+{
+    try {
+        return ChooseCells(source.Dataset(), whole, options, notes);
+    } catch (const std::invalid_argument& error) {
+        source.Fail(error.what());
+    }
+}
+
 ElevationData Read(const std::string& path, const ElevationReadOptions& options, const ProgressCallback& progress)
 {
     RasterSource source(path, options, progress);
     ElevationData data;
-    data.sourceWidth = source.Width();
-    data.sourceHeight = source.Height();
-    ChooseSize(options.maximumCells, data);
-    source.Prepare(data.width, data.height, !options.exactRange);
-    const GroundReference ground = LearnGround(source.Dataset(), options.spacing, data);
+    const GridFrame whole = FrameOf(source.Dataset());
+    const CellWindow window = WindowIn(source, whole, options, data.notes);
+    data.sourceWidth = window.columns;
+    data.sourceHeight = window.rows;
+    LearnGround(source.Dataset(), whole.Part(window.column, window.row, window.columns, window.rows), options.spacing,
+                data);
+    ChooseSize(options.resolution, options.maximumCells, data);
+    PlaceGrid(source.Prepare(window, whole, data.width, data.height, !options.exactRange), data);
     ReadHeights(source, data, progress);
     data.heightUnit = source.Unit().metres;
     data.heightUnitName = source.Unit().name;
     data.noDataMark = source.NoDataMark();
     const std::vector<std::string> notes = source.Notes();
     data.notes.insert(data.notes.end(), notes.begin(), notes.end());
-    Flip(ground, data);
+    Flip(whole, data);
     Report(progress, kReadShare);
     if (!FillMissing(data, options.fill))
         throw ElevationError("The file " + path + " can't be read: none of its " + std::to_string(data.sourceWidth) +

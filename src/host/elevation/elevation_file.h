@@ -2,6 +2,7 @@
 
 #include "elevation_data.h"
 #include "elevation_fill.h"
+#include "grid_part.h"
 #include "progress_callback.h"
 
 #include <cstdint>
@@ -13,6 +14,14 @@ namespace tessara {
 struct ElevationReadOptions {
     /// A larger grid is read reduced to about this many cells, each the mean of those of the file that it covers.
     std::int64_t maximumCells = std::int64_t{4097} * 4097;
+
+    /// Metres on the ground from one cell to the next that are enough: a finer grid is read reduced to about that; 0
+    /// takes the file's.
+    double resolution = 0.0;
+
+    /// Which of the file's cells are read. At most one of both; none reads all.
+    std::optional<CellWindow> window;
+    std::optional<MapExtent> extent;
 
     ElevationFill fill = ElevationFill::Smooth;
 

@@ -26,62 +26,34 @@ struct Spacing {
     bool IsUsable() const { return x >= kLeastSpacing && x <= kMostSpacing && y >= kLeastSpacing && y <= kMostSpacing; }
 };
 
-/// What a file's cells cover in the file's coordinates.
-struct Frame {
-    bool isKnown = false;
-    bool isTurned = false;  // against north; then only the steps are meant
-    bool flipRows = false;
-    bool flipColumns = false;
-    double west = 0.0;  // edges of the outermost cells
-    double north = 0.0;
-    double stepX = 1.0;  // both positive
-    double stepY = 1.0;
-    double width = 0.0;  // of the whole
-    double height = 0.0;
-    std::array<double, 6> transform{};  // the file's own
-
-    double MiddleX() const { return west + 0.5 * width; }
-    double MiddleY() const { return north - 0.5 * height; }
-};
-
-Frame FrameOf(GDALDataset& dataset)
+/// Where a grid lies that is turned against north, the first row first that comes first in `data`.
+/// \param reducedX,reducedY cells of the file in one that is read
+void PlaceTurned(const GridFrame& frame, double reducedX, double reducedY, ElevationData& data)
 {
-    Frame frame;
-    std::array<double, 6>& transform = frame.transform;
-    if (dataset.GetGeoTransform(transform.data()) != CE_None ||
-        !std::all_of(transform.begin(), transform.end(), [](double value) { return std::isfinite(value); }))
-        return frame;
-    const auto [left, columnX, rowX, top, columnY, rowY] = transform;
-    const double columns = dataset.GetRasterXSize();
-    const double rows = dataset.GetRasterYSize();
-    frame.stepX = std::hypot(columnX, columnY);
-    frame.stepY = std::hypot(rowX, rowY);
-    frame.width = frame.stepX * columns;
-    frame.height = frame.stepY * rows;
-    frame.isKnown = frame.stepX > 0.0 && frame.stepY > 0.0 && std::isfinite(frame.width + frame.height);
-    // Less than half a cell over the whole grid is no turn.
-    frame.isTurned =
-        std::abs(columnY) * columns > 0.5 * std::abs(rowY) || std::abs(rowX) * rows > 0.5 * std::abs(columnX);
-    if (frame.isTurned) {
-        frame.flipRows = columnX * rowY - rowX * columnY > 0.0;  // a mirror image otherwise
-        return frame;
+    auto [left, columnX, rowX, top, columnY, rowY] = frame.transform;
+    if (frame.flipRows) {
+        left += rowX * frame.rows;
+        top += rowY * frame.rows;
+        rowX = -rowX;
+        rowY = -rowY;
     }
-    frame.flipColumns = columnX < 0.0;
-    frame.flipRows = rowY > 0.0;
-    frame.west = frame.flipColumns ? left - frame.width : left;
-    frame.north = frame.flipRows ? top + frame.height : top;
-    return frame;
+    data.stepX = columnX * reducedX;
+    data.turnY = columnY * reducedX;
+    data.turnX = rowX * reducedY;
+    data.stepY = rowY * reducedY;
+    data.originX = left + 0.5 * (data.stepX + data.turnX);
+    data.originY = top + 0.5 * (data.turnY + data.stepY);
 }
 
 /// Whether coordinates without a reference system are longitudes and latitudes: nothing else is that fine and stays
 /// within those bounds, or fills them.
-bool LooksLikeDegrees(const Frame& frame)
+bool LooksLikeDegrees(const GridFrame& frame)
 {
     constexpr double kSlack = 0.5;  // cells may stand over by half
-    const bool within = frame.west >= -180.0 - kSlack && frame.west + frame.width <= 360.0 + kSlack &&
-                        frame.north <= 90.0 + kSlack && frame.north - frame.height >= -90.0 - kSlack;
+    const bool within = frame.west >= -180.0 - kSlack && frame.west + frame.Width() <= 360.0 + kSlack &&
+                        frame.north <= 90.0 + kSlack && frame.north - frame.Height() >= -90.0 - kSlack;
     const bool fine = std::max(frame.stepX, frame.stepY) <= 0.1;
-    return !frame.isTurned && within && (fine || frame.width >= 359.0);
+    return !frame.isTurned && within && (fine || frame.Width() >= 359.0);
 }
 
 /// Rounded to a micrometre: the last digits of sines and cosines differ from machine to machine.
@@ -105,14 +77,15 @@ Ellipsoid EllipsoidOf(const OGRSpatialReference& reference)
 }
 
 /// \param degrees in a unit of the frame
-Spacing DegreeSpacing(const Frame& frame, double degrees, const Ellipsoid& ellipsoid, ElevationData& data)
+Spacing DegreeSpacing(const GridFrame& frame, double degrees, const Ellipsoid& ellipsoid, ElevationData& data)
 {
     const double latitude = frame.isTurned ? 0.0 : frame.MiddleY() * degrees;
     if (std::abs(latitude) > 90.0)
         return {};
     constexpr double kWide = 10.0;
-    if (frame.height * degrees > kWide)
-        data.notes.push_back("The file spans " + std::to_string(std::lround(std::min(frame.height * degrees, 180.0))) +
+    if (frame.Height() * degrees > kWide)
+        data.notes.push_back("The file spans " +
+                             std::to_string(std::lround(std::min(frame.Height() * degrees, 180.0))) +
                              " degrees of latitude; its cells are taken as wide as they are in the middle.");
     return Rounded(frame.stepX * degrees * ellipsoid.LongitudeDegree(latitude),
                    frame.stepY * degrees * ellipsoid.LatitudeDegree(latitude));
@@ -121,7 +94,7 @@ Spacing DegreeSpacing(const Frame& frame, double degrees, const Ellipsoid& ellip
 /// The file's spacing corrected for a projection that stretches the ground, as Mercator's does; the same again where
 /// it doesn't, or where that can't be found out.
 /// \param spacing by the projection's coordinates
-Spacing UnstretchedSpacing(const Frame& frame, const OGRSpatialReference& reference, Spacing spacing,
+Spacing UnstretchedSpacing(const GridFrame& frame, const OGRSpatialReference& reference, Spacing spacing,
                            ElevationData& data)
 {
     const std::unique_ptr<OGRSpatialReference> geographic(reference.CloneGeogCS());
@@ -173,7 +146,7 @@ void KeepReference(const OGRSpatialReference& reference, ElevationData& data)
     CPLFree(text);
 }
 
-Spacing ReferencedSpacing(const Frame& frame, const OGRSpatialReference& reference, ElevationData& data)
+Spacing ReferencedSpacing(const GridFrame& frame, const OGRSpatialReference& reference, ElevationData& data)
 {
     KeepReference(reference, data);
     if (reference.IsGeographic() != FALSE) {
@@ -188,9 +161,9 @@ Spacing ReferencedSpacing(const Frame& frame, const OGRSpatialReference& referen
                                                                   : spacing;
 }
 
-Spacing UnreferencedSpacing(const Frame& frame, ElevationData& data)
+Spacing UnreferencedSpacing(const GridFrame& whole, const GridFrame& frame, ElevationData& data)
 {
-    if (LooksLikeDegrees(frame)) {
+    if (LooksLikeDegrees(whole)) {
         data.geographic = true;
         data.notes.push_back("The file names no reference system; its coordinates were taken as degrees of longitude "
                              "and latitude.");
@@ -201,7 +174,7 @@ Spacing UnreferencedSpacing(const Frame& frame, ElevationData& data)
 }
 
 /// The spacing by the file, with notes on what is assumed.
-Spacing FileSpacing(GDALDataset& dataset, const Frame& frame, ElevationData& data)
+Spacing FileSpacing(GDALDataset& dataset, const GridFrame& frame, ElevationData& data)
 {
     const OGRSpatialReference* reference = dataset.GetSpatialRef();
     const std::string assumed = "they were taken to be 30 m apart.";
@@ -209,63 +182,48 @@ Spacing FileSpacing(GDALDataset& dataset, const Frame& frame, ElevationData& dat
         data.notes.push_back("The file doesn't say how far apart its cells are; " + assumed);
         return {kAssumedSpacing, kAssumedSpacing};
     }
-    const Spacing spacing =
-        reference != nullptr ? ReferencedSpacing(frame, *reference, data) : UnreferencedSpacing(frame, data);
+    const Spacing spacing = reference != nullptr ? ReferencedSpacing(frame, *reference, data)
+                                                 : UnreferencedSpacing(FrameOf(dataset), frame, data);
     if (spacing.IsUsable())
         return spacing;
     data.notes.push_back("What the file says of the distance of its cells makes no sense; " + assumed);
     return {kAssumedSpacing, kAssumedSpacing};
 }
 
-/// Where a grid lies that is turned against north, the first row first that comes first in `data`.
-/// \param reducedX,reducedY cells of the file in one that is read
-void PlaceTurned(const Frame& frame, double reducedX, double reducedY, ElevationData& data)
-{
-    auto [left, columnX, rowX, top, columnY, rowY] = frame.transform;
-    if (frame.flipRows) {
-        left += rowX * data.sourceHeight;
-        top += rowY * data.sourceHeight;
-        rowX = -rowX;
-        rowY = -rowY;
-    }
-    data.stepX = columnX * reducedX;
-    data.turnY = columnY * reducedX;
-    data.turnX = rowX * reducedY;
-    data.stepY = rowY * reducedY;
-    data.originX = left + 0.5 * (data.stepX + data.turnX);
-    data.originY = top + 0.5 * (data.turnY + data.stepY);
-}
-
 }  // namespace
 
-GroundReference LearnGround(GDALDataset& dataset, double spacing, ElevationData& data)
+void LearnGround(GDALDataset& dataset, const GridFrame& frame, double spacing, ElevationData& data)
 {
     const char* format =
         dataset.GetDriver() != nullptr ? dataset.GetDriver()->GetMetadataItem(GDAL_DMD_LONGNAME) : nullptr;
     data.format = format != nullptr ? format : dataset.GetDriverName();
-    const Frame frame = FrameOf(dataset);
     const std::size_t notes = data.notes.size();
     Spacing ground = FileSpacing(dataset, frame, data);
     if (const Spacing given{spacing, spacing}; given.IsUsable()) {
         ground = given;
         data.notes.resize(notes);  // nothing was assumed
     }
-    const double reducedX = static_cast<double>(data.sourceWidth) / data.width;
-    const double reducedY = static_cast<double>(data.sourceHeight) / data.height;
-    data.spacingX = ground.x * reducedX;
-    data.spacingY = ground.y * reducedY;
-    if (frame.isKnown && frame.isTurned) {
+    data.spacingX = ground.x;
+    data.spacingY = ground.y;
+    if (frame.isTurned)
         data.notes.push_back("The file's grid is turned against north; it is shown as if it were not.");
-        PlaceTurned(frame, reducedX, reducedY, data);
-    }
+}
+
+void PlaceGrid(const GridFrame& frame, ElevationData& data)
+{
+    const double reducedX = frame.columns / data.width;
+    const double reducedY = frame.rows / data.height;
+    data.spacingX *= reducedX;
+    data.spacingY *= reducedY;
     data.georeferenced = frame.isKnown && !frame.isTurned;
     if (data.georeferenced) {
         data.stepX = frame.stepX * reducedX;
         data.stepY = -frame.stepY * reducedY;
         data.originX = frame.west + 0.5 * data.stepX;
         data.originY = frame.north + 0.5 * data.stepY;
+    } else if (frame.isKnown) {
+        PlaceTurned(frame, reducedX, reducedY, data);
     }
-    return {frame.flipRows, frame.flipColumns};
 }
 
 }  // namespace tessara

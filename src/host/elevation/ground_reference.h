@@ -1,22 +1,22 @@
 #pragma once
 
 #include "host/elevation/elevation_data.h"
+#include "host/elevation/grid_frame.h"
 
 class GDALDataset;
 
 namespace tessara {
 
-/// Where the cells of a file lie on the ground.
-struct GroundReference {
-    bool flipRows = false;     ///< the file's first row is its southernmost
-    bool flipColumns = false;  ///< the file's first column is its easternmost
-};
-
-/// Learns from a file what its cells span on the ground. Sets the spacing, the reference fields and format of `data`,
-/// for the grid with the north first and the west first, and adds notes on what had to be assumed.
-/// \param data its size is the one that the grid is read at, its source size the file's
+/// Learns from a file what its cells span on the ground. Sets the spacing, the names of the reference system and the
+/// format of `data`, and adds notes on what had to be assumed.
+/// \param frame of what is read of the file
 /// \param spacing metres between the file's cells that count instead of what it says; 0 for none and anything else that
 /// can't be
-GroundReference LearnGround(GDALDataset& dataset, double spacing, ElevationData& data);
+void LearnGround(GDALDataset& dataset, const GridFrame& frame, double spacing, ElevationData& data);
+
+/// Puts a grid in its place in the file's coordinates, with the north first and the west first, and widens the spacing
+/// where several cells of the file become one.
+/// \param data its size is the one that the frame's cells are read at
+void PlaceGrid(const GridFrame& frame, ElevationData& data);
 
 }  // namespace tessara

@@ -61,6 +61,16 @@ HeightUnit ReferenceUnit(GDALDataset& dataset)
                 " and it doesn't say what its heights are in; they were taken as metres."};
 }
 
+/// The cells of an overview that some of the file's cells lie in, along one axis.
+/// \param size,overviewSize cells of the whole axis
+std::pair<int, int> Touched(int first, int count, int size, int overviewSize)
+{
+    const auto scaled = [&](std::int64_t cell) { return cell * overviewSize; };
+    const std::int64_t begin = scaled(first) / size;
+    const std::int64_t end = (scaled(std::int64_t{first} + count) + size - 1) / size;
+    return {static_cast<int>(begin), static_cast<int>(end - begin)};
+}
+
 }  // namespace
 
 RasterSource::RasterSource(const std::string& path, const ElevationReadOptions& options,
@@ -94,8 +104,7 @@ void RasterSource::LearnUnit(const std::string& told)
 
 void RasterSource::CheckSize() const
 {
-    const int width = reader_->GetXSize();
-    const int height = reader_->GetYSize();
+    const auto [column, row, width, height] = read_;
     if (width <= 0 || height <= 0)
         file_.Fail("it holds no cells");
     if (width > kLongestEdge || height > kLongestEdge || std::int64_t{width} * height > kMostCells)
@@ -108,36 +117,29 @@ void RasterSource::CheckSize() const
         file_.Fail("it is stored in pieces of " + Cells(blockWidth, blockHeight) + ", larger than can be read");
 }
 
-void RasterSource::Prepare(int width, int height, bool mayUseOverviews)
+GridFrame RasterSource::Prepare(const CellWindow& window, const GridFrame& whole, int width, int height,
+                                bool mayUseOverviews)
 {
     GDALRasterBand& band = file_.Band();
+    read_ = window;
     for (int i = 0; mayUseOverviews && i < band.GetOverviewCount(); ++i) {
         GDALRasterBand* overview = band.GetOverview(i);
-        if (overview != nullptr && overview->GetXSize() >= width && overview->GetYSize() >= height &&
-            overview->GetXSize() <= ReadWidth() && overview->GetYSize() <= ReadHeight())
+        if (overview == nullptr || overview->GetXSize() > reader_->GetXSize() ||
+            overview->GetYSize() > reader_->GetYSize())
+            continue;
+        const auto [column, columns] = Touched(window.column, window.columns, band.GetXSize(), overview->GetXSize());
+        const auto [row, rows] = Touched(window.row, window.rows, band.GetYSize(), overview->GetYSize());
+        if (columns >= width && rows >= height) {
             reader_ = overview;
+            read_ = {column, row, columns, rows};
+        }
     }
     CheckSize();
-}
-
-int RasterSource::Width() const
-{
-    return file_.Band().GetXSize();
-}
-
-int RasterSource::Height() const
-{
-    return file_.Band().GetYSize();
-}
-
-int RasterSource::ReadWidth() const
-{
-    return reader_->GetXSize();
-}
-
-int RasterSource::ReadHeight() const
-{
-    return reader_->GetYSize();
+    const double columnsOfFile = band.GetXSize();
+    const double rowsOfFile = band.GetYSize();
+    return whole.Part(read_.column * columnsOfFile / reader_->GetXSize(), read_.row * rowsOfFile / reader_->GetYSize(),
+                      read_.columns * columnsOfFile / reader_->GetXSize(),
+                      read_.rows * rowsOfFile / reader_->GetYSize());
 }
 
 int RasterSource::RowsAtOnce() const
@@ -157,8 +159,8 @@ void RasterSource::ReadRows(int first, int rows, float* heights)
     const int width = ReadWidth();
     const std::size_t cells = static_cast<std::size_t>(width) * static_cast<std::size_t>(rows);
     const auto read = [&](GDALRasterBand* band, GDALDataType type, void* buffer) {
-        return band != nullptr &&
-               band->RasterIO(GF_Read, 0, first, width, rows, buffer, width, rows, type, 0, 0, nullptr) == CE_None;
+        return band != nullptr && band->RasterIO(GF_Read, read_.column, read_.row + first, width, rows, buffer, width,
+                                                 rows, type, 0, 0, nullptr) == CE_None;
     };
     values_.resize(cells);
     mask_.assign(cells, 255);

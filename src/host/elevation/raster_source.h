@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/elevation/grid_frame.h"
+#include "host/elevation/grid_part.h"
 #include "host/elevation/height_unit.h"
 #include "host/elevation/raster_file.h"
 
@@ -17,18 +19,16 @@ public:
     /// \throws ElevationError for anything that is not an elevation file
     RasterSource(const std::string& path, const ElevationReadOptions& options, const ProgressCallback& waiting);
 
-    /// Cells of the file.
-    int Width() const;
-    int Height() const;
-
-    /// Must come before the first row. Reads from the smallest overview of the file, if it has any, that still has a
-    /// size of width by height.
+    /// Must come before the first row. Reads from the smallest overview of the file, if it has any, whose cells still
+    /// are no fewer than width by height where the window lies.
+    /// \param window in the order of the file, within it
+    /// \return what is read of the whole file: the window, or as many whole cells of an overview as it touches
     /// \throws ElevationError when what is to be read is beyond reason in size
-    void Prepare(int width, int height, bool mayUseOverviews);
+    GridFrame Prepare(const CellWindow& window, const GridFrame& whole, int width, int height, bool mayUseOverviews);
 
     /// Cells of what is read: the file's, or an overview's.
-    int ReadWidth() const;
-    int ReadHeight() const;
+    int ReadWidth() const { return read_.columns; }
+    int ReadHeight() const { return read_.rows; }
 
     /// Rows that are read best at once.
     int RowsAtOnce() const;
@@ -49,6 +49,9 @@ public:
 
     GDALDataset& Dataset() const { return file_.Dataset(); }
 
+    /// \throws ElevationError always, which names the file
+    [[noreturn]] void Fail(const std::string& reason) const { file_.Fail(reason); }
+
 private:
     void LearnUnit(const std::string& told);
     void CheckSize() const;
@@ -57,6 +60,7 @@ private:
 
     RasterFile file_;
     GDALRasterBand* reader_;  // the file's band, or an overview of it
+    CellWindow read_;         // of the reader's cells
     std::optional<double> noData_;
     bool declaresNoData_;
     HeightUnit unit_;
