@@ -3,6 +3,7 @@
 #include "app/view/height_span.h"
 #include "app/view/light_map.h"
 #include "app/view/scene.h"
+#include "app/view/sea.h"
 #include "host/camera.h"
 #include "host/detail_camera.h"
 #include "host/kvo_host.h"
@@ -47,22 +48,29 @@ TEST(LightMap, ShadowsReachAsFarAsTheyDoOnALargeGrid)
     EXPECT_NEAR(map.texels[900 + 800].sunlight, 32768, 700);
 }
 
-TEST(LightMap, LargeFlatGroundAtZeroIsSeaAndOtherGroundIsNot)
+TEST(Sea, IsWaterThatReachesTheEdgeAndNoLowLand)
 {
-    const auto sea = [](int level, int dug = 0) {
-        const auto data = MakeElevation(32, 32, 10.0, 10.0, [=](int x, int y) {
-            const int ground = x < 12 ? level : 40 + x;
-            return x < 5 && y < dug ? -9 : ground;
-        });
-        return MakeLightMap(data, 1.0, kSunInTheWest, 4096).water;
+    const auto water = [](auto height, const SeaChoice& choice = {}) {
+        const ElevationData data = MakeElevation(32, 32, 10.0, 10.0, height);
+        const auto sea = SeaOf(data, choice);
+        int covered = 0;
+        for (std::size_t cell = 0; cell < data.metres.size(); ++cell)
+            covered += sea && sea->Covers(cell, data.metres[cell]) ? 1 : 0;
+        return covered;
     };
-    const auto water = sea(0);
-    ASSERT_EQ(water.size(), 32u * 32u);
-    EXPECT_EQ(std::count(water.begin(), water.end(), 255), 12 * 32);
-    EXPECT_TRUE(sea(5).empty());
-    EXPECT_TRUE(sea(-3).empty());
-    EXPECT_EQ(sea(0, 3), water) << "a hole in its ground";
-    EXPECT_TRUE(sea(0, 20).empty()) << "low land";
+    const auto coast = [](double level) { return [level](int x, int) { return x < 12 ? level : 40.0 + x; }; };
+    const auto hollow = [](int x, int y) { return x > 5 && x < 25 && y > 5 && y < 25 ? 0.0 : 90.0; };
+    EXPECT_EQ(water(coast(0.0)), 12 * 32);
+    EXPECT_EQ(water(coast(9.55e-7)), 12 * 32) << "0 m that came through other units";
+    EXPECT_EQ(water(coast(5.0)), 0);
+    EXPECT_EQ(water(coast(-3.0)), 0) << "low land";
+    EXPECT_EQ(water(hollow), 0) << "a hole that was filled with 0";
+    EXPECT_EQ(water([](int x, int) { return x < 12 ? 0.0 : 1500.0; }), 0) << "the same at the edge";
+    EXPECT_EQ(water([](int x, int) { return 20.0 * x - 200.0; }), 11 * 32) << "ground of a sea";
+    EXPECT_EQ(water([](int x, int y) { return x < 8 ? 0.0 : x > 20 && y > 9 && y < 20 ? -40.0 : 20.0; }), 8 * 32);
+    EXPECT_EQ(water(hollow, {true, {}}), 19 * 19) << "asked for";
+    EXPECT_EQ(water(coast(5.0), {true, 60.0}), 21 * 32);
+    EXPECT_EQ(water(coast(0.0), {false, {}}), 0);
 }
 
 TEST(LightMap, ALargeGridIsAveragedDown)

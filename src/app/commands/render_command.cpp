@@ -59,6 +59,7 @@ Look LookFor(const RenderOptions& options, const LoadedTerrain& loaded)
     if (!options.look.palette.empty())
         look.colors = {options.look.palette, static_cast<double>(loaded.span.lowest),
                        static_cast<double>(loaded.span.highest)};
+    look.sea = options.look.sea.value_or(look.sea);
     look.vertexColors = options.textures.color.value_or(look.vertexColors);
     look.mixColors = options.textures.mixColor.value_or(look.mixColors);
     return look;
@@ -85,8 +86,11 @@ void Render(RenderOptions options)
     const auto progress = MakeObject<ConsoleProgress>();
     LoadedTerrain loaded = LoadTerrain(options.input, options.view.aim, *progress);
     RefuseIdleOptions(options.textures, loaded.place.Get() != nullptr);
-    const Look look = LookFor(options, loaded);
+    Look look = LookFor(options, loaded);
     ScanHeights(loaded.data);
+    const std::optional<Sea> sea = SeaOf(loaded.data, look.sea);
+    if (sea)
+        look.colors.sea = sea->level;
 
     OffscreenContext context;
     GlFunctions gl;
@@ -109,6 +113,7 @@ void Render(RenderOptions options)
     progress->Show("Drawing", 0.6);
     Scene scene(gl, loaded.data, terrain, light, style);
     scene.Painter().SetColors(look.colors);
+    scene.Painter().SetSea(sea ? &*sea : nullptr);
     target.Bind();
     const auto detail = MakeObject<DetailCamera>();
     terrain.Follow(*detail, *camera);

@@ -9,6 +9,8 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <cmath>
+
 namespace tessara {
 
 void AddLookOptions(CLI::App& command, LookOptions& look)
@@ -29,12 +31,38 @@ void AddLookOptions(CLI::App& command, LookOptions& look)
     command.add_option("--palette", look.palette, "Colours of the heights [natural, or those of the project]")
         ->check(OneOf(PaletteNames()))
         ->option_text("natural|classic|desert|grey");
+    AddSeaOption(command, look.sea);
+}
+
+void AddSeaOption(CLI::App& command, std::optional<SeaChoice>& sea)
+{
+    command
+        .add_option_function<std::string>(
+            "--sea",
+            [&sea](const std::string& text) {
+                const auto numbers = ParseNumbers(text, ',', 1);
+                if (text == "auto")
+                    sea = SeaChoice{};
+                else if (text == "off")
+                    sea = SeaChoice{false, {}};
+                else if (!numbers.empty() && std::fabs(numbers[0]) <= 1e6)
+                    sea = SeaChoice{true, numbers[0]};
+                else
+                    throw CLI::ValidationError("--sea", "expects a height in metres, auto or off, not " + text);
+            },
+            "Water over all ground up to a height in metres; auto shows a\n"
+            "sea at 0 m that reaches the terrain's edge [auto, or as in\nthe project]")
+        ->option_text("LEVEL|auto|off");
 }
 
 void Remember(const LookOptions& look, ProjectView& remembered)
 {
     remembered.sun = look.sun;
     remembered.palette = look.palette;
+    if (look.sea) {
+        remembered.sea = look.sea->shown;
+        remembered.seaLevel = look.sea->level;
+    }
 }
 
 }  // namespace tessara

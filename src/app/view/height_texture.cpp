@@ -1,5 +1,6 @@
 #include "app/view/height_texture.h"
 
+#include "app/view/sea.h"
 #include "host/elevation/elevation_data.h"
 
 #include <algorithm>
@@ -46,6 +47,20 @@ std::vector<float> HeightTexture::Heights(const ElevationData& data, const GridA
             heights.push_back(row[CellOf(x, width_, data.width)]);
     }
     return heights;
+}
+
+std::vector<std::uint8_t> HeightTexture::Covered(const ElevationData& data, const Sea& sea) const
+{
+    std::vector<std::uint8_t> covered;
+    covered.reserve(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
+    for (int z = 0; z < height_; ++z) {
+        const std::size_t row = CellOf(z, height_, data.height) * static_cast<std::size_t>(data.width);
+        for (int x = 0; x < width_; ++x) {
+            const std::size_t cell = row + CellOf(x, width_, data.width);
+            covered.push_back(sea.Covers(cell, data.metres[cell]) ? 255 : 0);
+        }
+    }
+    return covered;
 }
 
 void HeightTexture::Update(const ElevationData& data, const GridArea& cells)

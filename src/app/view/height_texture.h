@@ -3,12 +3,14 @@
 #include "app/view/light_map.h"
 #include "app/view/texture.h"
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
 namespace tessara {
 
 struct ElevationData;
+struct Sea;
 
 /// The heights of a terrain in metres as a texture, so that a pixel's height is the ground's, however coarse the
 /// triangles are. The outermost texels stand on the outermost grid points. Belongs to an OpenGL context, as a Texture
@@ -27,6 +29,9 @@ public:
     /// \param data the constructor's, changed within \param cells
     void Update(const ElevationData& data, const GridArea& cells);
     void RenewMipmaps(const GlFunctions& gl);
+
+    /// 255 for each texel that is under water, else 0.
+    std::vector<std::uint8_t> Covered(const ElevationData& data, const Sea& sea) const;
 
     void Bind() const { texture_->Bind(); }
 

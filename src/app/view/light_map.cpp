@@ -14,13 +14,6 @@ namespace tessara {
 
 namespace {
 
-/// Ground at 0 m is sea where it is at least this share of a terrain and this many points.
-constexpr double kLeastSeaShare = 0.004;
-constexpr std::size_t kLeastSeaPoints = 64;
-
-/// So many points below it, for each at it, make it low land.
-constexpr double kMostBelowSea = 0.1;
-
 constexpr double kSunlightShare = 0.6;  // of the time
 
 /// How the grid of a light map lies over the terrain's.
@@ -80,27 +73,6 @@ std::uint16_t Pack(float value)
     return static_cast<std::uint16_t>(std::lround(std::clamp(value, 0.0f, 1.0f) * 65535.0f));
 }
 
-/// Marks the points that aren't above 0 m, where many are at exactly 0 m and few below: a sea, into which somebody may
-/// have dug, and not a low land.
-std::vector<std::uint8_t> FindSea(const ElevationData& data, const HeightGrid& grid)
-{
-    if (data.minimum > 0.0f || data.maximum <= 0.0f)
-        return {};
-    std::vector<std::uint8_t> water;
-    water.reserve(grid.heights.size());
-    std::size_t count = 0;
-    std::size_t below = 0;
-    for (const float height : grid.heights) {
-        water.push_back(height <= 0.0f ? 255 : 0);
-        count += height == 0.0f ? 1 : 0;
-        below += height < 0.0f ? 1 : 0;
-    }
-    if (count < kLeastSeaPoints || static_cast<double>(count) < kLeastSeaShare * static_cast<double>(water.size()) ||
-        static_cast<double>(below) > kMostBelowSea * static_cast<double>(count))
-        water.clear();
-    return water;
-}
-
 /// Sets the normal of a point. \param heights gives the height of a point of the grid
 template <class Heights>
 void SetNormal(LightMap::Texel& texel, const Reduction& grid, int x, int z, const Heights& heights)
@@ -154,7 +126,7 @@ LightMap MakeLightMap(const ElevationData& data, double exaggeration, const Vect
     const Reduction reduction = ReductionTo(data, maximumSide);
     const HeightGrid grid = Reduce(data, reduction, exaggeration);
     const std::vector<float> sunlight = SunlightOf(grid, sun, progress);
-    LightMap map{grid.width, grid.height, {}, FindSea(data, grid)};
+    LightMap map{grid.width, grid.height, {}};
     map.texels.resize(grid.heights.size());
     const OpenSky sky(grid);
     std::vector<float> skylight(static_cast<std::size_t>(grid.width));
@@ -185,8 +157,6 @@ GridArea RenewNormals(LightMap& map, const ElevationData& data, double exaggerat
             const auto index =
                 static_cast<std::size_t>(x) + static_cast<std::size_t>(z) * static_cast<std::size_t>(map.width);
             SetNormal(map.texels[index], reduction, x, z, heights);
-            if (!map.water.empty() && heights(x, z) > 0.0f)
-                map.water[index] = 0;
         }
     }
     return area;

@@ -26,8 +26,7 @@ struct LightMap {
 
     int width = 0;
     int height = 0;
-    std::vector<Texel> texels;        ///< rows from north to south
-    std::vector<std::uint8_t> water;  ///< 255 for a point of the sea, else 0; empty for a terrain without sea
+    std::vector<Texel> texels;  ///< rows from north to south
 };
 
 /// \param exaggeration factor on heights \param sun unit vector of true space towards the sun
@@ -45,8 +44,7 @@ struct GridArea {
     bool IsEmpty() const noexcept { return left >= right || top >= bottom; }
 };
 
-/// Works the normals out again where heights changed, and makes land of what has risen out of the sea. Leaves the rest
-/// of the light to the next MakeLightMap.
+/// Works the normals out again where heights changed. Leaves the rest of the light to the next MakeLightMap.
 /// \param map of the same terrain \param cells whose heights changed \return the texels that may have changed
 GridArea RenewNormals(LightMap& map, const ElevationData& data, double exaggeration, const GridArea& cells);
 

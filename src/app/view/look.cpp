@@ -53,6 +53,7 @@ Look LookIn(const ProjectTerrain& terrain, const ProjectSettings& stored, const 
     if (fill != std::end(kFillNames))
         look.fill = static_cast<FillMode>(fill - std::begin(kFillNames));
     look.vertexColors = terrain.view.color.value_or(look.vertexColors);
+    look.sea = {terrain.view.sea, terrain.view.seaLevel};
     look.mixColors = terrain.view.mixColors.value_or(look.mixColors);
     return look;
 }
@@ -67,6 +68,11 @@ void RememberLook(ProjectPlace& place, const Look& look, const Look* before)
     if (changed(&Look::fill))
         place.Set(kFill, std::string(kFillNames[static_cast<std::size_t>(look.fill)]));
     ProjectView view;
+    if (changed(&Look::sea)) {
+        ForgetSea(place);
+        view.sea = look.sea.shown;
+        view.seaLevel = look.sea.level;
+    }
     if (changed(&Look::sun))
         view.sun = look.sun;
     if (changed(&Look::vertexColors))

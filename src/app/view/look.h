@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/view/height_colors.h"
+#include "app/view/sea.h"
 #include "host/project/project_setting.h"
 
 #include <optional>
@@ -28,6 +29,8 @@ struct Look {
     bool vertexColors = true;   ///< heights have colours
     bool mixColors = false;     ///< the picture of the ground is multiplied by them, in place of hiding them
     bool sourceTexture = true;  ///< the picture of the ground is shown where there is one
+
+    SeaChoice sea{};
 
     bool operator==(const Look&) const = default;
 };

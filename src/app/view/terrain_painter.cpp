@@ -41,8 +41,7 @@ TerrainPainter::TerrainPainter(const GlFunctions& gl, const ElevationData& data,
       terrain_(terrain),
       atmosphere_(atmosphere),
       lightWidth_(light.width),
-      lightHeight_(light.height),
-      hasWater_(!light.water.empty())
+      lightHeight_(light.height)
 {
     if (!withShaders)
         return;
@@ -57,17 +56,23 @@ TerrainPainter::TerrainPainter(const GlFunctions& gl, const ElevationData& data,
 
 void TerrainPainter::SetColors(const HeightColors& colors)
 {
-    const ElevationPalette ramp = RampOf(colors);
-    std::vector<std::uint8_t> pixels;
-    for (std::int16_t entry = 0; entry < 256; ++entry) {
-        for (const int channel : {ramp.GetRed(entry), ramp.GetGreen(entry), ramp.GetBlue(entry)})
-            pixels.push_back(static_cast<std::uint8_t>(channel));
-    }
-    rampLow_ = colors.low;
-    rampScale_ = 255.0 / std::max(colors.high - colors.low, 1e-6);
+    const HeightTable table(colors);
+    landSpan_ = table.Land();
+    waterSpan_ = table.Water();
     if (program_)
-        ramp_ = std::make_unique<Texture>(gl_, GL_RGB8, 256, 1, GL_RGB, GL_UNSIGNED_BYTE, pixels.data(),
+        ramp_ = std::make_unique<Texture>(gl_, GL_RGB8, 512, 1, GL_RGB, GL_UNSIGNED_BYTE, table.Colors().data(),
                                           TextureFilter::Nearest);
+}
+
+void TerrainPainter::SetSea(const Sea* sea)
+{
+    sea_ = sea;
+    water_.reset();
+    if (!sea || !program_)
+        return;
+    const std::vector<std::uint8_t> water = heights_->Covered(data_, *sea);
+    water_ = std::make_unique<Texture>(gl_, GL_LUMINANCE8, heights_->Width(), heights_->Height(), GL_LUMINANCE,
+                                       GL_UNSIGNED_BYTE, water.data());
 }
 
 void TerrainPainter::ShowColors(bool shown, bool mixed)
@@ -85,11 +90,6 @@ void TerrainPainter::SetLight(const LightMap& light)
     heights_->RenewMipmaps(gl_);
     light_ = std::make_unique<Texture>(gl_, GL_RGBA16, light.width, light.height, GL_RGBA, GL_UNSIGNED_SHORT,
                                        light.texels.data());
-    hasWater_ = !light.water.empty();
-    water_.reset();
-    if (hasWater_)
-        water_ = std::make_unique<Texture>(gl_, GL_LUMINANCE8, light.width, light.height, GL_LUMINANCE,
-                                           GL_UNSIGNED_BYTE, light.water.data());
 }
 
 void TerrainPainter::UpdateLight(const LightMap& light, const GridArea& texels)
@@ -100,15 +100,14 @@ void TerrainPainter::UpdateLight(const LightMap& light, const GridArea& texels)
                        static_cast<std::size_t>(texels.top) * static_cast<std::size_t>(light.width);
     light_->Update(texels.left, texels.top, texels.right - texels.left, texels.bottom - texels.top, light.width,
                    GL_RGBA, GL_UNSIGNED_SHORT, &light.texels[first]);
-    if (water_)
-        water_->Update(texels.left, texels.top, texels.right - texels.left, texels.bottom - texels.top, light.width,
-                       GL_LUMINANCE, GL_UNSIGNED_BYTE, &light.water[first]);
 }
 
 void TerrainPainter::UpdateHeights(const GridArea& cells)
 {
-    if (heights_ && !cells.IsEmpty())
-        heights_->Update(data_, cells);
+    if (!heights_ || cells.IsEmpty())
+        return;
+    heights_->Update(data_, cells);
+    SetSea(sea_);
 }
 
 void TerrainPainter::Draw(const Camera& camera, ICameraObject& detail, double clear, double haze) const
@@ -166,7 +165,7 @@ void TerrainPainter::BeginShaded(const Camera& camera, double clear, double haze
     SetTextures();
     program_->Set("lightMap", 2);
     program_->Set("waterMap", 3);
-    program_->Set("hasWater", hasWater_ ? 1 : 0);
+    program_->Set("hasWater", water_ ? 1 : 0);
     gl_.ActiveTexture(GL_TEXTURE2);
     light_->Bind();
     if (water_) {
@@ -221,8 +220,10 @@ void TerrainPainter::SetHeights(bool hasSource) const
     program_->Set("heightMap", 4);
     program_->Set("rampMap", 5);
     program_->Set("hasColors", ramp_ && ShowsColors(hasSource) ? 1 : 0);
-    program_->Set("rampLow", rampLow_);
-    program_->Set("rampScale", rampScale_);
+    program_->Set("landLow", landSpan_.low);
+    program_->Set("landScale", landSpan_.scale);
+    program_->Set("waterLow", waterSpan_.low);
+    program_->Set("waterScale", waterSpan_.scale);
     gl_.ActiveTexture(GL_TEXTURE4);
     heights_->Bind();
     gl_.ActiveTexture(GL_TEXTURE5);

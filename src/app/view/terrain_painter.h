@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/view/atmosphere.h"
+#include "app/view/height_colors.h"
 #include "app/view/height_texture.h"
 #include "app/view/light_map.h"
 #include "app/view/shader_program.h"
@@ -13,7 +14,7 @@ namespace tessara {
 
 class TerrainSession;
 struct ElevationData;
-struct HeightColors;
+struct Sea;
 
 /// Colours and lights what a terrain draws: each pixel by its height and by the light map where shaders work, else the
 /// component's vertex colours by OpenGL's own light on the facets. Whatever is drawn outside the terrain's outermost
@@ -26,6 +27,9 @@ public:
 
     /// Takes the colours of heights. Until then there are none.
     void SetColors(const HeightColors& colors);
+
+    /// Takes the water over the ground, or none. \param sea outlives this object, or is replaced before it goes
+    void SetSea(const Sea* sea);
 
     /// \param shown whether they are seen \param mixed whether also where a picture lies on the ground
     void ShowColors(bool shown, bool mixed);
@@ -70,11 +74,11 @@ private:
     Atmosphere atmosphere_;
     int lightWidth_;
     int lightHeight_;
-    bool hasWater_;
     bool colorsShown_ = false;
     bool colorsMixed_ = false;
-    double rampLow_ = 0.0;
-    double rampScale_ = 0.0;
+    HeightTable::Span landSpan_{};
+    HeightTable::Span waterSpan_{};
+    const Sea* sea_ = nullptr;
     std::unique_ptr<HeightTexture> heights_;
     std::unique_ptr<Texture> ramp_;  // null until there are colours
     std::unique_ptr<Texture> light_;

@@ -35,10 +35,12 @@ uniform vec3 lightOrigin;
 uniform sampler2D heightMap;   // metres
 uniform vec3 heightScale;      // ground x and z to the place in the height map
 uniform vec3 heightOrigin;
-uniform sampler2D rampMap;     // the 256 colours of heights
+uniform sampler2D rampMap;     // the 256 colours of water and the 256 of land, by height
 uniform int hasColors;
-uniform float rampLow;         // height of the first one
-uniform float rampScale;       // metres to entries
+uniform float landLow;         // height of the first one
+uniform float landScale;       // metres to entries
+uniform float waterLow;        // the same of the sea's, which come before them in the map
+uniform float waterScale;
 uniform vec3 plainColor;       // of ground without any
 uniform vec3 eye;
 uniform vec3 sunDirection;
@@ -52,19 +54,17 @@ varying vec3 ground;
 varying vec2 detailPlace;
 
 // The height is the grid's, not the triangle's, and the entry the one that the surface itself takes.
-vec3 HeightColor()
+vec3 Ramp(float entry, float first)
 {
-    float height = texture2D(heightMap, ground.xz * heightScale.xz + heightOrigin.xz).r;
-    float entry = floor(clamp((height - rampLow) * rampScale, 0.0, 255.0) + 0.002);
-    return texture2D(rampMap, vec2((entry + 0.5) / 256.0, 0.5)).rgb;
+    return texture2D(rampMap, vec2((floor(clamp(entry, 0.0, 255.0) + 0.002) + first + 0.5) / 512.0, 0.5)).rgb;
 }
 
 // The colour of the ground, with the detail's departure from mid-grey.
-vec3 GroundColor()
+vec3 GroundColor(float height)
 {
     vec3 base = plainColor;
     if (hasColors != 0)
-        base = HeightColor();
+        base = Ramp((height - landLow) * landScale, 256.0);
     if (hasSource != 0) {
         vec3 source = texture2D(sourceMap, ground.xz * sourceScale.xz + sourceOrigin.xz).rgb;
         base = hasColors != 0 ? base * source : source;
@@ -93,16 +93,19 @@ void main()
 
     float sun = max(dot(normal, sunDirection), 0.0) * texel.b;
     vec3 ambient = mix(groundColor, skyColor, 0.5 + 0.5 * normal.y) * texel.a;
-    vec3 base = GroundColor();
+    vec2 cell = ground.xz * heightScale.xz + heightOrigin.xz;
+    float height = texture2D(heightMap, cell).r;
+    vec3 base = GroundColor(height);
     vec3 lit = base * base * (sunColor * sun + ambient);
     if (hasWater != 0 && hasSource == 0) {
-        float water = smoothstep(0.35, 0.65, texture2D(waterMap, place).r);
+        float water = smoothstep(0.35, 0.65, texture2D(waterMap, cell).r);
         float grazing = pow(1.0 - max(toEye.y, 0.0), 4.0);
         vec3 mirrored = vec3(-toEye.x, toEye.y, -toEye.z);
         float glint = pow(max(dot(mirrored, sunDirection), 0.0), 60.0) * texel.b;
-        float offshore = texture2D(waterMap, place, 4.0).r;  // averaged over the neighbourhood: less near a shore
-        vec3 depths = mix(vec3(0.02, 0.125, 0.18), vec3(0.008, 0.06, 0.125), smoothstep(0.45, 1.0, offshore));
-        vec3 sea = mix(depths * (0.7 + texel.b), hazeColor, 0.03 + 0.7 * grazing) + sunColor * glint * 0.25;
+        vec3 depths = Ramp((height - waterLow) * waterScale, 0.0);
+        // Over flat ground the light is 1; where the ground has a relief it shows.
+        vec3 light = sunColor * sun + ambient;
+        vec3 sea = mix(depths * depths * light, hazeColor, 0.5 * grazing) + sunColor * glint * 0.15;
         lit = mix(lit, sea, water);
     }
     float haze = 1.0 - exp(-max(distance - hazeStart, 0.0) / hazeLength);

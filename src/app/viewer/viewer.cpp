@@ -2,6 +2,7 @@
 
 #include "app/view/height_span.h"
 #include "app/view/saved_textures.h"
+#include "app/viewer/work/project_look.h"
 #include "surface/itessara.h"
 
 #include <algorithm>
@@ -55,6 +56,8 @@ Viewer::~Viewer() = default;
 std::unique_ptr<Viewer::Parts> Viewer::MakeParts(OpenedTerrain& terrain, ViewSettings& settings)
 {
     settings.frozen = false;
+    settings.sea = SeaMode::Auto;  // what suits one terrain would flood another
+    settings.seaLevel = 0.0;
     if (terrain.saved)
         settings = terrain.saved->settings;
     terrain.document->Serve(*host_);
@@ -74,6 +77,7 @@ void Viewer::Enter(std::unique_ptr<Parts> parts, OpenedTerrain& terrain, const V
     settings_ = settings;
     pointer_.Attach(&parts->controller, IsCoarse() ? nullptr : &parts->sculptor);
     parts_ = std::move(parts);
+    FindSea();
     ResetColors();
     if (terrain.saved) {
         colors_ = terrain.saved->look.colors;
@@ -170,10 +174,20 @@ void Viewer::Restyle(const ViewSettings& before)
         SetOutline();
     }
     FollowSun();
-    if (before.ramp != settings_.ramp)
+    if (SeaChoiceOf(before) != SeaChoiceOf(settings_))
+        FindSea();
+    if (before.ramp != settings_.ramp || SeaChoiceOf(before) != SeaChoiceOf(settings_))
         SetColors(colors_.low, colors_.high);
     if (before.sourceTexture != settings_.sourceTexture)
         Picture().View().UseSource(settings_.sourceTexture);
+}
+
+void Viewer::FindSea()
+{
+    parts_->sea = SeaOf(Document().Data(), SeaChoiceOf(settings_));
+    const Sea* sea = parts_->sea ? &*parts_->sea : nullptr;
+    Picture().View().SetSea(sea);
+    Map().SetSea(sea);
 }
 
 void Viewer::SetColors(double low, double high)
@@ -181,6 +195,8 @@ void Viewer::SetColors(double low, double high)
     colors_ = {settings_.ramp, low, std::max(high, low + 1e-3), colors_.own};
     if (!HasTerrain())
         return;
+    if (parts_->sea)
+        colors_.sea = parts_->sea->level;
     Picture().View().SetColors(colors_);
     Map().MakeStale();
     changed_({true, true, true});

@@ -84,6 +84,7 @@ private:
         MapPicture map;
         tessara::Readout readout;
         TerrainWork work;
+        std::optional<Sea> sea{};
     };
 
     /// An open terrain behind the coarse form of another one.
@@ -100,6 +101,7 @@ private:
     void HeightsChanged(const GridArea& cells, bool finished);
     void SetOutline();
     void FollowSun();
+    void FindSea();
 
     ComPtr<IKvoHost> host_;
     GlLookup lookup_;

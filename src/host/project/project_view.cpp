@@ -140,6 +140,12 @@ void ForgetView(ProjectPlace& place)
         place.Forget(name);
 }
 
+void ForgetSea(ProjectPlace& place)
+{
+    place.Forget(kSea);
+    place.Forget(kSeaLevel);
+}
+
 void ForgetLevelOfDetail(ProjectPlace& place)
 {
     place.Forget(kLevelOfDetail);

@@ -39,6 +39,9 @@ void RememberView(ProjectPlace& place, const ProjectView& view);
 /// Leaves the whole view to the program again. \throws StorageError
 void ForgetView(ProjectPlace& place);
 
+/// Leaves the sea to the program again. \throws StorageError
+void ForgetSea(ProjectPlace& place);
+
 /// Leaves the level of detail to the program again. \throws StorageError
 void ForgetLevelOfDetail(ProjectPlace& place);
 

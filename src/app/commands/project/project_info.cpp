@@ -66,6 +66,10 @@ void PrintView(const ProjectTerrain& terrain)
         Line("Tilt", NumberText(*view.tilt, 2) + " degrees");
     if (view.fieldOfView)
         Line("Field of view", NumberText(*view.fieldOfView, 2) + " degrees");
+    if (view.sea || view.seaLevel)
+        Line("Sea", view.sea == false ? "not shown"
+                                      : NumberText(view.seaLevel.value_or(0.0), 2) + " m" +
+                                            (view.sea ? "" : ", where the heights have one"));
     if (view.sun)
         Line("Sun", NumberText(view.sun->first, 2) + " degrees, " + NumberText(view.sun->second, 2) + " high");
 }

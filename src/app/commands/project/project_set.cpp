@@ -37,6 +37,8 @@ void Change(ProjectPlace& place, const SetOptions& options)
 {
     if (options.forgetView)
         ForgetView(place);
+    if (options.look.sea)
+        ForgetSea(place);
     ProjectView remembered;
     Remember(options.view.aim, remembered);
     Remember(options.look, remembered);

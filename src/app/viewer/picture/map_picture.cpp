@@ -21,27 +21,6 @@ constexpr int kMostTexels = 1024;  // along an edge
 constexpr auto kQuick = std::chrono::milliseconds(60);
 constexpr auto kPatience = std::chrono::milliseconds(1500);
 
-/// Colours of the heights, three bytes a point, from the north-west one on. \param width,height points, evenly spread
-std::vector<std::uint8_t> ColoredHeights(const ElevationData& data, const HeightColors& colors, int width, int height)
-{
-    const ElevationPalette ramp = RampOf(colors);
-    std::vector<std::uint8_t> pixels;
-    pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
-    const auto source = [](int index, int count, int from) {
-        return (2 * static_cast<std::size_t>(index) + 1) * static_cast<std::size_t>(from) /
-               (2 * static_cast<std::size_t>(count));
-    };
-    for (int y = 0; y < height; ++y) {
-        const float* row = data.metres.data() + source(y, height, data.height) * static_cast<std::size_t>(data.width);
-        for (int x = 0; x < width; ++x) {
-            const std::int16_t entry = EntryOf(colors, static_cast<double>(row[source(x, width, data.width)]));
-            for (const int channel : {ramp.GetRed(entry), ramp.GetGreen(entry), ramp.GetBlue(entry)})
-                pixels.push_back(static_cast<std::uint8_t>(channel));
-        }
-    }
-    return pixels;
-}
-
 }  // namespace
 
 MapView MapPicture::Layout(int width, int height, double factor) const
@@ -73,7 +52,7 @@ void MapPicture::Renew()
     const int width = std::min(data.width, kMostTexels);
     const int height = std::min(data.height, kMostTexels);
     heights_ = std::make_unique<Texture>(gl_, GL_RGB8, width, height, GL_RGB, GL_UNSIGNED_BYTE,
-                                         ColoredHeights(data, colors_, width, height).data());
+                                         MapOfHeights(data, colors_, sea_, width, height).data());
     stale_ = false;
     cost_ = Clock::now() - start;
 }

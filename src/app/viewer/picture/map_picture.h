@@ -22,6 +22,9 @@ public:
     {
     }
 
+    /// \param sea over the ground, or null; outlives this object, or is replaced before it goes
+    void SetSea(const Sea* sea) { sea_ = sea; }
+
     /// Heights or their colours have changed.
     void MakeStale();
 
@@ -53,6 +56,7 @@ private:
     const TerrainDocument& document_;
     CameraController& camera_;
     const HeightColors& colors_;
+    const Sea* sea_ = nullptr;
     std::unique_ptr<Texture> heights_;
     bool stale_ = true;
     Clock::time_point changed_{};  // when it became stale for the last time

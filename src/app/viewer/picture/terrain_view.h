@@ -53,6 +53,9 @@ public:
     /// Colours heights anew.
     void SetColors(const HeightColors& colors);
 
+    /// \param sea as TerrainPainter::SetSea
+    void SetSea(const Sea* sea) { scene_.Painter().SetSea(sea); }
+
     /// Draws the terrain as the camera sees it.
     void Draw(Camera& camera);
 

@@ -16,7 +16,18 @@ Look LookOf(const ViewSettings& settings, const HeightColors& colors)
             settings.fill,
             settings.vertexColors,
             settings.mixColors,
-            settings.sourceTexture};
+            settings.sourceTexture,
+            SeaChoiceOf(settings)};
+}
+
+SeaChoice SeaChoiceOf(const ViewSettings& settings)
+{
+    SeaChoice choice;
+    if (settings.sea != SeaMode::Auto)
+        choice.shown = settings.sea == SeaMode::Shown;
+    if (settings.seaLevel != 0.0)
+        choice.level = settings.seaLevel;
+    return choice;
 }
 
 ViewSettings WithLook(ViewSettings settings, const Look& look, double azimuth)
@@ -30,6 +41,8 @@ ViewSettings WithLook(ViewSettings settings, const Look& look, double azimuth)
     settings.fill = look.fill;
     settings.vertexColors = look.vertexColors;
     settings.mixColors = look.mixColors;
+    settings.sea = !look.sea.shown ? SeaMode::Auto : *look.sea.shown ? SeaMode::Shown : SeaMode::Hidden;
+    settings.seaLevel = look.sea.level.value_or(0.0);
     settings.ramp = look.colors.ramp;
     settings.frozen = false;
     return settings;

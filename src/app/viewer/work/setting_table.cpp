@@ -143,6 +143,14 @@ Setting Logarithmic(Setting setting, double mark = 0.0)
 
 using V = ViewSettings;
 
+Setting SeaLevel()
+{
+    Setting level = Slider<&V::seaLevel>("Sea/Level", Kept::Run, Group::Sea, "Level", "Height of the water", -12000.0,
+                                         9000.0, 300, &LengthText);
+    level.set = [](ViewSettings& settings, double value) { settings.seaLevel = std::round(value); };
+    return level;
+}
+
 std::vector<Setting> MakeTable()
 {
     return {
@@ -174,6 +182,9 @@ std::vector<Setting> MakeTable()
          .get = &GetRamp,
          .set = &SetRamp,
          .options = Ramps()},
+        Choice<&V::sea>("Sea/Shown", Kept::Run, Group::Sea, "Sea", "Whether water is shown over the ground",
+                        {{"auto", "By the heights"}, {"on", "Shown"}, {"off", "Hidden"}}),
+        SeaLevel(),
         Switch<&V::sourceTexture>("View/SourceTexture", Kept::Program, Group::GroundPicture, "Show the source texture",
                                   "Show or hide the picture on the terrain"),
         Switch<&V::mixColors>("View/MixColors", Kept::Program, Group::GroundPicture, "Mix in the height colours",

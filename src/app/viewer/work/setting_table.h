@@ -10,7 +10,7 @@
 namespace tessara {
 
 /// Headings under which the pages of settings show them.
-enum class SettingGroup { None, Terrain, Light, HeightColors, GroundPicture, Brush, Detail };
+enum class SettingGroup { None, Terrain, Light, HeightColors, Sea, GroundPicture, Brush, Detail };
 
 /// Everything that is known of a setting. From it come its control, its place in the file of settings and its limits.
 struct Setting {

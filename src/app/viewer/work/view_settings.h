@@ -7,6 +7,9 @@
 
 namespace tessara {
 
+/// Whether water is shown: as the heights have it, or in any case, or never.
+enum class SeaMode { Auto, Shown, Hidden };
+
 /// What a person can set about the picture. The values given here are the first ones; AllSettings says the rest of
 /// each.
 struct ViewSettings {
@@ -21,6 +24,8 @@ struct ViewSettings {
     double fog = 0.3;           ///< 0 for none to 1
     bool realTime = false;      ///< heights may change, and the brush works
     BrushSettings brush;
+    SeaMode sea = SeaMode::Auto;
+    double seaLevel = 0.0;  ///< metres
     std::string ramp = "natural";
     bool levelColors = false;
     bool nodeBoxes = false;

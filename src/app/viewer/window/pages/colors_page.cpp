@@ -7,6 +7,9 @@
 
 #include <wx/stattext.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace tessara {
 
 namespace {
@@ -27,6 +30,7 @@ ColorsPage::ColorsPage(wxWindow* parent, const SettingsListener& listener) : Set
         Listener().resetColors();
     });
     Column().Add(reset, wxSizerFlags().Expand());
+    AddGroup("Sea", SettingGroup::Sea);
     AddGroup("Picture on the ground", SettingGroup::GroundPicture);
     auto* pictures = new wxBoxSizer(wxHORIZONTAL);
     AddButton(this, *pictures, "Import...", "Stretch a picture over the terrain",
@@ -86,6 +90,13 @@ void ColorsPage::Refuse(const std::string& reason)
 
 void ColorsPage::ShowState(const Viewer& viewer, bool hasSource)
 {
+    if (viewer.HasTerrain()) {
+        const ElevationData& data = viewer.Document().Data();
+        ControlOf("Sea/Level")
+            .SetRange(std::min(std::floor(static_cast<double>(data.minimum)), 0.0),
+                      std::max(std::ceil(static_cast<double>(data.maximum)), 1.0));
+    }
+    ControlOf("Sea/Level").Enable(viewer.Settings().sea != SeaMode::Hidden);
     Show(viewer.Settings());
     low_->Show(viewer.Colors().low);
     high_->Show(viewer.Colors().high);

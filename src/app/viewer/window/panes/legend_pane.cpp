@@ -50,10 +50,10 @@ void LegendPane::Paint()
     const wxRect bar(margin, FromDIP(kMargin) / 2, GetClientSize().x - 2 * margin, FromDIP(kBarHeight));
     if (bar.width < 2 || !hasColors_)
         return;
-    const ElevationPalette palette = RampOf(colors_);
+    const HeightTable table(colors_);
     for (int x = 0; x < bar.width; ++x) {
-        const auto index = static_cast<std::int16_t>(255 * x / (bar.width - 1));
-        dc.SetPen(wxPen(wxColour(palette.GetRed(index), palette.GetGreen(index), palette.GetBlue(index))));
+        const HeightTable::Color color = table.At(colors_.low + (colors_.high - colors_.low) * x / (bar.width - 1));
+        dc.SetPen(wxPen(wxColour(color[0], color[1], color[2])));
         dc.DrawLine(bar.x + x, bar.y, bar.x + x, bar.GetBottom() + 1);
     }
     PaintMarks(dc, bar);
