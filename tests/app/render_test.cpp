@@ -138,7 +138,7 @@ TEST_F(Render, NoSkyShowsBetweenTheTerrainAndItsPlinthHoweverCoarseItIs)
         for (const char* tilt : {"12", "35"}) {
             // Ground, earth and whatever lies between them is reddish or dark, and only the sky is bright and bluish.
             const Picture picture =
-                Draw(rough, {"--lod", detail, "--tilt", tilt, "--palette", "desert", "--no-antialias"});
+                Draw(rough, {"--lod", detail, "--tilt", tilt, "--palette", "desert", "--sea", "off", "--no-antialias"});
             const auto isSky = [&](int x, int y) {
                 return picture.At(x, y).blue >= std::max(picture.At(x, y).red, 150);
             };
