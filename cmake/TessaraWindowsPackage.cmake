@@ -1,4 +1,4 @@
-# What a person gets: dist/tessara-VERSION-win64.zip, the same bytes from the same sources.
+# What a person gets: dist/tessara-VERSION-win64.zip, with the same files from the same sources.
 #   cmake --build --preset windows --target package
 install(TARGETS tessara-module RUNTIME DESTINATION . COMPONENT package)
 install(TARGETS minimal_host plain_c_host RUNTIME DESTINATION example COMPONENT package)
