@@ -67,7 +67,10 @@ TEST(Sea, IsWaterThatReachesTheEdgeAndNoLowLand)
     EXPECT_EQ(water(hollow), 0) << "a hole that was filled with 0";
     EXPECT_EQ(water([](int x, int) { return x < 12 ? 0.0 : 1500.0; }), 0) << "the same at the edge";
     EXPECT_EQ(water([](int x, int) { return 20.0 * x - 200.0; }), 11 * 32) << "ground of a sea";
-    EXPECT_EQ(water([](int x, int y) { return x < 8 ? 0.0 : x > 20 && y > 9 && y < 20 ? -40.0 : 20.0; }), 8 * 32);
+    EXPECT_EQ(water([](int x, int y) { return x < 8                                 ? 0.0
+                                              : x > 20 && x < 30 && y > 9 && y < 20 ? -40.0
+                                                                                    : 20.0; }),
+              8 * 32);
     EXPECT_EQ(water(hollow, {true, {}}), 19 * 19) << "asked for";
     EXPECT_EQ(water(coast(5.0), {true, 60.0}), 21 * 32);
     EXPECT_EQ(water(coast(0.0), {false, {}}), 0);
